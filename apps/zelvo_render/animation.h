@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// An endless GIF animation, written picture by picture.
+#pragma once
+
+#include "output_file.h"
+#include "platform/offscreen/host.h"
+
+#include <optional>
+#include <string>
+
+struct GifFileType;
+
+/// Opens its file at once; pictures may change their size and palette on the way.
+class Animation {
+public:
+    explicit Animation(const std::string &path);
+
+    /// Adds a picture, shown for a fiftieth of a second.
+    void add(const offscreen::Picture &picture);
+
+    /// Finishes the file; one without a picture is not kept.
+    void complete();
+
+private:
+    void begin(const offscreen::Picture &picture);
+
+    OutputFile file;
+    GifFileType *gif = nullptr;
+    std::optional<host::Palette> global_palette;
+    int width = 0;
+    int height = 0;
+};

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// zelvo-render: the viewer on the offscreen host, its pictures as files.
+#include "main_68k/start_up.h"
+#include "main_68k/viewer_state.h"
+#include "options.h"
+#include "output_file.h"
+#include "outputs.h"
+#include "platform/offscreen/host.h"
+#include "platform/offscreen/input_script.h"
+#include "temporary_folder.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+
+namespace {
+
+/// What the run writes; finished when the program ends, which it does by exiting.
+std::optional<Outputs> outputs;
+
+/// The folders behind the volumes that the user gave none for; removed at the end.
+std::optional<TemporaryFolder> env_folder;
+std::optional<TemporaryFolder> envarc_folder;
+
+void finish() {
+    outputs->complete();
+    outputs.reset();
+    env_folder.reset();
+    envarc_folder.reset();
+}
+
+void read_input(const std::string &path, offscreen::Setup &setup) {
+    std::ifstream script(path);
+    if (!script) {
+        give_up("cannot read " + path);
+    }
+    if (const auto error = offscreen::read_script(script, setup)) {
+        give_up(path + ":" + std::to_string(error->line) + ": " + error->message);
+    }
+}
+
+/// The user's folder, or a new temporary one.
+std::string volume_folder(const std::optional<std::string> &chosen,
+                          std::optional<TemporaryFolder> &temporary) {
+    return chosen ? *chosen : temporary.emplace().path();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const Options options = parse_options(argc, argv);
+
+    offscreen::Setup setup;
+    setup.command_line = options.program_words;
+    setup.default_mode = options.mode;
+    setup.tick = options.tick;
+    setup.last_pass = options.passes;
+    if (options.envmap) {
+        setup.stand_ins[default_envmap_filename] = *options.envmap;
+    }
+    if (options.input) {
+        read_input(*options.input, setup);
+    }
+    setup.on_frame = [](const offscreen::Picture &frame) { outputs->take_frame(frame); };
+    setup.on_picture = [](const offscreen::Picture &picture) { outputs->take_picture(picture); };
+
+    outputs.emplace(options);
+    setup.volumes["ENV"] = volume_folder(options.env_folder, env_folder);
+    setup.volumes["ENVARC"] = volume_folder(options.envarc_folder, envarc_folder);
+    std::atexit(finish);
+    std::signal(SIGINT, [](int) { offscreen::request_quit(); });
+    std::signal(SIGTERM, [](int) { offscreen::request_quit(); });
+
+    offscreen::set_up(std::move(setup));
+    start_up(argc);
+}

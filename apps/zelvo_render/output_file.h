@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Output files that appear under their names only when they are complete.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+/// A file being written beside its final name. Whatever goes wrong ends the tool through give_up.
+class OutputFile {
+public:
+    explicit OutputFile(std::string final_path);
+    ~OutputFile();
+    OutputFile(const OutputFile &) = delete;
+    OutputFile &operator=(const OutputFile &) = delete;
+
+    std::FILE *stream() const { return file; }
+
+    /// Closes the file and gives it its name.
+    void complete();
+
+private:
+    std::string path;
+    std::string part_path;
+    std::FILE *file;
+};
+
+/// Ends the tool with its own exit code after saying why on standard error; files still being written are
+/// removed.
+[[noreturn]] void give_up(const std::string &why);
+
+/// Ends the tool because of this file, with what the system says of it.
+[[noreturn]] void give_up_on(const std::string &path);

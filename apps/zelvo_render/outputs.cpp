@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Hands every frame and picture to the writers that want it.
+#include "outputs.h"
+
+#include "picture_files.h"
+#include "picture_name.h"
+
+#include <filesystem>
+
+namespace {
+
+constexpr char frame_name[] = "/%05d.pgm";
+
+} // namespace
+
+Outputs::Outputs(const Options &chosen) : options(chosen), progress(chosen.passes) {
+    if (options.chunky_folder) {
+        std::error_code error;
+        std::filesystem::create_directories(*options.chunky_folder, error);
+        if (error) {
+            give_up("cannot make the folder " + *options.chunky_folder + ": " + error.message());
+        }
+    }
+    if (options.gif) {
+        animation.emplace(*options.gif);
+    }
+    if (options.sheet) {
+        sheet.emplace(*options.sheet, options.sheet_columns);
+    }
+}
+
+void Outputs::take_frame(const offscreen::Picture &frame) {
+    progress.advance_to(frame.pass);
+    if (options.chunky_folder) {
+        write_pgm(*options.chunky_folder + picture_name(frame_name, frame.pass), frame);
+    }
+}
+
+void Outputs::take_picture(const offscreen::Picture &picture) {
+    if (picture.pass < options.from || (picture.pass - options.from) % options.every != 0) {
+        return;
+    }
+    if (options.png_pattern) {
+        write_png(picture_name(*options.png_pattern, picture.pass), picture);
+    }
+    if (animation) {
+        animation->add(picture);
+    }
+    if (sheet) {
+        sheet->add(picture);
+    }
+}
+
+void Outputs::complete() {
+    progress.clear();
+    if (animation) {
+        animation->complete();
+    }
+    if (sheet) {
+        sheet->complete();
+    }
+}

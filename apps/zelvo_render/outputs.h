@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Everything that a run writes.
+#pragma once
+
+#include "animation.h"
+#include "contact_sheet.h"
+#include "options.h"
+#include "progress_bar.h"
+
+#include <optional>
+
+/// Turns frames and pictures into the files that the options ask for.
+class Outputs {
+public:
+    explicit Outputs(const Options &chosen);
+
+    /// Takes the frame that a pass writes to the screen.
+    void take_frame(const offscreen::Picture &frame);
+
+    /// Takes what the screen shows at the end of a pass.
+    void take_picture(const offscreen::Picture &picture);
+
+    /// Finishes all files.
+    void complete();
+
+private:
+    Options options;
+    ProgressBar progress;
+    std::optional<Animation> animation;
+    std::optional<ContactSheet> sheet;
+};

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// Draws a line of hashes that grows, a few times a second.
+#include "progress_bar.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 1s;
+constexpr auto interval = 100ms;
+constexpr int bar_width = 40;
+
+} // namespace
+
+ProgressBar::ProgressBar(int all_passes)
+    : passes(all_passes), is_terminal(isatty(STDERR_FILENO) == 1), next_drawing(Clock::now() + patience) {}
+
+void ProgressBar::advance_to(int pass) {
+    if (!is_terminal || Clock::now() < next_drawing) {
+        return;
+    }
+    next_drawing = Clock::now() + interval;
+    is_drawn = true;
+    const auto filled = static_cast<std::size_t>(std::int64_t{bar_width} * pass / passes);
+    const std::string bar = std::string(filled, '#') + std::string(bar_width - filled, '.');
+    std::fprintf(stderr, "\r[%s] pass %d of %d", bar.c_str(), pass, passes);
+}
+
+void ProgressBar::clear() {
+    if (is_drawn) {
+        std::fputs("\r\033[K", stderr);
+    }
+}

@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: MIT
+# What every target is compiled with.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+# A fused multiply-add rounds once where the pictures' arithmetic rounds twice, so it would change every picture.
+add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 sees overlaps in the standard library's own string concatenation.
+    add_compile_options(-Wno-restrict)
+endif()
+if(ZELVO_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+endif()
+if(ZELVO_SANITIZE)
+    set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
+    add_compile_options(${sanitizers} -fno-omit-frame-pointer)
+    add_link_options(${sanitizers})
+endif()

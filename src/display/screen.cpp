@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+// Opens and closes the display in a fixed order, and asks for its mode.
+#include "display/screen.h"
+
+#include "display/frame_buffers.h"
+#include "display/palette.h"
+#include "main_68k/fatal_exit.h"
+#include "main_68k/viewer_state.h"
+#include "platform/asl.h"
+
+#include <cassert>
+#include <cstdio>
+#include <limits>
+
+Screen *myscreen = nullptr;
+Window *window = nullptr;
+std::array<ScreenBuffer *, 3> shown_buffers{};
+RastPort display_context{};
+
+namespace {
+
+/// The screen buffers as they are owned; freed from here and then null.
+std::array<ScreenBuffer *, 3> screen_buffers{};
+
+/// The window's own drawing context, kept while the window is open; nothing draws through it.
+RastPort *window_context = nullptr;
+
+/// Two rows of no pixels, each row two words, between the two zero words that enclose a pointer's image.
+const std::array<UWORD, 8> blank_pointer{};
+
+constexpr LONG blank_pointer_height = 2;
+constexpr LONG blank_pointer_width = 16;
+
+/// Marks the end of a pen array.
+constexpr UWORD pens_end = 0xFFFF;
+
+template <typename T>
+void allocate_or_exit(HeapArray<T> &buffer, std::size_t count, const char *refusal) {
+    buffer = allocate_array<T>(count);
+    if (buffer == nullptr) {
+        fatal_exit(refusal);
+    }
+}
+
+/// Allocates the five buffers. A size whose product is negative or does not fit 32 bits has no buffer.
+void allocate_frame_buffers() {
+    const std::int64_t pixels = std::int64_t{viewer.width} * viewer.height;
+    if (pixels < 0 || pixels > std::numeric_limits<std::int32_t>::max()) {
+        fatal_exit("Couldn't allocate *chunkybuf1 memory\n");
+    }
+    frame_width = viewer.width;
+    frame_height = viewer.height;
+    const auto count = static_cast<std::size_t>(pixels);
+    allocate_or_exit(chunkybuf1, count, "Couldn't allocate *chunkybuf1 memory\n");
+    allocate_or_exit(chunkybuf2, count, "Couldn't allocate *chunkybuf2 memory\n");
+    allocate_or_exit(zbuf, count, "Couldn't allocate *zbuf memory\n");
+    allocate_or_exit(planarbuf1, count, "Couldn't allocate *planarbuf1 memory\n");
+    allocate_or_exit(planarbuf2, count, "Couldn't allocate *planarbuf2 memory\n");
+}
+
+void open_screen() {
+    static const std::array<UWORD, 13> pens{0, 1, 1, 2, 1, 3, 2, 0, 2, 1, 2, 1, pens_end};
+    static const TextAttr font{"topaz.font", 8, 0, 1};
+    const std::array<TagItem, 13> tags{{
+        {SA_DisplayID, static_cast<ULONG>(viewer.ModeID)},
+        {SA_Overscan, OSCAN_TEXT},
+        {SA_Width, static_cast<ULONG>(viewer.width)},
+        {SA_Height, static_cast<ULONG>(viewer.height)},
+        {SA_Depth, 8},
+        {SA_AutoScroll, TRUE},
+        {SA_Pens, tag_pointer(pens.data())},
+        {SA_Title, tag_pointer("<Esc> to quit.")},
+        {SA_ShowTitle, FALSE},
+        {SA_Quiet, TRUE},
+        {SA_Interleaved, TRUE},
+        {SA_Font, tag_pointer(&font)},
+        {TAG_DONE, 0},
+    }};
+    myscreen = OpenScreenTagList(nullptr, tags.data());
+    if (myscreen == nullptr) {
+        fatal_exit("Couldn't open screen\n");
+    }
+}
+
+void open_window() {
+    constexpr ULONG events =
+        IDCMP_MOUSEBUTTONS | IDCMP_MOUSEMOVE | IDCMP_RAWKEY | IDCMP_DELTAMOVE | IDCMP_VANILLAKEY;
+    const std::array<TagItem, 10> tags{{
+        {WA_Activate, TRUE},
+        {WA_ReportMouse, TRUE},
+        {WA_IDCMP, events},
+        {WA_Borderless, TRUE},
+        {WA_RMBTrap, TRUE},
+        {WA_SizeBRight, TRUE},
+        {WA_CustomScreen, tag_pointer(myscreen)},
+        // The number of WA_RMBTrap once more: the right button selects modes and must never open a menu.
+        {WA_Dummy + 0x27, TRUE},
+        {WA_NoCareRefresh, TRUE},
+        {TAG_DONE, 0},
+    }};
+    window = OpenWindowTagList(nullptr, tags.data());
+    if (window == nullptr) {
+        fatal_exit("Couldn't open window\n");
+    }
+    window_context = window->RPort;
+}
+
+/// All three are asked for before any is looked at.
+void allocate_screen_buffers() {
+    constexpr std::array<ULONG, 3> flags{SB_SCREEN_BITMAP, 0, 0};
+    bool complete = true;
+    for (std::size_t slot = 0; slot < flags.size(); ++slot) {
+        screen_buffers[slot] = AllocScreenBuffer(myscreen, nullptr, flags[slot]);
+        shown_buffers[slot] = screen_buffers[slot];
+        complete = complete && screen_buffers[slot] != nullptr;
+    }
+    if (!complete) {
+        // Said twice on purpose: as a line here, and without a line end on the way out.
+        std::puts("AllocScreenBuffer() failed");
+        fatal_exit("AllocScreenBuffer() failed");
+    }
+}
+
+void free_screen_buffer(ScreenBuffer *&buffer) {
+    if (buffer != nullptr) {
+        FreeScreenBuffer(myscreen, buffer);
+        buffer = nullptr;
+    }
+}
+
+} // namespace
+
+void open_display() {
+    allocate_frame_buffers();
+    open_screen();
+    open_window();
+    assert(myscreen != nullptr);
+    allocate_screen_buffers();
+
+    InitRastPort(&display_context);
+    display_context.BitMap = screen_buffers[0]->sb_BitMap;
+    SetAPen(&display_context, 255);
+    SetDrMd(&display_context, JAM2);
+
+    build_palette();
+    SetPointer(window, blank_pointer.data(), blank_pointer_height, blank_pointer_width, 0, 0);
+}
+
+void close_display() {
+    if (screen_buffers[0] != nullptr) {
+        ChangeScreenBuffer(myscreen, screen_buffers[0]);
+        std::puts("changescreenbuffer done");
+        std::fflush(stdout);
+        WaitTOF();
+        WaitTOF();
+    }
+    for (ScreenBuffer *&buffer : screen_buffers) {
+        free_screen_buffer(buffer);
+    }
+    if (window != nullptr) {
+        CloseWindow(window);
+        window = nullptr;
+        window_context = nullptr;
+    }
+    if (myscreen != nullptr) {
+        CloseScreen(myscreen);
+        myscreen = nullptr;
+    }
+    planarbuf1.reset();
+    planarbuf2.reset();
+    chunkybuf1.reset();
+    chunkybuf2.reset();
+    zbuf.reset();
+}
+
+void choose_display_mode() {
+    close_display();
+    constexpr std::array<TagItem, 4> tags{{
+        {ASLSM_DoWidth, TRUE},
+        {ASLSM_DoHeight, TRUE},
+        {ASLSM_DoOverscanType, TRUE},
+        {TAG_DONE, 0},
+    }};
+    auto *requester = static_cast<ScreenModeRequester *>(AllocAslRequest(ASL_ScreenModeRequest, tags.data()));
+    if (requester != nullptr) {
+        // A cancelled requester is taken as if it had been confirmed.
+        AslRequest(requester, nullptr);
+        viewer.ModeID = static_cast<std::int32_t>(requester->sm_DisplayID);
+        viewer.width = static_cast<std::int32_t>(requester->sm_DisplayWidth);
+        viewer.height = static_cast<std::int32_t>(requester->sm_DisplayHeight);
+        FreeAslRequest(requester);
+        std::printf("display parameters: 0x%08x, %d, %d\n", static_cast<unsigned>(viewer.ModeID),
+                    viewer.width, viewer.height);
+    }
+    open_display();
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Releases what the program holds, in a fixed order, and ends the process.
+#include "main_68k/fatal_exit.h"
+
+#include "display/screen.h"
+#include "main_68k/libraries.h"
+#include "main_68k/start_up.h"
+#include "object/model.h"
+#include "raster/dots.h"
+#include "raster/texture_map.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+void fatal_exit(const char *text) {
+    lwofis.reset();
+    lwonormals3.reset();
+    lwonormals2.reset();
+    lwopoints3.reset();
+    lwopoints2.reset();
+    envmap.reset();
+
+    free_command_line();
+    close_display();
+    close_libraries();
+    dot_image.reset();
+
+    if (text != nullptr) {
+        std::fputs(text, stdout);
+    }
+    std::exit(text != nullptr ? exit_failure : exit_normal);
+}

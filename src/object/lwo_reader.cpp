@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// Reads the point and polygon chunks of an IFF form LWOB; every other chunk is skipped unread.
+#include "object/lwo_reader.h"
+
+#include "main_68k/fatal_exit.h"
+#include "object/model.h"
+
+#include <array>
+#include <cstddef>
+
+namespace {
+
+constexpr std::uint32_t chunk_id(const char (&name)[5]) {
+    std::uint32_t id = 0;
+    for (int i = 0; i < 4; ++i) {
+        id = id << 8 | static_cast<unsigned char>(name[i]);
+    }
+    return id;
+}
+
+/// The last value of the chunk counter that still goes on, so that 101 chunks are examined at most.
+constexpr int last_chunk_counter = 100;
+
+std::uint16_t big_endian_16(const unsigned char *bytes) {
+    return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
+}
+
+std::uint32_t big_endian_32(const unsigned char *bytes) {
+    return std::uint32_t{big_endian_16(bytes)} << 16 | big_endian_16(bytes + 2);
+}
+
+struct ChunkHeader {
+    std::uint32_t id;
+    std::uint32_t size;
+};
+
+/// The next chunk's header; false at the end of the file.
+bool read_header(std::FILE *file, ChunkHeader &header) {
+    std::array<unsigned char, 8> bytes{};
+    if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) {
+        return false;
+    }
+    header = {big_endian_32(bytes.data()), big_endian_32(bytes.data() + 4)};
+    return true;
+}
+
+bool is_lwob_form(std::FILE *file) {
+    ChunkHeader form{};
+    std::array<unsigned char, 4> type{};
+    return read_header(file, form) && form.id == chunk_id("FORM") &&
+           std::fread(type.data(), 1, type.size(), file) == type.size() &&
+           big_endian_32(type.data()) == chunk_id("LWOB");
+}
+
+/// A chunk size is a signed number on the system that the format comes from; no buffer can have a negative
+/// one.
+bool is_negative(std::uint32_t size) {
+    return (size >> 31) != 0;
+}
+
+/// Turns big-endian numbers of the width of T, of which only the first `bytes_read` bytes came from the file,
+/// into native ones in place.
+template <typename T>
+void make_native(void *data, std::size_t bytes_read) {
+    auto *bytes = static_cast<unsigned char *>(data);
+    for (std::size_t at = 0; at < bytes_read; at += sizeof(T)) {
+        T value;
+        if constexpr (sizeof(T) == 4) {
+            value = big_endian_32(bytes + at);
+        } else {
+            value = big_endian_16(bytes + at);
+        }
+        __builtin_memcpy(bytes + at, &value, sizeof(T));
+    }
+}
+
+/// Reads one chunk's data into a fresh array of T whose numbers are of the width of Number. The array ends
+/// with one element more than the chunk fills, which keeps a trailing partial record inside. False if the
+/// file ended early.
+template <typename Number, typename T>
+bool read_chunk(std::FILE *file, std::uint32_t size, HeapArray<T> &array, std::int32_t &array_bytes,
+                const char *refusal) {
+    HeapArray<T> data = is_negative(size) ? nullptr : allocate_array<T>(size / sizeof(T) + 1);
+    if (data == nullptr) {
+        fatal_exit(refusal);
+    }
+    const std::size_t bytes_read = std::fread(data.get(), 1, size, file);
+    make_native<Number>(data.get(), bytes_read);
+    array = std::move(data);
+    array_bytes = static_cast<std::int32_t>(size);
+    return bytes_read == size;
+}
+
+/// Reads the chunks up to the end of the file. No pad byte follows a chunk of odd size.
+void read_chunks(std::FILE *file) {
+    ChunkHeader chunk{};
+    for (int counter = 0; counter <= last_chunk_counter && read_header(file, chunk); ++counter) {
+        bool more = false;
+        if (chunk.id == chunk_id("PNTS")) {
+            more = read_chunk<std::uint32_t>(file, chunk.size, point_chunk, point_chunk_bytes,
+                                             "Couldn't allocate PNTS chunk memory\n");
+        } else if (chunk.id == chunk_id("POLS")) {
+            more = read_chunk<std::uint16_t>(file, chunk.size, polygon_chunk, polygon_chunk_bytes,
+                                             "Couldn't allocate POLS chunk memory\n");
+        } else {
+            more = !is_negative(chunk.size) && std::fseek(file, static_cast<long>(chunk.size), SEEK_CUR) == 0;
+        }
+        if (!more) {
+            return;
+        }
+    }
+}
+
+/// An array of `bytes` bytes, with a record of T to spare for a trailing partial one.
+template <typename T>
+void allocate_or_exit(HeapArray<T> &array, std::int32_t bytes, const char *refusal) {
+    array = allocate_array<T>(static_cast<std::size_t>(bytes) / sizeof(T) + 1);
+    if (array == nullptr) {
+        fatal_exit(refusal);
+    }
+}
+
+} // namespace
+
+void read_object(std::FILE *file) {
+    if (!is_lwob_form(file)) {
+        std::fclose(file);
+        fatal_exit("This is not a(n) LW object\n");
+    }
+    read_chunks(file);
+    std::fclose(file);
+    if (polygon_chunk_bytes == 0 || point_chunk_bytes == 0) {
+        fatal_exit("nincs polygon az objektben!\n");
+    }
+    allocate_or_exit(lwopoints2, point_chunk_bytes, "Couldn't allocate *lwopoints2 memory\n");
+    allocate_or_exit(lwopoints3, point_chunk_bytes, "Couldn't allocate *lwopoints3 memory\n");
+    allocate_or_exit(lwonormals2, point_chunk_bytes, "Couldn't allocate *lwonormals2 memory\n");
+    allocate_or_exit(lwonormals3, point_chunk_bytes, "Couldn't allocate *lwonormals3 memory\n");
+    allocate_or_exit(lwofis, point_chunk_bytes / 3, "Couldn't allocate *lwofis memory\n");
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+// Reads a LightWave object file (IFF form LWOB) into the model.
+#pragma once
+
+#include <cstdio>
+
+/// Reads the points and polygons of an open object file, closes it, and allocates the model arrays. Every
+/// failure ends the program with its message. Numbers are big-endian in the file and native afterwards; a
+/// chunk that the file cuts short is filled up with zeros.
+void read_object(std::FILE *file);

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// The model arrays, empty until an object is read.
+#include "object/model.h"
+
+HeapArray<Vec3> point_chunk;
+HeapArray<std::uint16_t> polygon_chunk;
+std::int32_t point_chunk_bytes = 0;
+std::int32_t polygon_chunk_bytes = 0;
+HeapArray<Vec3> lwopoints2;
+HeapArray<Vec3> lwopoints3;
+HeapArray<Vec3> lwonormals2;
+HeapArray<Vec3> lwonormals3;
+HeapArray<float> lwofis;

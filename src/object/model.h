@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// The model: the object's points and polygons as read, and the arrays that every frame is made from.
+#pragma once
+
+#include "main_68k/heap_array.h"
+#include "main_68k/viewer_state.h"
+
+#include <cstdint>
+
+/// The object's points in file order. Written by the reader, centred and scaled in place once by preparation.
+extern HeapArray<Vec3> point_chunk;
+
+/// The polygon list: per polygon its vertex count n, n point indices, and a surface word. Written by the
+/// reader.
+extern HeapArray<std::uint16_t> polygon_chunk;
+
+/// Bytes of the two chunks as their headers give them; 0 while a chunk has not been seen.
+extern std::int32_t point_chunk_bytes;
+extern std::int32_t polygon_chunk_bytes;
+
+/// Prepared points in object space, within 110 of the origin. Written once by preparation.
+extern HeapArray<Vec3> lwopoints2;
+
+/// Rotated and projected points of the current frame: screen x and y in pixels, depth value (128 - 0.9 z,
+/// larger is nearer). Written by transform_and_project, read by the face loops.
+extern HeapArray<Vec3> lwopoints3;
+
+/// Vertex normals in object space, 123 long. Written once by preparation.
+extern HeapArray<Vec3> lwonormals2;
+
+/// Vertex normals after the frame's rotation. Written by rotate_normals.
+extern HeapArray<Vec3> lwonormals3;
+
+/// Colour of each point in the current frame of mode 4, 25 .. 255; -1 marks a point not yet lit. Reset by the
+/// mode's driver, filled by its face loop.
+extern HeapArray<float> lwofis;
+
+/// Points of the object; a trailing partial record does not count.
+inline std::int32_t point_count() {
+    return point_chunk_bytes / 12;
+}
+
+/// Words of the polygon list; an odd last byte does not count.
+inline std::int32_t polygon_word_count() {
+    return polygon_chunk_bytes / 2;
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// Clearing, fading and blurring of the frame, and clearing of the depth buffer.
+#include "pipeline/clearing.h"
+
+#include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+/// Rows at either end that a blur does not write, so that every neighbour lies inside the frame.
+constexpr int blur_margin = 2;
+
+std::uint8_t clamp_at_zero(int value) {
+    return static_cast<std::uint8_t>(std::max(value, 0));
+}
+
+} // namespace
+
+void zero_blocks(void *address, std::int32_t byte_count) {
+    constexpr int block_shift = 4;
+    const std::int32_t blocks = byte_count >> block_shift;
+    if (blocks > 0) {
+        std::memset(address, 0, static_cast<std::size_t>(blocks) << block_shift);
+    }
+}
+
+void fade_frame(const std::uint8_t *source, std::uint8_t *destination) {
+    const std::ptrdiff_t pixels = std::ptrdiff_t{frame_width} * (frame_height - 1);
+    for (std::ptrdiff_t p = 0; p < pixels; ++p) {
+        const int value = source[p];
+        destination[p] = clamp_at_zero(value - (value >> 4) - 1);
+    }
+}
+
+void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destination, int destination_row) {
+    const std::ptrdiff_t width = frame_width;
+    const std::ptrdiff_t rows = frame_height - 2 * blur_margin;
+    if (rows <= 0) {
+        return;
+    }
+    const std::uint8_t *centre = source + source_row * width;
+    std::uint8_t *pixel = destination + destination_row * width;
+    for (std::ptrdiff_t p = 0; p < rows * width; ++p) {
+        const int sum = centre[p - 1] + centre[p + 1] + centre[p - width] + centre[p + width];
+        pixel[p] = clamp_at_zero((sum >> 2) - (sum >> 6) - 1);
+    }
+}
+
+void clear_frame() {
+    std::uint8_t *current = chunkybuf1.get();
+    const std::uint8_t *previous = chunkybuf2.get();
+    switch (viewer.clear_style) {
+    case 0:
+        zero_blocks(current, static_cast<std::int32_t>(frame_pixels()));
+        break;
+    case 1:
+        fade_frame(previous, current);
+        break;
+    case 2:
+        blur_frame(previous, blur_margin, current, blur_margin);
+        break;
+    case 3:
+        // Read a row lower and written a row higher, the picture climbs two rows a frame while it blurs.
+        blur_frame(previous, blur_margin + 1, current, blur_margin - 1);
+        break;
+    default:
+        break;
+    }
+}
+
+void clear_zbuffer() {
+    zero_blocks(zbuf.get(), static_cast<std::int32_t>(frame_pixels() * sizeof(std::uint16_t)));
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Cosine lighting by one direction, scaled to palette indices.
+#include "pipeline/lighting.h"
+
+#include "object/model.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// What a surface has that the light does not reach, and what full light adds.
+constexpr float ambient = 25.0F;
+constexpr double diffuse = 230.0;
+
+/// Sum of three float products, from left to right.
+float dot(const Vec3 &a, const Vec3 &b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+/// The colour for a normal whose scalar product with the light is `facing`; both may be of any length.
+float colour(float facing, const Vec3 &normal) {
+    const float lengths = dot(normal, normal) * dot(viewer.light, viewer.light);
+    auto cosine = static_cast<float>(facing / std::sqrt(static_cast<double>(lengths)) * diffuse);
+    if (cosine < 0.0F) {
+        cosine = 0.0F;
+    }
+    return cosine + ambient;
+}
+
+} // namespace
+
+float face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
+    const Vec3 a{p0.x - p1.x, p0.y - p1.y, p0.z - p1.z};
+    const Vec3 b{p2.x - p1.x, p2.y - p1.y, p2.z - p1.z};
+    const Vec3 normal{a.z * b.y - a.y * b.z, a.x * b.z - a.z * b.x, a.y * b.x - a.x * b.y};
+    return colour(dot(viewer.light, normal), normal);
+}
+
+float vertex_light(const Vec3 &normal) {
+    const Vec3 &light = viewer.light;
+    return colour(-light.x * normal.x - light.y * normal.y + light.z * normal.z, normal);
+}
+
+void reset_vertex_colours() {
+    constexpr float not_yet_lit = -1.0F;
+    std::fill_n(lwofis.get(), point_count(), not_yet_lit);
+}

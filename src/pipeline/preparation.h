@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// What is done once to an object before its first frame.
+#pragma once
+
+#include "main_68k/viewer_state.h"
+
+/// Builds the tables of the dots, fits the object into a sphere of radius 110 about the origin with its x
+/// mirrored, projects it once, and builds the vertex normals. Runs once, after the object was read; it
+/// changes the points as read in place. An object without extent gets points that are not finite.
+void prepare_object();
+
+/// The unnormalised normal of a triangle, (C - B) x (A - B).
+Vec3 face_normal(const Vec3 &a, const Vec3 &b, const Vec3 &c);
+
+/// Scales `v` in place to `length`. The squares are summed in float, the quotient is taken in double and
+/// rounded once, so that equal vectors give equal bits on every processor. A zero vector gives not-a-number.
+void scale_to_length(Vec3 &v, float length);

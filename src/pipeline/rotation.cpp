@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// The rotation state, the viewing rotation, and the perspective projection.
+#include "pipeline/rotation.h"
+
+#include "display/frame_buffers.h"
+#include "object/model.h"
+#include "raster/fixed_point.h"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+namespace {
+
+/// Sines and cosines of the angles a, b and c. Written by set_rotation; the last caller wins.
+struct RotationState {
+    float sin_a;
+    float cos_a;
+    float sin_b;
+    float cos_b;
+    float sin_c;
+    float cos_c;
+};
+RotationState rotation{0.0F, 1.0F, 0.0F, 1.0F, 0.0F, 1.0F};
+
+/// Mouse counts that make one radian.
+constexpr double counts_per_radian = 80.0;
+
+/// Radians a unit of spin.
+constexpr double radians_per_spin = 0.004;
+
+/// Distance of the eye from the origin, and the projection's scale on a 320 x 256 frame.
+constexpr float eye_distance = 250.0F;
+
+float tilt_angle(std::int32_t counts) {
+    return static_cast<float>(counts / counts_per_radian);
+}
+
+template <typename Vector>
+Vector rotate(const Vector &in) {
+    const RotationState &r = rotation;
+    const auto x1 = in.x * r.cos_c - in.y * r.sin_c;
+    const auto y1 = in.x * r.sin_c + in.y * r.cos_c;
+
+    const auto y2 = in.z * r.sin_a + y1 * r.cos_a;
+    const auto z2 = in.z * r.cos_a - y1 * r.sin_a;
+
+    const auto x3 = x1 * r.cos_b - z2 * r.sin_b;
+    const auto z3 = x1 * r.sin_b + z2 * r.cos_b;
+    return {x3, y2, z3};
+}
+
+/// The half turns about x and y make the prepared object, whose x is mirrored, stand the right way round at
+/// rest.
+void set_viewing_rotation() {
+    constexpr double half_turn = std::numbers::pi;
+    const double a = tilt_angle(viewer.tilt_y) + half_turn;
+    const double b = tilt_angle(viewer.tilt_x) + half_turn - viewer.spin_angle * radians_per_spin;
+    set_rotation(a, b, 0.0);
+}
+
+/// Rounds to thousandths, half up for positive values and toward zero for negative ones.
+float snap(float value) {
+    return static_cast<float>(to_int(value * 1000.0F + 0.5)) * (1.0F / 1000.0F);
+}
+
+} // namespace
+
+void set_rotation(double a, double b, double c) {
+    rotation.sin_a = static_cast<float>(std::sin(a));
+    rotation.cos_a = static_cast<float>(std::cos(a));
+    rotation.sin_b = static_cast<float>(std::sin(b));
+    rotation.cos_b = static_cast<float>(std::cos(b));
+    rotation.sin_c = static_cast<float>(std::sin(c));
+    rotation.cos_c = static_cast<float>(std::cos(c));
+}
+
+Vec3 rotate_point(const Vec3 &in) {
+    return rotate(in);
+}
+
+DVec3 rotate_point_d(const DVec3 &in) {
+    return rotate(in);
+}
+
+void transform_and_project() {
+    set_viewing_rotation();
+    const auto scale_x = static_cast<float>(frame_width * 0.003125);
+    const auto scale_y = static_cast<float>(frame_height * 0.00390625);
+    const auto centre_x = static_cast<float>(frame_width * 0.5);
+    const auto centre_y = static_cast<float>(frame_height * 0.5);
+    const auto points = static_cast<std::size_t>(point_count());
+    for (std::size_t i = 0; i < points; ++i) {
+        const Vec3 p = rotate_point(lwopoints2[i]);
+        const float x = p.x * eye_distance / (p.z + eye_distance) * scale_x + centre_x;
+        const float y = p.y * eye_distance / (p.z + eye_distance) * scale_y + centre_y;
+        const auto depth = static_cast<float>(p.z * -0.9 + 128.0);
+        lwopoints3[i] = {snap(x), snap(y), snap(depth)};
+    }
+}
+
+void rotate_normals() {
+    set_viewing_rotation();
+    const auto points = static_cast<std::size_t>(point_count());
+    for (std::size_t i = 0; i < points; ++i) {
+        lwonormals3[i] = rotate_point(lwonormals2[i]);
+    }
+}
+
+void rotate_light() {
+    set_rotation(tilt_angle(viewer.tilt_y), -tilt_angle(viewer.tilt_x), 0.0);
+    viewer.light_source = {viewer.light_base.z, viewer.light_base.y, viewer.light_base.x};
+    viewer.light = rotate_point(viewer.light_source);
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Turning the object, its normals or the light, and projecting the object onto the screen.
+#pragma once
+
+#include "main_68k/viewer_state.h"
+
+/// Three double-precision coordinates, for the dots effect.
+struct DVec3 {
+    double x;
+    double y;
+    double z;
+};
+
+/// Sets the angles of every rotation that follows, in radians: `a` about x, `b` about y, `c` about z. Sines
+/// and cosines are computed in double and kept as float.
+void set_rotation(double a, double b, double c);
+
+/// `in` turned about z, then x, then y by the set angles.
+Vec3 rotate_point(const Vec3 &in);
+
+/// The same in double precision, by the same float sines and cosines.
+DVec3 rotate_point_d(const DVec3 &in);
+
+/// Turns `lwopoints2` by the mouse and the spin and projects it into `lwopoints3`: perspective from 250 units
+/// in front of the origin, scaled from a 320 x 256 frame to the frame's size, depth 128 - 0.9 z, all snapped
+/// to thousandths.
+void transform_and_project();
+
+/// Turns `lwonormals2` by the mouse and the spin into `lwonormals3`.
+void rotate_normals();
+
+/// Turns the light by the mouse: `light` becomes `light_base`, its components in reverse order, rotated.
+void rotate_light();

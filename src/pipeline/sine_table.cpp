@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Fills the sine table, each entry in double from a float fraction of a turn.
+#include "pipeline/sine_table.h"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+std::array<float, sine_entries> sine_table{};
+
+void build_sine_table() {
+    for (int i = 0; i < sine_entries; ++i) {
+        const float turns = static_cast<float>(i) * (1.0F / sine_period);
+        sine_table[static_cast<std::size_t>(i)] =
+            static_cast<float>(std::sin(turns * (2.0 * std::numbers::pi)));
+    }
+}

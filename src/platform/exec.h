@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// exec.library: the system's basic types, opening libraries, taking messages from a port.
+#pragma once
+
+#ifdef __amigaos4__
+
+#define __USE_INLINE__
+#include <proto/exec.h>
+
+using TagData = ULONG;
+
+#else
+
+#include <cstdint>
+
+using BYTE = std::int8_t;
+using UBYTE = std::uint8_t;
+using WORD = std::int16_t;
+using UWORD = std::uint16_t;
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using BOOL = std::int16_t;
+using APTR = void *;
+using STRPTR = char *;
+using CONST_STRPTR = const char *;
+constexpr BOOL FALSE = 0;
+constexpr BOOL TRUE = 1;
+
+/// What a tag carries: a 32-bit number, or a pointer of the host's size.
+using TagData = std::uintptr_t;
+
+/// One attribute of a call: which, and its value. A list of them ends with TAG_DONE.
+struct TagItem {
+    ULONG ti_Tag;
+    TagData ti_Data;
+};
+constexpr ULONG TAG_DONE = 0;
+constexpr ULONG TAG_USER = 0x80000000;
+
+struct Library;
+struct Interface;
+struct MsgPort;
+struct Message {};
+
+/// Opens a library of at least this version; null if there is none. A host owes every library it can serve.
+Library *OpenLibrary(CONST_STRPTR name, ULONG version);
+
+/// Closes what OpenLibrary opened; null is ignored.
+void CloseLibrary(Library *library);
+
+/// The named interface of an open library, null if it has none; calls of that library are made through it.
+Interface *GetInterface(Library *library, CONST_STRPTR name, ULONG version, const TagItem *tags);
+
+/// Gives back what GetInterface returned; null is ignored.
+void DropInterface(Interface *interface);
+
+/// The oldest message waiting at a port, null when there is none; it is the program's until it is replied to.
+Message *GetMsg(MsgPort *port);
+
+/// Hands a message back to its sender, after which it must not be read any more.
+void ReplyMsg(Message *message);
+
+#endif
+
+/// A pointer as a tag carries it.
+inline TagData tag_pointer(const void *pointer) {
+    return reinterpret_cast<TagData>(pointer);
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// lowlevel.library: the elapsed-time clock.
+#pragma once
+
+#include "platform/exec.h"
+
+#ifdef __amigaos4__
+
+#include <proto/lowlevel.h>
+#include <proto/timer.h>
+
+#else
+
+struct LowLevelIFace;
+
+/// A reading of the clock, kept between two calls; zeros before the first.
+struct EClockVal {
+    ULONG ev_hi;
+    ULONG ev_lo;
+};
+
+/// Seconds since the previous call on the same context, as unsigned 16.16 fixed point; after the first call
+/// on a zeroed context the result means nothing.
+ULONG ElapsedTime(EClockVal *context);
+
+#endif

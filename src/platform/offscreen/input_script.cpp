@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+// Parses input scripts.
+#include "platform/offscreen/input_script.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace offscreen {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+/// Splits a line at blanks; a word that begins with a double quote runs to the next one. Nothing if a quote
+/// is open.
+std::optional<Words> split(const std::string &line) {
+    Words words;
+    std::size_t at = 0;
+    while (true) {
+        while (at < line.size() && is_blank(line[at])) {
+            ++at;
+        }
+        if (at == line.size()) {
+            return words;
+        }
+        std::size_t end = at;
+        if (line[at] == '"' && at + 1 < line.size() && !is_blank(line[at + 1])) {
+            end = line.find('"', at + 1);
+            if (end == std::string::npos) {
+                return std::nullopt;
+            }
+            words.push_back(line.substr(at + 1, end - at - 1));
+            at = end + 1;
+        } else {
+            while (end < line.size() && !is_blank(line[end])) {
+                ++end;
+            }
+            words.push_back(line.substr(at, end - at));
+            at = end;
+        }
+    }
+}
+
+/// A whole word as a number within these bounds.
+std::optional<std::int64_t> number(const std::string &word, std::int64_t lowest, std::int64_t highest) {
+    const bool is_hexadecimal = word.starts_with("0x") || word.starts_with("0X");
+    const char *first = word.data() + (is_hexadecimal ? 2 : 0);
+    const char *last = word.data() + word.size();
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(first, last, value, is_hexadecimal ? 16 : 10);
+    if (error != std::errc{} || end != last || value < lowest || value > highest ||
+        (is_hexadecimal && *first == '-')) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+/// A code written as 0xNN.
+std::optional<UWORD> code(const std::string &word) {
+    const auto value = word.size() == 4 && word.starts_with("0x") ? number(word, 0, 0xFF) : std::nullopt;
+    return value ? std::optional(static_cast<UWORD>(*value)) : std::nullopt;
+}
+
+IntuiMessage message(ULONG event_class, UWORD event_code) {
+    IntuiMessage result{};
+    result.Class = event_class;
+    result.Code = event_code;
+    return result;
+}
+
+std::optional<IntuiMessage> key_message(const Words &words) {
+    if (words.size() != 3) {
+        return std::nullopt;
+    }
+    if (words[2].size() == 1) {
+        return message(IDCMP_VANILLAKEY, static_cast<unsigned char>(words[2][0]));
+    }
+    const auto character = code(words[2]);
+    return character ? std::optional(message(IDCMP_VANILLAKEY, *character)) : std::nullopt;
+}
+
+std::optional<IntuiMessage> raw_key_message(const Words &words) {
+    const auto raw_code = words.size() == 3 ? code(words[2]) : std::nullopt;
+    return raw_code ? std::optional(message(IDCMP_RAWKEY, *raw_code)) : std::nullopt;
+}
+
+std::optional<IntuiMessage> move_message(const Words &words) {
+    if (words.size() != 4) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t lowest = std::numeric_limits<WORD>::min();
+    constexpr std::int64_t highest = std::numeric_limits<WORD>::max();
+    const auto dx = number(words[2], lowest, highest);
+    const auto dy = number(words[3], lowest, highest);
+    if (!dx || !dy) {
+        return std::nullopt;
+    }
+    IntuiMessage result = message(IDCMP_MOUSEMOVE, 0);
+    result.MouseX = static_cast<WORD>(*dx);
+    result.MouseY = static_cast<WORD>(*dy);
+    return result;
+}
+
+std::optional<IntuiMessage> button_message(const Words &words) {
+    if (words.size() != 3 || (words[2] != "left" && words[2] != "right")) {
+        return std::nullopt;
+    }
+    return message(IDCMP_MOUSEBUTTONS, words[2] == "left" ? SELECTDOWN : MENUDOWN);
+}
+
+std::optional<Event> parse_event(const Words &words) {
+    const auto pass = number(words[0], 1, std::numeric_limits<int>::max());
+    if (!pass || words.size() < 2) {
+        return std::nullopt;
+    }
+    std::optional<IntuiMessage> parsed;
+    if (words[1] == "key") {
+        parsed = key_message(words);
+    } else if (words[1] == "rawkey") {
+        parsed = raw_key_message(words);
+    } else if (words[1] == "move") {
+        parsed = move_message(words);
+    } else if (words[1] == "button") {
+        parsed = button_message(words);
+    }
+    return parsed ? std::optional(Event{static_cast<int>(*pass), *parsed}) : std::nullopt;
+}
+
+std::optional<Answer> parse_mode_answer(const Words &words) {
+    // Sizes may be impossible ones: what a requester can hold is not what a screen can show.
+    constexpr std::int64_t lowest = std::numeric_limits<LONG>::min();
+    constexpr std::int64_t highest = std::numeric_limits<LONG>::max();
+    const auto mode_id = number(words[2], lowest, std::numeric_limits<ULONG>::max());
+    const auto width = number(words[3], lowest, highest);
+    const auto height = number(words[4], lowest, highest);
+    if (!mode_id || !width || !height) {
+        return std::nullopt;
+    }
+    return Answer{
+        {},
+        ModeAnswer{static_cast<ULONG>(*mode_id), static_cast<ULONG>(*width), static_cast<ULONG>(*height)}};
+}
+
+std::optional<Answer> parse_answer(const Words &words) {
+    if (words.size() == 2 && words[1] == "cancel") {
+        return Answer{};
+    }
+    if (words.size() == 4 && words[1] == "file") {
+        return Answer{FileAnswer{words[2], words[3]}, {}};
+    }
+    if (words.size() == 5 && words[1] == "mode") {
+        return parse_mode_answer(words);
+    }
+    return std::nullopt;
+}
+
+/// Takes one line into the script; what is wrong with it, or nothing.
+std::optional<std::string> read_line(const std::string &line, Setup &script) {
+    const std::optional<Words> words = split(line);
+    if (!words) {
+        return "a double quote is not closed";
+    }
+    if (words->empty() || (*words)[0][0] == '#') {
+        return std::nullopt;
+    }
+    if ((*words)[0] == "answer") {
+        const std::optional<Answer> answer = parse_answer(*words);
+        if (!answer) {
+            return "not an answer: " + line;
+        }
+        script.answers.push_back(*answer);
+        return std::nullopt;
+    }
+    const std::optional<Event> event = parse_event(*words);
+    if (!event) {
+        return "not an event: " + line;
+    }
+    script.events.push_back(*event);
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<ScriptError> read_script(std::istream &script, Setup &setup) {
+    Setup read;
+    std::string line;
+    for (int number = 1; std::getline(script, line); ++number) {
+        if (const std::optional<std::string> error = read_line(line, read)) {
+            return ScriptError{number, *error};
+        }
+    }
+    std::stable_sort(read.events.begin(), read.events.end(),
+                     [](const Event &a, const Event &b) { return a.pass < b.pass; });
+    setup.events = std::move(read.events);
+    setup.answers = std::move(read.answers);
+    return std::nullopt;
+}
+
+} // namespace offscreen

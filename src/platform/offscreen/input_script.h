@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Input scripts: events and requester answers, one a line of text.
+#pragma once
+
+#include "platform/offscreen/host.h"
+
+#include <istream>
+#include <string>
+
+namespace offscreen {
+
+/// Why a script cannot be used, and in which of its lines, counted from 1.
+struct ScriptError {
+    int line = 0;
+    std::string message;
+};
+
+/// Reads a script into the events and answers of `setup`, events ordered by pass and within a pass as in the
+/// script:
+///
+///     PASS key C             a translated key: one character, or its code as 0xNN
+///     PASS rawkey 0xNN       a raw key
+///     PASS move DX DY        relative mouse movement, -32768 .. 32767 each
+///     PASS button left       a button pressed, left or right
+///     answer file DRAWER NAME
+///     answer mode ID WIDTH HEIGHT
+///     answer cancel
+///
+/// A drawer or name in double quotes may hold blanks or nothing. Empty lines and lines that begin with # are
+/// passed over. Nothing for a script that is well-formed; otherwise the first error, and `setup` is as it
+/// was.
+std::optional<ScriptError> read_script(std::istream &script, Setup &setup);
+
+} // namespace offscreen

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// intuition.library offscreen: screens, windows and screen buffers in memory.
+#include "platform/intuition.h"
+
+#include "platform/offscreen/state.h"
+
+using namespace offscreen;
+
+namespace {
+
+/// Sizes that a screen can have, each way.
+constexpr std::int32_t smallest_side = 1;
+constexpr std::int32_t largest_side = 16384;
+
+bool is_possible_side(std::int32_t side) {
+    return side >= smallest_side && side <= largest_side;
+}
+
+} // namespace
+
+Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
+    record("OpenScreenTagList", {tags_as_text(tags)});
+    const auto width = static_cast<std::int32_t>(tag_value(tags, SA_Width, 0));
+    const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
+    if (is_refused("OpenScreenTagList") || !is_possible_side(width) || !is_possible_side(height)) {
+        return nullptr;
+    }
+    state.screens.push_back(std::make_unique<OffscreenScreen>(width, height));
+    return state.screens.back().get();
+}
+
+void CloseScreen(Screen *screen) {
+    record("CloseScreen", {});
+    release(state.screens, static_cast<OffscreenScreen *>(screen));
+}
+
+Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
+    record("OpenWindowTagList", {tags_as_text(tags)});
+    if (is_refused("OpenWindowTagList")) {
+        return nullptr;
+    }
+    auto *screen = static_cast<OffscreenScreen *>(
+        reinterpret_cast<Screen *>(tag_value(tags, WA_CustomScreen, tag_pointer(nullptr))));
+    auto window = std::make_unique<OffscreenWindow>();
+    host::initialise_context(window->context);
+    window->context.BitMap = screen->shown;
+    window->RPort = &window->context;
+    state.windows.push_back(std::move(window));
+    return state.windows.back().get();
+}
+
+void CloseWindow(Window *window) {
+    record("CloseWindow", {});
+    release(state.windows, static_cast<OffscreenWindow *>(window));
+}
+
+ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *, ULONG flags) {
+    record("AllocScreenBuffer", {std::to_string(flags)});
+    if (is_refused("AllocScreenBuffer")) {
+        return nullptr;
+    }
+    auto &offscreen_screen = *static_cast<OffscreenScreen *>(screen);
+    auto buffer = std::make_unique<OffscreenBuffer>();
+    if ((flags & SB_SCREEN_BITMAP) != 0) {
+        buffer->sb_BitMap = &offscreen_screen.bitmap;
+    } else {
+        buffer->own = std::make_unique<BitMap>(offscreen_screen.bitmap.width, offscreen_screen.bitmap.height);
+        buffer->sb_BitMap = buffer->own.get();
+    }
+    state.buffers.push_back(std::move(buffer));
+    return state.buffers.back().get();
+}
+
+void FreeScreenBuffer(Screen *, ScreenBuffer *buffer) {
+    record("FreeScreenBuffer", {});
+    release(state.buffers, static_cast<OffscreenBuffer *>(buffer));
+}
+
+ULONG ChangeScreenBuffer(Screen *screen, ScreenBuffer *buffer) {
+    record("ChangeScreenBuffer", {});
+    static_cast<OffscreenScreen *>(screen)->shown = buffer->sb_BitMap;
+    return 1;
+}
+
+void SetPointer(Window *, const UWORD *, LONG height, LONG width, LONG x_offset, LONG y_offset) {
+    record("SetPointer", {std::to_string(height), std::to_string(width), std::to_string(x_offset),
+                          std::to_string(y_offset)});
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// The dot sprite, the plotter that scales it onto the frame, and the overlay of one dot a point.
+#include "raster/dots.h"
+
+#include "display/frame_buffers.h"
+#include "object/model.h"
+#include "raster/fixed_point.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+HeapArray<std::uint8_t> dot_image;
+
+namespace {
+
+/// One past the sprite's last texel, in 16.16.
+constexpr std::int64_t sprite_end = std::int64_t{dot_image_size} << 16;
+
+/// Where a dot lies along one axis: the frame's pixels `first` to `end` - 1, sampling the sprite from `texel`
+/// (16.16) on, `step` apart.
+struct DotExtent {
+    std::int64_t first;
+    std::int64_t end;
+    std::int64_t texel;
+};
+
+/// The part of a dot that falls into the pixels `low` to `high` - 1, for a dot whose pixel `start` samples
+/// the sprite at `texel`. The texels between are never visited, so that a dot of any size and place costs
+/// what it draws.
+DotExtent clip_dot(std::int64_t start, std::int64_t texel, std::int64_t step, std::int64_t low,
+                   std::int64_t high) {
+    const std::int64_t pixels = texel < sprite_end ? (sprite_end - texel + step - 1) / step : 0;
+    const std::int64_t before_sprite = texel < 0 ? (-texel + step - 1) / step : 0;
+    const std::int64_t first = std::max(start + before_sprite, low);
+    return {first, std::min(start + pixels, high), texel + (first - start) * step};
+}
+
+/// A texel's brightness times the dots' luminance, added to a pixel.
+std::uint8_t add_glow(std::uint8_t pixel, std::uint8_t texel, std::int32_t luminance) {
+    const std::int32_t glow = as_signed(Fixed{texel} * static_cast<Fixed>(luminance)) >> 16;
+    const std::int32_t sum = pixel + glow;
+    return static_cast<std::uint8_t>(sum <= 254 ? sum : 255);
+}
+
+} // namespace
+
+void build_dot_image() {
+    constexpr int peak = dot_image_radius - 1;
+    for (int row = 0; row < dot_image_size; ++row) {
+        for (int column = 0; column < dot_image_size; ++column) {
+            const int dx = column - peak;
+            const int dy = row - peak;
+            const double distance = std::sqrt(static_cast<double>(dx * dx + dy * dy));
+            const std::int32_t value = to_int(255.0 - distance * 255.0 / peak);
+            dot_image[static_cast<std::size_t>(row * dot_image_size + column)] =
+                static_cast<std::uint8_t>(std::max(value, 0));
+        }
+    }
+}
+
+void plot_dot(float x, float y, float s) {
+    const std::int32_t luminance = viewer.clear_style == 0 ? viewer.dot_lum : viewer.dot_lum_in_blur;
+    const float left = x - s;
+    const float top = y - s;
+    const std::int32_t x0 = to_int(left);
+    const std::int32_t y0 = to_int(top);
+
+    // Texels a pixel in 16.16. The first pixel samples one step, less the dot's fraction of a pixel, into the
+    // sprite.
+    const std::int32_t step = to_int(static_cast<float>(dot_image_radius) / s * 65536.0F);
+    if (step <= 0) {
+        return;
+    }
+    const auto float_step = static_cast<float>(step);
+    const float fx = left - static_cast<float>(x0);
+    const float fy = top - static_cast<float>(y0);
+    const std::int32_t u0 = to_int(float_step - fx * float_step);
+    const std::int32_t v0 = to_int(float_step - fy * float_step);
+
+    const DotExtent rows = clip_dot(y0, v0, step, first_drawn_row, frame_height - first_drawn_row + 1);
+    const DotExtent columns = clip_dot(x0, u0, step, 0, frame_width);
+    std::int64_t v = rows.texel;
+    for (std::int64_t row = rows.first; row < rows.end; ++row, v += step) {
+        std::uint8_t *pixels = chunkybuf1.get() + row * frame_width;
+        const std::uint8_t *texels = dot_image.get() + (v >> 16) * dot_image_size;
+        std::int64_t u = columns.texel;
+        for (std::int64_t column = columns.first; column < columns.end; ++column, u += step) {
+            pixels[column] = add_glow(pixels[column], texels[u >> 16], luminance);
+        }
+    }
+}
+
+void draw_dots_overlay() {
+    faces_seen = 0;
+    triangles_drawn = 0;
+    const std::int32_t points = point_count();
+    for (std::int32_t i = 0; i < points; ++i) {
+        const Vec3 &point = lwopoints3[static_cast<std::size_t>(i)];
+        plot_dot(point.x, point.y + 1.0F, point.z / 100.0F + 1.0F);
+    }
+}

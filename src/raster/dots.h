@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Dots: round glows added onto the frame, one at a time or one at every point of the object.
+#pragma once
+
+#include "main_68k/heap_array.h"
+#include "main_68k/viewer_state.h"
+
+#include <cstdint>
+
+/// Width and height of the dot sprite, and the radius that it stands for, in texels.
+constexpr int dot_image_size = 2 << dot_size_shift;
+constexpr int dot_image_radius = 1 << dot_size_shift;
+
+/// The dot sprite: a cone of brightness, 255 at texel (R - 1, R - 1). Allocated at start-up, filled by
+/// preparation.
+extern HeapArray<std::uint8_t> dot_image;
+
+/// Fills `dot_image`: 255 at its peak, falling linearly to 0 at a distance of R - 1 texels. The peak stands
+/// one texel above and left of the square's centre, so that the last row and column stay 0.
+void build_dot_image();
+
+/// Adds a dot of radius `s` (pixels) at (x, y) onto `chunkybuf1`, saturating at 255, with `dot_lum` on
+/// cleared frames and `dot_lum_in_blur` otherwise. Clipped at the frame's sides and to its drawn rows; a
+/// radius that gives no positive step through the sprite draws nothing.
+void plot_dot(float x, float y, float s);
+
+/// Plots a dot at every projected point, larger where it is nearer. Sets both frame counters to 0.
+void draw_dots_overlay();

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// The walk over the polygon list, for everything that looks at polygons.
+#pragma once
+
+#include "object/model.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+/// Calls `visit` for each polygon in list order with its vertex count n and the words behind the count: the n
+/// point indices, and never fewer than three words, since a polygon of fewer points is used as the triangle
+/// of the three words that follow its count. `is_usable` is false when one of these words is not the index of
+/// a point. The walk ends at the first polygon that the list cuts short.
+template <typename Visit>
+void for_each_polygon(Visit visit) {
+    const auto points = static_cast<std::uint32_t>(point_count());
+    const std::span<const std::uint16_t> words(polygon_chunk.get(),
+                                               static_cast<std::size_t>(polygon_word_count()));
+    for (std::size_t at = 0; at < words.size();) {
+        const std::size_t vertices = words[at];
+        const std::size_t used = std::max<std::size_t>(vertices, 3);
+        if (at + used >= words.size()) {
+            return;
+        }
+        const std::span<const std::uint16_t> indices = words.subspan(at + 1, used);
+        const bool is_usable =
+            std::all_of(indices.begin(), indices.end(), [points](std::uint16_t i) { return i < points; });
+        visit(vertices, indices, is_usable);
+        at += vertices + 2;
+    }
+}
