@@ -11,7 +11,7 @@ namespace zelvo_data {
 
 namespace {
 
-constexpr int k_lathe_segments = 44;
+constexpr int lathe_segments = 44;
 
 // A half-round moulding that starts and ends at the same distance from the axis.
 std::vector<Point2> bead(Point2 top, double height, double bulge) {
@@ -50,7 +50,7 @@ Mesh build_chess_pawn() {
     const std::uint16_t wood = mesh.add_surface({"Pear wood", {186, 120, 66}, 0, 240});
     const std::uint16_t brass = mesh.add_surface({"Brass", {226, 190, 96}, 0, 256});
     const std::uint16_t felt = mesh.add_surface({"Green felt", {34, 96, 52}, 0, 200});
-    turn_on_lathe(mesh, pawn_profile(wood, brass, felt), k_lathe_segments);
+    turn_on_lathe(mesh, pawn_profile(wood, brass, felt), lathe_segments);
     return mesh;
 }
 

@@ -12,17 +12,17 @@ namespace zelvo_data {
 namespace {
 
 // All sizes are those of the flat faces; the rounded edges add their radius on every side.
-constexpr int k_teeth = 12;
-constexpr int k_steps_per_tooth = 8;
-constexpr int k_tooth_width_steps = 2;
-constexpr int k_rim_steps = k_teeth * k_steps_per_tooth;
-constexpr int k_hub_steps = 48;
-constexpr int k_spokes = 6;
-constexpr double k_bore_radius = 19.5;
-constexpr double k_hub_radius = 27.0;
-constexpr double k_rim_radius = 66.0;
-constexpr double k_root_radius = 76.0;
-constexpr double k_tip_radius = 97.0;
+constexpr int teeth = 12;
+constexpr int steps_per_tooth = 8;
+constexpr int tooth_width_steps = 2;
+constexpr int rim_steps = teeth * steps_per_tooth;
+constexpr int hub_steps = 48;
+constexpr int spokes = 6;
+constexpr double bore_radius = 19.5;
+constexpr double hub_radius = 27.0;
+constexpr double rim_radius = 66.0;
+constexpr double root_radius = 76.0;
+constexpr double tip_radius = 97.0;
 
 Point2 on_circle(double radius, double turns) {
     return {radius * cosine_of_turns(turns), radius * sine_of_turns(turns)};
@@ -41,11 +41,11 @@ void add_ring(FlatFigure &figure, double inner, double outer, int steps, int row
 // A tooth narrows towards its tip: there its points are drawn together around its middle line.
 void add_tooth(FlatFigure &figure, int first_step) {
     constexpr double taper = 0.5;
-    const double middle = first_step + k_tooth_width_steps / 2.0;
-    for (int i = first_step; i < first_step + k_tooth_width_steps; ++i) {
-        const auto root = [](double step) { return on_circle(k_root_radius, step / k_rim_steps); };
+    const double middle = first_step + tooth_width_steps / 2.0;
+    for (int i = first_step; i < first_step + tooth_width_steps; ++i) {
+        const auto root = [](double step) { return on_circle(root_radius, step / rim_steps); };
         const auto tip = [middle](double step) {
-            return on_circle(k_tip_radius, (middle + (step - middle) * taper) / k_rim_steps);
+            return on_circle(tip_radius, (middle + (step - middle) * taper) / rim_steps);
         };
         figure.add_patch({root(i), tip(i), tip(i + 1), root(i + 1)}, 3, 1);
     }
@@ -54,8 +54,8 @@ void add_tooth(FlatFigure &figure, int first_step) {
 // The spoke lies along the x axis, waisted in the middle; both ends are buried in the hub and the rim.
 FlatFigure spoke() {
     constexpr int pieces = 8;
-    constexpr double start = k_hub_radius - 2.0;
-    constexpr double end = k_rim_radius + 2.0;
+    constexpr double start = hub_radius - 2.0;
+    constexpr double end = rim_radius + 2.0;
     const auto half_width = [](int piece) {
         const double from_middle = 2.0 * piece / pieces - 1.0;
         return 2.2 + 4.8 * from_middle * from_middle;
@@ -88,18 +88,18 @@ Mesh build_cogwheel() {
     const std::uint16_t dark = mesh.add_surface({"Cast iron", {112, 116, 124}, 0, 240});
 
     FlatFigure rim;
-    add_ring(rim, k_rim_radius, k_root_radius, k_rim_steps, 2);
-    for (int tooth = 0; tooth < k_teeth; ++tooth) {
-        add_tooth(rim, tooth * k_steps_per_tooth + 3);
+    add_ring(rim, rim_radius, root_radius, rim_steps, 2);
+    for (int tooth = 0; tooth < teeth; ++tooth) {
+        add_tooth(rim, tooth * steps_per_tooth + 3);
     }
     extrude(mesh, rim, {36.0, 4.0, 2, bright, bright, presented});
 
     FlatFigure hub;
-    add_ring(hub, k_bore_radius, k_hub_radius, k_hub_steps, 2);
+    add_ring(hub, bore_radius, hub_radius, hub_steps, 2);
     extrude(mesh, hub, {50.0, 4.5, 2, bright, bright, presented});
 
-    for (int i = 0; i < k_spokes; ++i) {
-        const Point2 direction = on_circle(1.0, static_cast<double>(i) / k_spokes);
+    for (int i = 0; i < spokes; ++i) {
+        const Point2 direction = on_circle(1.0, static_cast<double>(i) / spokes);
         const auto turned = [direction](const Point3 &p) {
             return presented(
                 {p.x * direction.x - p.y * direction.y, p.x * direction.y + p.y * direction.x, p.z});

@@ -65,7 +65,7 @@ Outline uncut_square(const Facet &facet) {
 
 // Corners in which more than three facets meet lie on the cutting plane up to a rounding error. Within the
 // tolerance they count as lying on it, so that the error decides nothing.
-constexpr double k_on_plane = 1.0e-6;
+constexpr double on_plane = 1.0e-6;
 
 Outline grind(const Outline &outline, const Facet &cutter) {
     Outline result;
@@ -74,11 +74,10 @@ Outline grind(const Outline &outline, const Facet &cutter) {
         const Point3 &b = outline[(i + 1) % outline.size()];
         const double above_a = dot(cutter.normal, a) - cutter.distance;
         const double above_b = dot(cutter.normal, b) - cutter.distance;
-        if (above_a <= k_on_plane) {
+        if (above_a <= on_plane) {
             result.push_back(a);
         }
-        if ((above_a < -k_on_plane && above_b > k_on_plane) ||
-            (above_a > k_on_plane && above_b < -k_on_plane)) {
+        if ((above_a < -on_plane && above_b > on_plane) || (above_a > on_plane && above_b < -on_plane)) {
             result.push_back(a + (b - a) * (above_a / (above_a - above_b)));
         }
     }

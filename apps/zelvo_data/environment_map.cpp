@@ -12,10 +12,10 @@ namespace zelvo_data {
 
 namespace {
 
-constexpr int k_size = 256;
-constexpr double k_centre = 128.0;
-constexpr double k_normal_length = 123.0;
-constexpr int k_samples_per_side = 4;
+constexpr int map_size = 256;
+constexpr double map_centre = 128.0;
+constexpr double normal_length = 123.0;
+constexpr int samples_per_side = 4;
 
 // 0 below `from`, 1 above `to`, and a smooth ramp in between.
 double ramp(double value, double from, double to) {
@@ -124,17 +124,18 @@ double reflected_brightness(double x, double y) {
 
 Bytes build_environment_map() {
     Bytes map;
-    map.reserve(static_cast<std::size_t>(k_size) * k_size);
-    for (int row = 0; row < k_size; ++row) {
-        for (int column = 0; column < k_size; ++column) {
+    map.reserve(static_cast<std::size_t>(map_size) * map_size);
+    for (int row = 0; row < map_size; ++row) {
+        for (int column = 0; column < map_size; ++column) {
             double sum = 0.0;
-            for (int sample = 0; sample < k_samples_per_side * k_samples_per_side; ++sample) {
-                const double dx = (sample % k_samples_per_side + 0.5) / k_samples_per_side - 0.5;
-                const double dy = (sample / k_samples_per_side + 0.5) / k_samples_per_side - 0.5;
-                sum += reflected_brightness((k_centre - column - dx) / k_normal_length,
-                                            (row + dy - k_centre) / k_normal_length);
+            for (int sample = 0; sample < samples_per_side * samples_per_side; ++sample) {
+                const double dx = (sample % samples_per_side + 0.5) / samples_per_side - 0.5;
+                const int sample_row = sample / samples_per_side;
+                const double dy = (sample_row + 0.5) / samples_per_side - 0.5;
+                sum += reflected_brightness((map_centre - column - dx) / normal_length,
+                                            (row + dy - map_centre) / normal_length);
             }
-            const double mean = sum / (k_samples_per_side * k_samples_per_side);
+            const double mean = sum / (samples_per_side * samples_per_side);
             map.push_back(static_cast<std::uint8_t>(std::clamp(mean * 255.0 + 0.5, 0.0, 255.0)));
         }
     }

@@ -22,12 +22,12 @@ double series_sum(double first_term, double squared, int first_divisor) {
 
 // The argument is a fraction of an eighth turn between 0 and 1.
 double eighth_sine(double fraction) {
-    const double angle = fraction * (k_pi / 4.0);
+    const double angle = fraction * (pi / 4.0);
     return series_sum(angle, angle * angle, 2);
 }
 
 double eighth_cosine(double fraction) {
-    const double angle = fraction * (k_pi / 4.0);
+    const double angle = fraction * (pi / 4.0);
     return series_sum(1.0, angle * angle, 1);
 }
 

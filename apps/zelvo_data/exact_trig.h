@@ -8,7 +8,7 @@ namespace zelvo_data {
 double sine_of_turns(double turns);
 double cosine_of_turns(double turns);
 
-constexpr double k_pi = 3.14159265358979323846;
+constexpr double pi = 3.14159265358979323846;
 
 // Convenience for design values that read most naturally in degrees.
 inline double sine_of_degrees(double degrees) {

@@ -25,6 +25,7 @@ std::size_t FlatFigure::shared_point(const Point2 &place) {
 
 void FlatFigure::add_piece(const std::vector<Point2> &corners) {
     std::vector<std::size_t> piece;
+    piece.reserve(corners.size());
     for (const Point2 &corner : corners) {
         piece.push_back(shared_point(corner));
     }

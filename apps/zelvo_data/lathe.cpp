@@ -49,10 +49,10 @@ namespace {
 
 // A profile point on the axis becomes one point instead of a ring, so that the tip of the figure gets one
 // common normal.
-constexpr double k_axis_distance = 1.0e-6;
+constexpr double axis_distance = 1.0e-6;
 
 std::vector<std::uint16_t> add_ring(Mesh &mesh, Point2 profile_point, int segments) {
-    if (profile_point.x < k_axis_distance) {
+    if (profile_point.x < axis_distance) {
         const std::uint16_t tip = mesh.add_point({0.0, profile_point.y, 0.0});
         return std::vector<std::uint16_t>(static_cast<std::size_t>(segments), tip);
     }

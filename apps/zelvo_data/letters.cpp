@@ -15,17 +15,17 @@ namespace {
 
 // Letters are drawn in a box from y = 0 to the height, as thin as their flat faces; the rounded edges then
 // add their radius on every side. Patches are divided in x so that the bend looks round.
-constexpr double k_height = 54.0;
-constexpr double k_rounding = 3.2;
-constexpr double k_gap = 12.0;
-constexpr double k_thickness = 19.0;
-constexpr double k_bend_radius = 116.0;
-constexpr double k_barrel_bulge = 4.5;
+constexpr double letter_height = 54.0;
+constexpr double rounding = 3.2;
+constexpr double gap = 12.0;
+constexpr double thickness = 19.0;
+constexpr double bend_radius = 116.0;
+constexpr double barrel_bulge = 4.5;
 
 struct Letter {
     FlatFigure figure;
     double width;
-    double gap_after = k_gap; // Distance to the face of the next letter.
+    double gap_after = gap; // Distance to the face of the next letter.
 };
 
 std::vector<Point2> box(double left, double bottom, double right, double top) {
@@ -75,9 +75,9 @@ Letter letter_v() {
     constexpr double half_foot = 3.3;
     constexpr double half_notch = 3.4;
     constexpr double stroke = 6.8;
-    constexpr double slant = (centre - half_foot) / k_height;
-    constexpr double notch = k_height - (centre - half_notch - stroke) / slant;
-    constexpr double shoulder = slant * (k_height - notch);
+    constexpr double slant = (centre - half_foot) / letter_height;
+    constexpr double notch = letter_height - (centre - half_notch - stroke) / slant;
+    constexpr double shoulder = slant * (letter_height - notch);
     const auto mirrored = [](const std::vector<Point2> &p) {
         return std::vector<Point2>{{width - p[1].x, p[1].y},
                                    {width - p[0].x, p[0].y},
@@ -85,7 +85,7 @@ Letter letter_v() {
                                    {width - p[2].x, p[2].y}};
     };
     const std::vector<Point2> arm = {
-        {shoulder, notch}, {centre - half_notch, notch}, {stroke, k_height}, {0.0, k_height}};
+        {shoulder, notch}, {centre - half_notch, notch}, {stroke, letter_height}, {0.0, letter_height}};
     const std::vector<Point2> base = {{centre - half_foot, 0.0},
                                       {centre - half_foot / 3.0, 0.0},
                                       {centre - half_notch, notch},
@@ -103,12 +103,12 @@ Letter letter_v() {
 Letter letter_o() {
     constexpr int segments = 44;
     constexpr double overshoot = 1.0;
-    const Point2 outer{18.0, k_height / 2.0 + overshoot};
-    const Point2 inner{11.5, k_height / 2.0 - 5.8};
+    const Point2 outer{18.0, letter_height / 2.0 + overshoot};
+    const Point2 inner{11.5, letter_height / 2.0 - 5.8};
     const auto on_ellipse = [&outer](const Point2 &radii, int step) {
         const double turns = static_cast<double>(step % segments) / segments;
         return Point2{outer.x + radii.x * cosine_of_turns(turns),
-                      k_height / 2.0 + radii.y * sine_of_turns(turns)};
+                      letter_height / 2.0 + radii.y * sine_of_turns(turns)};
     };
     FlatFigure figure;
     for (int i = 0; i < segments; ++i) {
@@ -123,12 +123,12 @@ Letter letter_o() {
 // its lower and upper line, so that reflections run across the letters instead of filling them evenly.
 std::function<Point3(const Point3 &)> bend_from(double left) {
     return [left](const Point3 &p) {
-        const double turns = (left + p.x) / (2.0 * k_pi * k_bend_radius);
-        const double height = p.y - k_height / 2.0;
-        const double relative_height = height / (k_height / 2.0);
-        const double distance = k_bend_radius - p.z - k_barrel_bulge * relative_height * relative_height;
+        const double turns = (left + p.x) / (2.0 * pi * bend_radius);
+        const double height = p.y - letter_height / 2.0;
+        const double relative_height = height / (letter_height / 2.0);
+        const double distance = bend_radius - p.z - barrel_bulge * relative_height * relative_height;
         return Point3{distance * sine_of_turns(turns), height,
-                      k_bend_radius - distance * cosine_of_turns(turns)};
+                      bend_radius - distance * cosine_of_turns(turns)};
     };
 }
 
@@ -145,7 +145,7 @@ Mesh build_letters() {
     }
     double left = -total / 2.0;
     for (const Letter &letter : word) {
-        extrude(mesh, letter.figure, {k_thickness, k_rounding, 2, face, side, bend_from(left)});
+        extrude(mesh, letter.figure, {thickness, rounding, 2, face, side, bend_from(left)});
         left += letter.width + letter.gap_after;
     }
     return mesh;

@@ -28,7 +28,7 @@ void append_u32(Bytes &bytes, std::uint32_t value) {
 
 // Grid steps are well below 2^24 and the grid divides by a power of two, so the float is exact.
 void append_coordinate(Bytes &bytes, std::int32_t grid_steps) {
-    const float value = static_cast<float>(grid_steps) / static_cast<float>(k_grid_steps_per_unit);
+    const float value = static_cast<float>(grid_steps) / static_cast<float>(grid_steps_per_unit);
     append_u32(bytes, std::bit_cast<std::uint32_t>(value));
 }
 

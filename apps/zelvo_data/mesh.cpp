@@ -36,10 +36,10 @@ namespace {
 
 // Design values often lie exactly halfway between two grid steps. The small bias moves the border between
 // the steps away from those values, so a rounding error in the last bit cannot tip them either way.
-constexpr double k_tie_bias = 1.0 / 4096.0;
+constexpr double tie_bias = 1.0 / 4096.0;
 
 std::int32_t to_grid_step(double value) {
-    return static_cast<std::int32_t>(std::floor(value * k_grid_steps_per_unit + 0.5 + k_tie_bias));
+    return static_cast<std::int32_t>(std::floor(value * grid_steps_per_unit + 0.5 + tie_bias));
 }
 
 bool same_place(const GridPoint &a, const GridPoint &b) {

@@ -29,7 +29,7 @@ Point3 normalized(const Point3 &a);
 
 // Coordinates are stored as whole numbers of grid steps. A last-bit difference between two processors can
 // therefore only change a file if a coordinate lies that close to the border between two steps.
-constexpr double k_grid_steps_per_unit = 1024.0;
+constexpr double grid_steps_per_unit = 1024.0;
 
 struct GridPoint {
     std::int32_t x;

@@ -12,8 +12,8 @@ namespace zelvo_data {
 
 namespace {
 
-constexpr double k_radius = 100.0;
-constexpr int k_split_rounds = 4;
+constexpr double radius = 100.0;
+constexpr int split_rounds = 4;
 
 using Triangle = std::array<std::size_t, 3>;
 
@@ -94,13 +94,13 @@ void split(Shell &shell) {
 
 Mesh build_sphere() {
     Shell shell = icosahedron();
-    for (int round = 0; round < k_split_rounds; ++round) {
+    for (int round = 0; round < split_rounds; ++round) {
         split(shell);
     }
     Mesh mesh;
     const std::uint16_t surface = mesh.add_surface({"Chrome", {208, 212, 220}, 0, 256});
     for (const Point3 &point : shell.points) {
-        mesh.add_point(point * k_radius);
+        mesh.add_point(point * radius);
     }
     for (const auto &[a, b, c] : shell.triangles) {
         mesh.add_polygon(
