@@ -2,6 +2,7 @@
 // Writes PGM by hand, since it is a line of text and the pixels, and PNG with libpng.
 #include "picture_files.h"
 
+#include "give_up.h"
 #include "output_file.h"
 
 #include <png.h>
