@@ -14,11 +14,19 @@ namespace desktop {
 
 namespace {
 
-/// A click that brings the window the focus is over so many milliseconds after it; it is not a command.
+/// A click that brings the focus back to the window is over so many milliseconds after it; it is not a
+/// command.
 constexpr Uint32 focusing_click_milliseconds = 100;
 
-/// When the window got the focus last, by SDL's clock. Written with the focus events.
-Uint32 focused_since = 0;
+/// Whether the window has lost the focus since it was opened. Written with the focus events.
+bool has_lost_focus = false;
+
+/// When the window got the focus back, by SDL's clock; nothing while it has it from the start. Written with
+/// the focus events.
+std::optional<Uint32> focused_again;
+
+/// The modifier keys held with the key pressed last, whose text comes right behind it. Written with each key.
+Uint16 modifiers = KMOD_NONE;
 
 IntuiMessage message(ULONG event_class, UWORD code) {
     IntuiMessage result{};
@@ -54,7 +62,7 @@ bool is_full_screen_key(const SDL_KeyboardEvent &event) {
 /// Appends the characters that the system's 8-bit character set knows, one message each.
 void take_text(const char *text, std::deque<IntuiMessage> &messages) {
     // A key together with these is a command of the desktop, not of the viewer.
-    if ((SDL_GetModState() & (KMOD_CTRL | KMOD_LALT | KMOD_GUI)) != 0) {
+    if ((modifiers & (KMOD_CTRL | KMOD_LALT | KMOD_GUI)) != 0) {
         return;
     }
     for (const auto *at = reinterpret_cast<const unsigned char *>(text); *at != 0; ++at) {
@@ -83,7 +91,7 @@ void take_motion(const SDL_MouseMotionEvent &event, std::deque<IntuiMessage> &me
 }
 
 void take_button(const SDL_MouseButtonEvent &event, std::deque<IntuiMessage> &messages) {
-    if (event.timestamp - focused_since < focusing_click_milliseconds) {
+    if (focused_again && event.timestamp - *focused_again < focusing_click_milliseconds) {
         return;
     }
     if (event.button == SDL_BUTTON_LEFT) {
@@ -96,10 +104,13 @@ void take_button(const SDL_MouseButtonEvent &event, std::deque<IntuiMessage> &me
 void heed_window(const SDL_WindowEvent &event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_FOCUS_GAINED:
-        focused_since = event.timestamp;
+        if (has_lost_focus) {
+            focused_again = event.timestamp;
+        }
         hold_pointer(true);
         break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
+        has_lost_focus = true;
         hold_pointer(false);
         break;
     case SDL_WINDOWEVENT_CLOSE:
@@ -121,6 +132,7 @@ void take_input(std::deque<IntuiMessage> &messages) {
     while (SDL_PollEvent(&event) != 0) {
         switch (event.type) {
         case SDL_KEYDOWN:
+            modifiers = event.key.keysym.mod;
             if (is_full_screen_key(event.key)) {
                 toggle_full_screen();
             } else if (const auto key = key_message(event.key.keysym)) {
