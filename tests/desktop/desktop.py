@@ -171,11 +171,27 @@ class Display:
         """The window of this title, once it has the focus."""
 
         def focused():
-            window = self.find(title)
-            active = self.xdotool("getactivewindow").split()
-            return window if window and active == [str(window)] else None
+            words = self.xdotool("getactivewindow").split()
+            name = self.xdotool("getwindowname", words[0]) if words else ""
+            return int(words[0]) if re.search(title, name) else None
 
-        return wait_until(focused, "a window " + title)
+        try:
+            return wait_until(focused, "a window " + title)
+        except AssertionError as error:
+            active = self.xdotool("getactivewindow", "getwindowname").strip()
+            raise AssertionError(f"{error}; found {self.find(title)}, active is {active!r}") from None
+
+    def cancel(self, title):
+        """Cancels a requester; a toolkit that is not ready for the first Escape gets another one."""
+        self.wait_for(title)
+        for _ in range(10):
+            self.key("Escape")
+            try:
+                wait_until(lambda: self.find(title) is None, "no window " + title, 2.0)
+                return
+            except AssertionError:
+                pass
+        raise AssertionError("Escape does not close " + title)
 
     def wait_until_gone(self, title):
         wait_until(lambda: self.find(title) is None, "no window " + title)
@@ -294,7 +310,15 @@ class Case(unittest.TestCase):
         return viewer, window
 
     def picture(self, window):
-        return pictures.of_window(window, self.display.environment)
+        """What the window shows; a window that is just being moved or mapped cannot be read for a moment."""
+
+        def read():
+            try:
+                return pictures.of_window(window, self.display.environment)
+            except subprocess.CalledProcessError:
+                return None
+
+        return wait_until(read, "a window that can be read", 5.0)
 
     def assert_ends_well(self, viewer):
         """Exit code 0, the statistics and nothing else that was not there before."""
@@ -306,7 +330,7 @@ class Case(unittest.TestCase):
         self.display.key("Escape")
         self.assert_ends_well(viewer)
 
-    def rehearse(self, script, passes, first, every=1, arguments=()):
+    def rehearse(self, script, passes, first, every=1, tick=0.0005):
         """Pictures of the same object and settings from the offscreen host."""
         folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
         (folder / "env").mkdir()
@@ -315,8 +339,8 @@ class Case(unittest.TestCase):
         (folder / "script.txt").write_text(script)
         subprocess.run(
             [RENDERER, self.object, "--env", folder / "env", "--envarc", folder, "--input", folder / "script.txt"]
-            + ["--passes", str(passes), "--from", str(first), "--every", str(every), "--tick", "0.0005"]
-            + ["--png", folder / "%05d.png", *arguments],
+            + ["--passes", str(passes), "--from", str(first), "--every", str(every), "--tick", str(tick)]
+            + ["--png", folder / "%05d.png"],
             cwd=self.work,
             check=True,
             stdout=subprocess.DEVNULL,

@@ -216,9 +216,11 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     }
     picture = picture_extent;
     const Extent extent = window_extent(picture, mode.factor, room_for_window());
+    // Not shown before it has its renderer, for which some drivers make the window anew.
     const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
-    window = SDL_CreateWindow(title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, extent.width,
-                              extent.height, SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | full_screen);
+    window = SDL_CreateWindow(
+        title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, extent.width, extent.height,
+        SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | full_screen);
     if (window == nullptr) {
         return complain("no window");
     }
@@ -233,6 +235,7 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
         SDL_RenderSetVSync(renderer, 0);
     }
     SDL_StartTextInput();
+    SDL_ShowWindow(window);
     black_out();
     SDL_RenderPresent(renderer);
     return true;
