@@ -2,6 +2,7 @@
 // zelvo: the viewer on the desktop.
 #include "main_68k/start_up.h"
 #include "main_68k/version.h"
+#include "main_68k/viewer_state.h"
 #include "platform/sdl/host.h"
 
 #include <CLI/CLI.hpp>
@@ -51,7 +52,7 @@ int main(int argc, char **argv) {
         std::puts("FILE/A: the LightWave object to view");
         return EXIT_SUCCESS;
     }
-    desktop::set_up(std::move(words));
+    desktop::set_up({std::move(words), {default_envmap_filename}});
     std::signal(SIGINT, [](int) { desktop::request_quit(); });
     std::signal(SIGTERM, [](int) { desktop::request_quit(); });
     start_up(argc);

@@ -208,6 +208,19 @@ class Files(Requesters):
         self.quit(viewer)
         self.assertIn("envmap filename: Zelvo_envmap.chunky\n", viewer.out())
 
+    def test_a_full_screen_makes_room_for_the_requester(self):
+        self.write_settings(mode=0)
+        viewer, window = self.start_viewing()
+        self.display.key("t")
+        self.display.wait_for(TEXTURE_TITLE)
+        self.assertIsNone(self.display.find(VIEWER_TITLE))
+        self.display.cancel(TEXTURE_TITLE)
+        window = self.display.wait_for(VIEWER_TITLE)
+        desktop.wait_until(lambda: self.size_of(window) == (1280, 1024), "the full screen again")
+        self.display.key("p", "s")
+        self.quit(viewer)
+        self.assertEqual(self.env_file.read_text(), desktop.settings(mode=0, dots=1))
+
     def test_missing_texture_is_asked_for_and_cancelled(self):
         (self.work / "Zelvo_envmap.chunky").unlink()
         viewer = self.start(self.object)

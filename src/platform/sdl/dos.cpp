@@ -14,7 +14,7 @@ struct RDArgs {
 };
 
 RDArgs *ReadArgs(CONST_STRPTR, ArgumentSlot *slots, RDArgs *) {
-    const std::optional<std::string> file = host::file_argument(state.words);
+    const std::optional<std::string> file = host::file_argument(state.setup.command_line);
     if (!file) {
         return nullptr;
     }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Maps volumes to settings folders and finds the default texture.
+// Maps volumes to settings folders and finds installed files.
 #include "platform/sdl/file_names.h"
 
-#include "main_68k/viewer_state.h"
 #include "platform/sdl/folders.h"
+#include "platform/sdl/state.h"
 #include "platform/shared/volumes.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace desktop {
@@ -34,7 +35,8 @@ std::optional<std::string> path_of_name(const std::string &name, bool is_for_wri
         const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }
-    if (name == default_envmap_filename && !is_for_writing && access(name.c_str(), F_OK) != 0) {
+    const bool is_installed = std::ranges::count(state.setup.installed_files, name) > 0;
+    if (is_installed && !is_for_writing && access(name.c_str(), F_OK) != 0) {
         return installed_data_path(name);
     }
     return name;

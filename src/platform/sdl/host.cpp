@@ -12,8 +12,8 @@ State state;
 
 volatile std::sig_atomic_t quit_requested = 0;
 
-void set_up(std::vector<std::string> words) {
-    state.words = std::move(words);
+void set_up(Setup setup) {
+    state.setup = std::move(setup);
 }
 
 void request_quit() {

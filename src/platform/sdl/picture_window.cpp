@@ -17,6 +17,9 @@ namespace {
 /// What a display that does not tell its rate is taken for.
 constexpr double usual_refresh_rate = 60.0;
 
+/// What a window's frame takes from the display's height, more or less.
+constexpr int frame_height = 40;
+
 /// How long a pass takes while nobody can see its picture.
 constexpr int hidden_pass_milliseconds = 250;
 
@@ -135,7 +138,7 @@ Extent output_extent() {
 Extent room_for_window() {
     SDL_Rect bounds{0, 0, picture.width, picture.height};
     SDL_GetDisplayUsableBounds(0, &bounds);
-    return {std::max(bounds.w, 1), std::max(bounds.h, 1)};
+    return {std::max(bounds.w, 1), std::max(bounds.h - frame_height, 1)};
 }
 
 double refresh_rate() {

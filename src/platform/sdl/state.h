@@ -5,6 +5,7 @@
 #include "platform/asl.h"
 #include "platform/intuition.h"
 #include "platform/sdl/display_modes.h"
+#include "platform/sdl/host.h"
 #include "platform/shared/bitmap.h"
 
 #include <csignal>
@@ -36,8 +37,7 @@ struct ScreenChoice {
 
 /// The host's whole state, apart from the window's.
 struct State {
-    /// The words behind the program's name.
-    std::vector<std::string> words;
+    Setup setup;
     /// The screen that is open; null if there is none.
     std::unique_ptr<DesktopScreen> screen;
     /// A frame was written, and not presented yet.
