@@ -2,6 +2,8 @@
 // Writes an animation with giflib.
 #include "animation.h"
 
+#include "give_up.h"
+
 #include <algorithm>
 #include <array>
 #include <gif_lib.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // zelvo-render: the viewer on the offscreen host, its pictures as files.
+#include "give_up.h"
 #include "main_68k/start_up.h"
 #include "main_68k/viewer_state.h"
 #include "options.h"
-#include "output_file.h"
 #include "outputs.h"
 #include "platform/offscreen/host.h"
 #include "platform/offscreen/input_script.h"

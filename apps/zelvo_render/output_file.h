@@ -23,10 +23,3 @@ private:
     std::string part_path;
     std::FILE *file;
 };
-
-/// Ends the tool with its own exit code after saying why on standard error; files still being written are
-/// removed.
-[[noreturn]] void give_up(const std::string &why);
-
-/// Ends the tool because of this file, with what the system says of it.
-[[noreturn]] void give_up_on(const std::string &path);

@@ -2,6 +2,7 @@
 // Hands every frame and picture to the writers that want it.
 #include "outputs.h"
 
+#include "give_up.h"
 #include "picture_files.h"
 #include "picture_name.h"
 

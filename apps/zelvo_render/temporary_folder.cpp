@@ -2,7 +2,7 @@
 // Makes and removes a temporary folder.
 #include "temporary_folder.h"
 
-#include "output_file.h"
+#include "give_up.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -15,9 +15,11 @@ TemporaryFolder::TemporaryFolder() {
         give_up("cannot make a temporary folder");
     }
     folder = pattern;
+    remove_on_giving_up(folder);
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code error;
     std::filesystem::remove_all(folder, error);
+    keep_on_giving_up(folder);
 }

@@ -47,14 +47,14 @@ std::uint8_t add_glow(std::uint8_t pixel, std::uint8_t texel, std::int32_t lumin
 
 void build_dot_image() {
     constexpr int peak = dot_image_radius - 1;
+    std::uint8_t *texel = dot_image.get();
     for (int row = 0; row < dot_image_size; ++row) {
         for (int column = 0; column < dot_image_size; ++column) {
             const int dx = column - peak;
             const int dy = row - peak;
             const double distance = std::sqrt(static_cast<double>(dx * dx + dy * dy));
             const std::int32_t value = to_int(255.0 - distance * 255.0 / peak);
-            dot_image[static_cast<std::size_t>(row * dot_image_size + column)] =
-                static_cast<std::uint8_t>(std::max(value, 0));
+            *texel++ = static_cast<std::uint8_t>(std::max(value, 0));
         }
     }
 }

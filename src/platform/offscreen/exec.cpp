@@ -42,6 +42,7 @@ void DropInterface(Interface *) {
 }
 
 Message *GetMsg(MsgPort *) {
+    record("GetMsg", {});
     hand_on_picture();
     std::deque<Event> &events = state.setup.events;
     if (!events.empty() && events.front().pass <= state.pass) {

@@ -9,6 +9,7 @@
 using namespace offscreen;
 
 ULONG ElapsedTime(EClockVal *context) {
+    record("ElapsedTime", {});
     if (state.setup.tick) {
         return *state.setup.tick;
     }

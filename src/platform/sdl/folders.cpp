@@ -26,7 +26,7 @@ std::optional<fs::path> path_variable(const char *name) {
 }
 
 std::optional<fs::path> home() {
-    if (const auto path = path_variable("HOME")) {
+    if (auto path = path_variable("HOME")) {
         return path;
     }
     const passwd *user = getpwuid(getuid());

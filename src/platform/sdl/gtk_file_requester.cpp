@@ -27,7 +27,7 @@ void select_at_first(GtkFileChooser *chooser, const std::string &path) {
 
 std::optional<std::string> chosen_path(GtkFileChooser *chooser) {
     char *name = gtk_file_chooser_get_filename(chooser);
-    const std::optional<std::string> path = name != nullptr ? std::optional<std::string>(name) : std::nullopt;
+    std::optional<std::string> path = name != nullptr ? std::optional<std::string>(name) : std::nullopt;
     g_free(name);
     return path;
 }
@@ -44,7 +44,7 @@ std::optional<std::string> ask_for_file(const FileQuestion &question, const Whil
     select_at_first(chooser, question.initial_path);
     gtk_native_dialog_show(GTK_NATIVE_DIALOG(native));
     const bool is_confirmed = wait_for_response(native, while_open) == GTK_RESPONSE_ACCEPT;
-    const std::optional<std::string> path = is_confirmed ? chosen_path(chooser) : std::nullopt;
+    std::optional<std::string> path = is_confirmed ? chosen_path(chooser) : std::nullopt;
     gtk_native_dialog_destroy(GTK_NATIVE_DIALOG(native));
     g_object_unref(native);
     settle();

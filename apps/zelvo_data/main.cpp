@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// Generates the objects and the environment map that come with the viewer.
+#include "environment_map.h"
+#include "file_output.h"
+#include "objects.h"
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+void write_all(const std::filesystem::path &folder) {
+    using namespace zelvo_data;
+    std::filesystem::create_directories(folder);
+    write_file(folder / "torus_knot.lwo", encode_lwob(build_torus_knot(), {}));
+    write_file(folder / "cut_gem.lwo", encode_lwob(build_cut_gem(), {}));
+    write_file(folder / "chess_pawn.lwo", encode_lwob(build_chess_pawn(), chess_pawn_notes()));
+    write_file(folder / "sphere.lwo", encode_lwob(build_sphere(), {}));
+    write_file(folder / "letters.lwo", encode_lwob(build_letters(), {}));
+    write_file(folder / "cogwheel.lwo", encode_lwob(build_cogwheel(), {}));
+    write_file(folder / "Zelvo_envmap.chunky", build_environment_map());
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc != 2) {
+        std::cerr << "usage: zelvo-data OUTPUT_FOLDER\n";
+        return 2;
+    }
+    try {
+        write_all(argv[1]);
+    } catch (const std::exception &error) {
+        std::cerr << "zelvo-data: " << error.what() << '\n';
+        return 2;
+    }
+    return 0;
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// The polygon mesh that every object builder fills and the file writer stores.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zelvo_data {
+
+struct Point2 {
+    double x;
+    double y;
+};
+
+struct Point3 {
+    double x;
+    double y;
+    double z;
+};
+
+Point3 operator+(const Point3 &a, const Point3 &b);
+Point3 operator-(const Point3 &a, const Point3 &b);
+Point3 operator*(const Point3 &a, double factor);
+double dot(const Point3 &a, const Point3 &b);
+Point3 cross(const Point3 &a, const Point3 &b);
+Point3 normalized(const Point3 &a);
+
+// Coordinates are stored as whole numbers of grid steps. A last-bit difference between two processors can
+// therefore only change a file if a coordinate lies that close to the border between two steps.
+constexpr double grid_steps_per_unit = 1024.0;
+
+struct GridPoint {
+    std::int32_t x;
+    std::int32_t y;
+    std::int32_t z;
+};
+
+GridPoint to_grid(const Point3 &point);
+
+// The appearance of a surface as stored in its SURF chunk; strengths run from 0 to 256.
+struct Surface {
+    std::string name;
+    std::array<std::uint8_t, 3> colour;
+    std::uint16_t luminosity;
+    std::uint16_t diffuse;
+};
+
+// Corners run clockwise as seen from outside in the left-handed axes of the file (x right, y up, z away
+// from the viewer). Written out in algebra this means cross(p1 - p0, p2 - p0) points outwards.
+struct Polygon {
+    std::vector<std::uint16_t> corners;
+    std::uint16_t surface;
+};
+
+class Mesh {
+public:
+    // Adds a point and returns its index; throws std::length_error when 16 bits no longer suffice.
+    std::uint16_t add_point(const Point3 &point);
+
+    // Adds a surface and returns its number, counted from 1 as in the file.
+    std::uint16_t add_surface(Surface surface);
+
+    // Drops consecutive corners that fell onto the same grid point; ignores what then is no polygon.
+    void add_polygon(const std::vector<std::uint16_t> &corners, std::uint16_t surface);
+
+    const std::vector<GridPoint> &points() const { return points_; }
+    const std::vector<Polygon> &polygons() const { return polygons_; }
+    const std::vector<Surface> &surfaces() const { return surfaces_; }
+
+private:
+    std::vector<GridPoint> points_;
+    std::vector<Polygon> polygons_;
+    std::vector<Surface> surfaces_;
+};
+
+} // namespace zelvo_data

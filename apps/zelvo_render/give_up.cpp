@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Removes what is unfinished and ends the process.
+#include "give_up.h"
+
+#include "options.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <set>
+
+namespace {
+
+/// What is not to survive giving up.
+std::set<std::string> &unfinished() {
+    static std::set<std::string> paths;
+    return paths;
+}
+
+} // namespace
+
+void give_up(const std::string &why) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "zelvo-render: %s\n", why.c_str());
+    for (const std::string &path : unfinished()) {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+    }
+    // Not exit: what would finish the other outputs there must not run any more.
+    std::_Exit(exit_misuse);
+}
+
+void give_up_on(const std::string &path) {
+    const int error = errno;
+    give_up("cannot write " + path + ": " + std::strerror(error != 0 ? error : EIO));
+}
+
+void remove_on_giving_up(const std::string &path) {
+    unfinished().insert(path);
+}
+
+void keep_on_giving_up(const std::string &path) {
+    unfinished().erase(path);
+}
