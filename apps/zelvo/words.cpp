@@ -29,7 +29,6 @@ std::string version_text() {
 
 } // namespace
 
-/// program.
 std::vector<std::string> program_words(int argc, char **argv) {
     CLI::App app;
     app.formatter_fn([](const CLI::App *, const std::string &, CLI::AppFormatMode) { return help_text; });

@@ -50,10 +50,10 @@ class Picture:
             file.write(b"P6\n%d %d\n255\n" % (self.width, self.height) + self.rgb)
 
 
-def of_window(window, environment):
-    """What the X window shows, without its frame."""
+def of_window(window, environment, *options):
+    """What the X window shows, without its frame; `options` are xwd's."""
     dump = subprocess.run(
-        ["xwd", "-silent", "-id", str(window)], env=environment, capture_output=True, check=True
+        ["xwd", "-silent", *options, "-id", str(window)], env=environment, capture_output=True, check=True
     ).stdout
     header = struct.unpack(">25I", dump[:100])
     header_size, width, height, bits = header[0], header[4], header[5], header[11]
