@@ -50,23 +50,25 @@ class Picture:
             file.write(b"P6\n%d %d\n255\n" % (self.width, self.height) + self.rgb)
 
 
-def of_window(window, environment, *options):
-    """What the X window shows, without its frame; `options` are xwd's."""
+def of_window(window, environment):
+    """What the X window shows, with the windows inside it."""
     dump = subprocess.run(
-        ["xwd", "-silent", *options, "-id", str(window)], env=environment, capture_output=True, check=True
+        ["xwd", "-silent", "-id", str(window)], env=environment, capture_output=True, check=True
     ).stdout
     header = struct.unpack(">25I", dump[:100])
-    header_size, width, height, bits = header[0], header[4], header[5], header[11]
+    header_size, width, height = header[0], header[4], header[5]
     little_endian, bytes_per_row, colours = header[7] == 0, header[12], header[19]
-    if bits != 32 or not little_endian:
-        raise ValueError("only 32-bit little-endian displays are read")
+    # A window with others of another depth inside it comes in pixels of three bytes.
+    step = header[11] // 8
+    if step not in (3, 4) or not little_endian:
+        raise ValueError("only 24-bit and 32-bit little-endian displays are read")
     pixels = dump[header_size + 12 * colours :]
     rgb = bytearray(width * height * 3)
     for y in range(height):
-        row = pixels[y * bytes_per_row :][: width * 4]
+        row = pixels[y * bytes_per_row :][: width * step]
         at = y * width * 3
         for channel in range(3):
-            rgb[at + channel : at + width * 3 : 3] = row[2 - channel :: 4]
+            rgb[at + channel : at + width * 3 : 3] = row[2 - channel :: step]
     return Picture(width, height, rgb)
 
 
