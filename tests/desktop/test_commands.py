@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Every command by real keys, motion and buttons; what the window shows is what the offscreen host shows."""
 
+import subprocess
 import unittest
 
 import desktop
@@ -153,6 +154,21 @@ class Spin(desktop.Case):
         self.display.key("f")
         desktop.wait_until(lambda: self.picture(window).rows(*text_rows).is_black(), "no frame rate")
         self.quit(viewer)
+
+
+class Layout(desktop.Case):
+    def test_commands_are_characters_whatever_the_keyboard(self):
+        """A French keyboard has its digits behind Shift, and keys that wait for another one."""
+        subprocess.run(["setxkbmap", "fr"], env=self.display.environment, check=True)
+        self.write_settings()
+        dimmed, dotted = self.rehearse("60 key 1\n120 key p", 130, 70, 60)
+        viewer, window = self.start_viewing()
+        self.display.key("1")
+        self.assert_shows(window, dimmed, "a digit")
+        self.display.key("dead_circumflex", "e", "p")
+        self.assert_shows(window, dotted, "the key behind an accented letter")
+        self.display.key("q")
+        self.assert_ends_well(viewer)
 
 
 if __name__ == "__main__":

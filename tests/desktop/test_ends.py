@@ -91,6 +91,11 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(code, 0)
         self.assertIn("Usage: zelvo [OBJECT]", text)
 
+    def test_other_words_are_file_names(self):
+        self.assertEqual(self.run_viewer("-missing.lwo"), (20, "File open error\n"))
+        self.assertEqual(self.run_viewer("FILE=--missing"), (20, "File open error\n"))
+        self.assertEqual(self.run_viewer("file", "missing.lwo"), (20, "File open error\n"))
+
     def test_question_mark_prints_the_template(self):
         code, text = self.run_viewer("?")
         self.assertEqual(code, 0)

@@ -9,6 +9,9 @@
 
 using namespace desktop;
 
+/// The events wait in the host's state.
+struct MsgPort {};
+
 namespace {
 
 /// Sizes that a screen can have, each way.
@@ -26,6 +29,7 @@ struct DesktopBuffer : ScreenBuffer {
 
 struct DesktopWindow : Window {
     RastPort context{};
+    MsgPort port;
 };
 
 } // namespace
@@ -61,6 +65,7 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *) {
     host::initialise_context(window->context);
     window->context.BitMap = state.screen->shown;
     window->RPort = &window->context;
+    window->UserPort = &window->port;
     return window.release();
 }
 
