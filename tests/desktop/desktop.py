@@ -127,8 +127,11 @@ class Display:
     def __init__(self, width=1280, height=1024, manager=True):
         number_read, number_write = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(number_write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(number_write), "-screen", "0", f"{width}x{height}x24"]
+            # Without this the server starts over when its last client leaves, and a new one may meet it in that.
+            + ["-noreset", "-nolisten", "tcp"],
             pass_fds=[number_write],
+            stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
         )
         os.close(number_write)
@@ -143,7 +146,11 @@ class Display:
                 stdout=subprocess.DEVNULL,
                 stderr=subprocess.DEVNULL,
             )
-            wait_until(self._is_managed, "the window manager")
+            try:
+                wait_until(self._is_managed, "the window manager")
+            except AssertionError:
+                self.close()
+                raise
 
     def _is_managed(self):
         answer = subprocess.run(
@@ -187,14 +194,14 @@ class Display:
         for _ in range(10):
             self.key("Escape")
             try:
-                wait_until(lambda: self.find(title) is None, "no window " + title, 2.0)
+                self.wait_until_gone(title, 2.0)
                 return
             except AssertionError:
                 pass
         raise AssertionError("Escape does not close " + title)
 
-    def wait_until_gone(self, title):
-        wait_until(lambda: self.find(title) is None, "no window " + title)
+    def wait_until_gone(self, title, patience=PATIENCE):
+        wait_until(lambda: self.find(title) is None, "no window " + title, patience)
 
     def key(self, *names):
         """Presses and releases keys, by their names in X; a name may hold modifiers, such as alt+Return."""

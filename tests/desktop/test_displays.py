@@ -58,14 +58,14 @@ class LostDisplay(desktop.Case):
 
 
 def assert_runs_until_terminated(case, viewer):
-    """Two seconds at 60 passes a second, with room for a busy machine and for another rate."""
-    desktop.time.sleep(2.0)
+    """Three seconds, which are 180 passes; with room for a busy machine, but not for passes that never wait."""
+    desktop.time.sleep(3.0)
     case.assertIsNone(viewer.process.poll(), viewer.err())
     viewer.process.terminate()
     case.assert_ends_well(viewer)
     frames = int(re.search(r"number of frames: (\d+)", viewer.out())[1])
-    case.assertGreater(frames, 40)
-    case.assertLess(frames, 200)
+    case.assertGreater(frames, 20)
+    case.assertLess(frames, 250)
 
 
 class Dummy(desktop.Case):
@@ -140,7 +140,7 @@ class Wayland(desktop.Case):
         viewer = self.start_on_wayland()
         desktop.time.sleep(1.0)
         self.compositor.kill()
-        viewer.wait()
+        self.assert_ends_well(viewer)
 
 
 if __name__ == "__main__":
