@@ -45,6 +45,7 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
     host::initialise_context(window->context);
     window->context.BitMap = screen->shown;
     window->RPort = &window->context;
+    window->UserPort = &window->port;
     state.windows.push_back(std::move(window));
     return state.windows.back().get();
 }

@@ -21,6 +21,9 @@ struct RDArgs {
     std::string file;
 };
 
+/// The events wait in the host's state.
+struct MsgPort {};
+
 struct ColorMap {
     host::Palette colours{};
 };
@@ -42,6 +45,7 @@ struct OffscreenBuffer : ScreenBuffer {
 
 struct OffscreenWindow : Window {
     RastPort context{};
+    MsgPort port;
 };
 
 struct OffscreenFileRequester : FileRequester {

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// zelvo: the viewer on the desktop.
+#include "main_68k/start_up.h"
+#include "main_68k/viewer_state.h"
+#include "platform/sdl/host.h"
+#include "words.h"
+
+#include <csignal>
+
+int main(int argc, char **argv) {
+    desktop::set_up({program_words(argc, argv), {default_envmap_filename}});
+    std::signal(SIGINT, [](int) { desktop::request_quit(); });
+    std::signal(SIGTERM, [](int) { desktop::request_quit(); });
+    start_up(argc);
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The table of display modes.
+#include "platform/sdl/display_modes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace desktop {
+
+namespace {
+
+constexpr std::array<DisplayMode, 5> modes{{
+    {0, "Full screen", true, 2},
+    {1, "Window, pixels as they are", false, 1},
+    {2, "Window, pixels doubled", false, 2},
+    {3, "Window, pixels tripled", false, 3},
+    {4, "Window, pixels quadrupled", false, 4},
+}};
+
+} // namespace
+
+std::span<const DisplayMode> display_modes() {
+    return modes;
+}
+
+const DisplayMode *find_display_mode(std::uint32_t id) {
+    const auto found = std::ranges::find(modes, id, &DisplayMode::id);
+    return found == modes.end() ? nullptr : &*found;
+}
+
+} // namespace desktop

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// dos.library on a desktop: the shell's words, the settings volumes as folders, and the installed texture.
+#include "platform/dos.h"
+
+#include "platform/sdl/file_names.h"
+#include "platform/sdl/state.h"
+#include "platform/shared/command_line.h"
+#include "platform/shared/volumes.h"
+
+using namespace desktop;
+
+struct RDArgs {
+    std::string file;
+};
+
+RDArgs *ReadArgs(CONST_STRPTR, ArgumentSlot *slots, RDArgs *) {
+    const std::optional<std::string> file = host::file_argument(state.setup.command_line);
+    if (!file) {
+        return nullptr;
+    }
+    auto arguments = std::make_unique<RDArgs>(RDArgs{*file});
+    slots[0] = reinterpret_cast<ArgumentSlot>(arguments->file.c_str());
+    return arguments.release();
+}
+
+void FreeArgs(RDArgs *arguments) {
+    const std::unique_ptr<RDArgs> freed(arguments);
+}
+
+BOOL AddPart(STRPTR drawer, CONST_STRPTR file, ULONG size) {
+    return host::join_path_in_place(drawer, file, size) ? TRUE : FALSE;
+}
+
+std::FILE *open_file(const char *name, const char *mode) {
+    const std::optional<std::string> path = path_of_name(name, mode[0] == 'w');
+    return path ? host::open_plain_file(*path, mode) : nullptr;
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Maps volumes to settings folders and finds installed files.
+#include "platform/sdl/file_names.h"
+
+#include "platform/sdl/folders.h"
+#include "platform/sdl/state.h"
+#include "platform/shared/volumes.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace desktop {
+
+namespace {
+
+bool is_on_volume(const std::string &name, const std::string &volume) {
+    return name.compare(0, volume.size() + 1, volume + ":") == 0;
+}
+
+std::optional<std::string> on_volume(const std::string &name, const std::string &volume,
+                                     const std::optional<std::string> &folder) {
+    return folder ? std::optional(host::path_of({{volume, *folder}}, name)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> path_of_name(const std::string &name, bool is_for_writing) {
+    if (is_on_volume(name, "ENV")) {
+        // Looked for once, so that the whole run keeps to one folder.
+        static const std::optional<std::string> folder = session_settings_folder();
+        return on_volume(name, "ENV", folder);
+    }
+    if (is_on_volume(name, "ENVARC")) {
+        const std::optional<std::string> folder = lasting_settings_folder();
+        const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
+        return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
+    }
+    const bool is_installed = std::ranges::count(state.setup.installed_files, name) > 0;
+    if (is_installed && !is_for_writing && access(name.c_str(), F_OK) != 0) {
+        return installed_data_path(name);
+    }
+    return name;
+}
+
+} // namespace desktop

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// The desktop host's set-up and the turn of a pass.
+#include "platform/sdl/host.h"
+
+#include "platform/sdl/input.h"
+#include "platform/sdl/picture_window.h"
+#include "platform/sdl/state.h"
+
+namespace desktop {
+
+State state;
+
+volatile std::sig_atomic_t quit_requested = 0;
+
+void set_up(Setup setup) {
+    state.setup = std::move(setup);
+}
+
+void request_quit() {
+    quit_requested = 1;
+}
+
+TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise) {
+    for (; tags != nullptr && tags->ti_Tag != TAG_DONE; ++tags) {
+        if (tags->ti_Tag == tag) {
+            return tags->ti_Data;
+        }
+    }
+    return otherwise;
+}
+
+void finish_pass() {
+    if (state.picture_due) {
+        state.picture_due = false;
+        present_picture(*state.screen->shown, state.screen->colours.colours);
+        take_input(state.waiting);
+        if (quit_requested != 0 && !state.escape_sent) {
+            state.escape_sent = true;
+            state.waiting.push_back(character_message(escape_character));
+        }
+    }
+}
+
+} // namespace desktop

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// The host on a desktop: SDL for window, input and clock, GTK for requesters.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+/// What a run on this host depends on.
+struct Setup {
+    /// The words behind the program's name.
+    std::vector<std::string> command_line;
+    /// Names of files that are installed with the program: where the current directory has no such file, the
+    /// installed one is opened.
+    std::vector<std::string> installed_files;
+};
+
+/// Starts the host with this set-up.
+void set_up(Setup setup);
+
+/// Makes Esc arrive in the next input step; may be called by a signal handler. A requester that is open is
+/// cancelled.
+void request_quit();
+
+} // namespace desktop

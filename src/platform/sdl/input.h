@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// The user's input as the window events that the program knows.
+#pragma once
+
+#include "platform/intuition.h"
+
+#include <deque>
+
+namespace desktop {
+
+constexpr UWORD escape_character = 27;
+
+/// A translated key.
+IntuiMessage character_message(UWORD character);
+
+/// Appends everything that the user did since the last call, in order. What concerns the window alone (full
+/// screen, focus, the close button) is dealt with here; closing counts as request_quit.
+void take_input(std::deque<IntuiMessage> &messages);
+
+/// Forgets what the user did since the last call, but for the wish to close the window; shows the picture
+/// again where it was uncovered. For the time when a requester has the user's attention.
+void drop_input();
+
+} // namespace desktop

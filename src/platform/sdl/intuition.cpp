@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+// intuition.library on a desktop: a screen is a bitmap in memory and the window that shows it.
+#include "platform/intuition.h"
+
+#include "platform/sdl/picture_window.h"
+#include "platform/sdl/state.h"
+
+#include <cstdio>
+
+using namespace desktop;
+
+/// The events wait in the host's state.
+struct MsgPort {};
+
+namespace {
+
+/// Sizes that a screen can have, each way.
+constexpr std::int32_t smallest_side = 1;
+constexpr std::int32_t largest_side = 16384;
+
+bool is_possible_side(std::int32_t side) {
+    return side >= smallest_side && side <= largest_side;
+}
+
+struct DesktopBuffer : ScreenBuffer {
+    /// A bitmap of the buffer's own; none if it wraps the screen's.
+    std::unique_ptr<BitMap> own;
+};
+
+struct DesktopWindow : Window {
+    RastPort context{};
+    MsgPort port;
+};
+
+} // namespace
+
+Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
+    const auto mode_id = static_cast<std::uint32_t>(tag_value(tags, SA_DisplayID, 0));
+    const auto width = static_cast<std::int32_t>(tag_value(tags, SA_Width, 0));
+    const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
+    const auto *title = reinterpret_cast<const char *>(tag_value(tags, SA_Title, tag_pointer("")));
+    const DisplayMode *mode = find_display_mode(mode_id);
+    if (mode == nullptr || !is_possible_side(width) || !is_possible_side(height)) {
+        std::fprintf(stderr, "zelvo: no display mode %ld of %ld x %ld\n",
+                     static_cast<long>(static_cast<std::int32_t>(mode_id)), static_cast<long>(width),
+                     static_cast<long>(height));
+        return nullptr;
+    }
+    if (!open_picture_window({width, height}, *mode, std::string("Zelvo   ") + title)) {
+        return nullptr;
+    }
+    state.current = {mode_id, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
+    state.screen = std::make_unique<DesktopScreen>(width, height);
+    return state.screen.get();
+}
+
+void CloseScreen(Screen *) {
+    close_picture_window();
+    state.picture_due = false;
+    state.screen.reset();
+}
+
+Window *OpenWindowTagList(const NewWindow *, const TagItem *) {
+    auto window = std::make_unique<DesktopWindow>();
+    host::initialise_context(window->context);
+    window->context.BitMap = state.screen->shown;
+    window->RPort = &window->context;
+    window->UserPort = &window->port;
+    return window.release();
+}
+
+void CloseWindow(Window *window) {
+    state.waiting.clear();
+    const std::unique_ptr<DesktopWindow> closed(static_cast<DesktopWindow *>(window));
+}
+
+ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *, ULONG flags) {
+    BitMap &bitmap = static_cast<DesktopScreen *>(screen)->bitmap;
+    auto buffer = std::make_unique<DesktopBuffer>();
+    if ((flags & SB_SCREEN_BITMAP) != 0) {
+        buffer->sb_BitMap = &bitmap;
+    } else {
+        buffer->own = std::make_unique<BitMap>(bitmap.width, bitmap.height);
+        buffer->sb_BitMap = buffer->own.get();
+    }
+    return buffer.release();
+}
+
+void FreeScreenBuffer(Screen *, ScreenBuffer *buffer) {
+    const std::unique_ptr<DesktopBuffer> freed(static_cast<DesktopBuffer *>(buffer));
+}
+
+ULONG ChangeScreenBuffer(Screen *screen, ScreenBuffer *buffer) {
+    static_cast<DesktopScreen *>(screen)->shown = buffer->sb_BitMap;
+    return 1;
+}
+
+/// The pointer is the window's alone and hidden as long as it has the focus, so that its image is never seen.
+void SetPointer(Window *, const UWORD *, LONG, LONG, LONG, LONG) {}

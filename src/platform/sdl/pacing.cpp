@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// A schedule of refreshes by the monotonic clock.
+#include "platform/sdl/pacing.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace desktop {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// When the current pass is due; in the past before the first. Written by wait_for_refresh.
+Clock::time_point due;
+
+} // namespace
+
+void wait_for_refresh(double rate, bool presenting_waits) {
+    const auto interval =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1.0 / rate));
+    const Clock::duration tolerance = presenting_waits ? interval / 4 : Clock::duration::zero();
+    const Clock::time_point now = Clock::now();
+    if (now + tolerance < due) {
+        std::this_thread::sleep_until(due);
+    }
+    // A pass that came late by more than an interval is not caught up with.
+    due = std::max(due, now - interval) + interval;
+}
+
+} // namespace desktop

@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: MIT
+// A window of SDL with a renderer and one texture of the picture's size.
+#include "platform/sdl/picture_window.h"
+
+#include "platform/sdl/pacing.h"
+
+#include <SDL.h>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+
+namespace desktop {
+
+namespace {
+
+/// What a display that does not tell its rate is taken for.
+constexpr double usual_refresh_rate = 60.0;
+
+/// What a window's frame takes from the display's height, more or less.
+constexpr int frame_height = 40;
+
+/// How long a pass takes while nobody can see its picture.
+constexpr int hidden_pass_milliseconds = 250;
+
+/// The window with all that belongs to it; null while it is closed.
+SDL_Window *window = nullptr;
+SDL_Renderer *renderer = nullptr;
+SDL_Texture *texture = nullptr;
+
+/// The picture with each pixel enlarged to a square, from which a fractional scale is made; made when it is
+/// first needed, for the factor in `enlarged_factor`.
+SDL_Texture *enlarged = nullptr;
+int enlarged_factor = 0;
+
+/// Size of the pictures that the window shows, in pixels.
+Extent picture{1, 1};
+
+/// Whether the renderer was asked to wait for the refresh.
+bool presenting_waits = false;
+
+bool complain(const char *what) {
+    std::fprintf(stderr, "zelvo: %s: %s\n", what, SDL_GetError());
+    return false;
+}
+
+/// Sets a variable of the process's environment for as long as it lives.
+class TemporaryVariable {
+public:
+    TemporaryVariable(const char *variable, const char *value) : name(variable) {
+        if (const char *old = std::getenv(variable)) {
+            previous = old;
+        }
+        setenv(variable, value, 1);
+    }
+    ~TemporaryVariable() { previous ? setenv(name, previous->c_str(), 1) : unsetenv(name); }
+    TemporaryVariable(const TemporaryVariable &) = delete;
+    TemporaryVariable &operator=(const TemporaryVariable &) = delete;
+
+private:
+    const char *name;
+    std::optional<std::string> previous;
+};
+
+bool connect_display() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        return true;
+    }
+    // Signals are this host's own affair; a viewer that runs unattended lets the screen saver come; and no
+    // window of it is worth switching the desktop's composition off.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    SDL_SetHint(SDL_HINT_APP_NAME, "Zelvo");
+    SDL_SetHint("SDL_VIDEO_X11_WMCLASS", "zelvo");
+    SDL_SetHint("SDL_VIDEO_WAYLAND_WMCLASS", "zelvo");
+    // Commands are single keys: an input method that collects them into words would keep them from the
+    // viewer. Requesters keep theirs, since names are words.
+    const TemporaryVariable no_input_method("XMODIFIERS", "@im=none");
+    SDL_SetMainReady();
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        return complain("no display");
+    }
+    // Drivers that show nothing are for those who ask for them.
+    const bool shows_nothing = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
+    if (shows_nothing && SDL_GetHint(SDL_HINT_VIDEODRIVER) == nullptr) {
+        disconnect_display();
+        SDL_SetError("neither X11 nor Wayland answers");
+        return complain("no display");
+    }
+    return true;
+}
+
+bool is_paced() {
+    return SDL_GetHintBoolean(SDL_HINT_RENDER_VSYNC, SDL_TRUE) == SDL_TRUE;
+}
+
+bool is_software_renderer() {
+    SDL_RendererInfo info{};
+    return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
+}
+
+/// A picture-sized texture, null if the renderer takes none of this size.
+SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode scale_mode) {
+    SDL_Texture *made =
+        SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, access, size.width, size.height);
+    if (made != nullptr) {
+        SDL_SetTextureScaleMode(made, scale_mode);
+    }
+    return made;
+}
+
+bool make_renderer(Uint32 flags) {
+    renderer = SDL_CreateRenderer(window, -1, flags);
+    if (renderer == nullptr) {
+        return false;
+    }
+    texture = make_texture(SDL_TEXTUREACCESS_STREAMING, picture, SDL_ScaleModeNearest);
+    if (texture == nullptr) {
+        SDL_DestroyRenderer(renderer);
+        renderer = nullptr;
+        return false;
+    }
+    return true;
+}
+
+void black_out() {
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
+    SDL_RenderClear(renderer);
+}
+
+Extent output_extent() {
+    Extent output{1, 1};
+    SDL_GetRendererOutputSize(renderer, &output.width, &output.height);
+    return {std::max(output.width, 1), std::max(output.height, 1)};
+}
+
+Extent room_for_window() {
+    SDL_Rect bounds{0, 0, picture.width, picture.height};
+    SDL_GetDisplayUsableBounds(0, &bounds);
+    return {std::max(bounds.w, 1), std::max(bounds.h - frame_height, 1)};
+}
+
+double refresh_rate() {
+    SDL_DisplayMode mode{};
+    const int display = SDL_GetWindowDisplayIndex(window);
+    const bool is_known = display >= 0 && SDL_GetCurrentDisplayMode(display, &mode) == 0;
+    return is_known && mode.refresh_rate > 0 ? mode.refresh_rate : usual_refresh_rate;
+}
+
+bool is_visible() {
+    return (SDL_GetWindowFlags(window) & (SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED)) == 0;
+}
+
+bool is_full_screen() {
+    return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+}
+
+void fill_texture(const BitMap &bitmap, const host::Palette &palette) {
+    std::array<std::uint32_t, 256> colours{};
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+        const auto [red, green, blue] = palette[i];
+        colours[i] = 0xFF000000U | static_cast<std::uint32_t>(red) << 16 |
+                     static_cast<std::uint32_t>(green) << 8 | blue;
+    }
+    void *memory = nullptr;
+    int bytes_per_row = 0;
+    if (SDL_LockTexture(texture, nullptr, &memory, &bytes_per_row) != 0) {
+        return;
+    }
+    const std::uint8_t *source = bitmap.pixels.data();
+    auto *row = static_cast<std::uint8_t *>(memory);
+    for (int y = 0; y < bitmap.height; ++y, row += bytes_per_row) {
+        auto *pixels = reinterpret_cast<std::uint32_t *>(row);
+        for (int x = 0; x < bitmap.width; ++x) {
+            pixels[x] = colours[*source++];
+        }
+    }
+    SDL_UnlockTexture(texture);
+}
+
+/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it; null if
+/// the renderer has no room for it.
+SDL_Texture *enlarge(const Placement &placement) {
+    const int factor = (placement.width + picture.width - 1) / picture.width;
+    if (factor != enlarged_factor) {
+        SDL_DestroyTexture(enlarged);
+        enlarged = make_texture(SDL_TEXTUREACCESS_TARGET, {picture.width * factor, picture.height * factor},
+                                SDL_ScaleModeLinear);
+        enlarged_factor = factor;
+    }
+    if (enlarged == nullptr || SDL_SetRenderTarget(renderer, enlarged) != 0) {
+        return nullptr;
+    }
+    SDL_SetTextureScaleMode(texture, SDL_ScaleModeNearest);
+    SDL_RenderCopy(renderer, texture, nullptr, nullptr);
+    SDL_SetRenderTarget(renderer, nullptr);
+    return enlarged;
+}
+
+void draw_texture() {
+    const Placement placement = place_picture(picture, output_extent());
+    const SDL_Rect target{placement.x, placement.y, placement.width, placement.height};
+    SDL_Texture *source = placement.whole_factor == 0 ? enlarge(placement) : nullptr;
+    if (source == nullptr) {
+        SDL_SetTextureScaleMode(texture,
+                                placement.whole_factor == 0 ? SDL_ScaleModeLinear : SDL_ScaleModeNearest);
+        source = texture;
+    }
+    black_out();
+    SDL_RenderCopy(renderer, source, nullptr, &target);
+}
+
+} // namespace
+
+bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const std::string &title) {
+    if (!connect_display()) {
+        return false;
+    }
+    picture = picture_extent;
+    const Extent extent = window_extent(picture, mode.factor, room_for_window());
+    // Not shown before it has its renderer, for which some drivers make the window anew.
+    const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    window = SDL_CreateWindow(
+        title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, extent.width, extent.height,
+        SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | full_screen);
+    if (window == nullptr) {
+        return complain("no window");
+    }
+    // A graphics processor may refuse what plain memory can hold.
+    if (!make_renderer(0) && !make_renderer(SDL_RENDERER_SOFTWARE)) {
+        complain("no picture of this size");
+        close_picture_window();
+        return false;
+    }
+    presenting_waits = is_paced() && !is_software_renderer() && SDL_RenderSetVSync(renderer, 1) == 0;
+    if (!is_paced()) {
+        SDL_RenderSetVSync(renderer, 0);
+    }
+    SDL_StartTextInput();
+    SDL_ShowWindow(window);
+    black_out();
+    SDL_RenderPresent(renderer);
+    return true;
+}
+
+void close_picture_window() {
+    if (window == nullptr) {
+        return;
+    }
+    hold_pointer(false);
+    SDL_DestroyTexture(enlarged);
+    SDL_DestroyTexture(texture);
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
+    enlarged = nullptr;
+    enlarged_factor = 0;
+    texture = nullptr;
+    renderer = nullptr;
+    window = nullptr;
+    // The window goes now, not with the next event that somebody looks for.
+    SDL_PumpEvents();
+}
+
+void disconnect_display() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        SDL_Quit();
+    }
+}
+
+void present_picture(const BitMap &bitmap, const host::Palette &palette) {
+    if (window == nullptr) {
+        return;
+    }
+    if (!is_visible()) {
+        SDL_WaitEventTimeout(nullptr, hidden_pass_milliseconds);
+        return;
+    }
+    fill_texture(bitmap, palette);
+    draw_texture();
+    SDL_RenderPresent(renderer);
+    if (is_paced()) {
+        wait_for_refresh(refresh_rate(), presenting_waits);
+    }
+}
+
+void wait_for_display() {
+    if (window != nullptr && is_paced()) {
+        wait_for_refresh(refresh_rate(), false);
+    }
+}
+
+void present_again() {
+    if (window != nullptr && is_visible()) {
+        draw_texture();
+        SDL_RenderPresent(renderer);
+    }
+}
+
+void toggle_full_screen() {
+    if (window != nullptr) {
+        SDL_SetWindowFullscreen(window, is_full_screen() ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+    }
+}
+
+void hold_pointer(bool is_held) {
+    SDL_SetRelativeMouseMode(is_held ? SDL_TRUE : SDL_FALSE);
+    SDL_ShowCursor(is_held ? SDL_DISABLE : SDL_ENABLE);
+}
+
+bool is_pointer_held() {
+    return SDL_GetRelativeMouseMode() == SDL_TRUE;
+}
+
+void yield_to_requester(bool is_over) {
+    if (window == nullptr) {
+        return;
+    }
+    if (!is_over) {
+        hold_pointer(false);
+        if (is_full_screen()) {
+            SDL_HideWindow(window);
+        }
+    } else {
+        SDL_ShowWindow(window);
+        SDL_RaiseWindow(window);
+        hold_pointer((SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS) != 0);
+    }
+}
+
+} // namespace desktop

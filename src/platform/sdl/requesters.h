@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// What the host asks the user through the desktop's toolkit, in plain types: the toolkit's own names do not
+// go together with the program's.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+/// Called about 20 times a second while a requester is open; true cancels it.
+using WhileOpen = std::function<bool()>;
+
+/// A kind of files to choose from.
+struct FileFilter {
+    std::string name;
+    std::vector<std::string> patterns;
+};
+
+/// What a file requester shows.
+struct FileQuestion {
+    std::string title;
+    /// The path of the file that is selected at first; may be empty.
+    std::string initial_path;
+    /// The first one is in force at first.
+    std::vector<FileFilter> filters;
+};
+
+/// One mode to choose from.
+struct ModeName {
+    std::uint32_t id;
+    std::string name;
+};
+
+/// What the screen-mode requester holds.
+struct ModeQuestion {
+    std::uint32_t mode_id;
+    int width;
+    int height;
+};
+
+/// Whether requesters can be shown; starts the toolkit at the first call. A failure's reason goes to standard
+/// error.
+bool can_show_requesters();
+
+/// The path of the file that the user chose, nothing if the requester was cancelled.
+std::optional<std::string> ask_for_file(const FileQuestion &question, const WhileOpen &while_open);
+
+/// The mode and size that the user confirmed, nothing if the requester was cancelled.
+std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, const ModeQuestion &initial,
+                                         const WhileOpen &while_open);
+
+} // namespace desktop

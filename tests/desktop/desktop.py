@@ -1,0 +1,371 @@
+# SPDX-License-Identifier: MIT
+"""A desktop of a test's own: an X server without a screen, a window manager, a user's folders, and the viewer
+in a real window, steered by real key presses and mouse motion."""
+
+import math
+import os
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import tempfile
+import time
+import unittest
+
+import pictures
+
+VIEWER = os.environ["ZELVO"]
+RENDERER = os.environ["ZELVO_RENDER"]
+
+VIEWER_TITLE = "^Zelvo   <Esc> to quit"
+MODE_TITLE = "^Zelvo: screen mode"
+OBJECT_TITLE = "^Select a LightWave Object"
+TEXTURE_TITLE = "^Select Zelvo_envmap.chunky file"
+
+# Nothing here takes long; a machine that is busy with something else may make it so.
+PATIENCE = 30.0
+
+STATISTICS = re.compile(
+    r"number of frames: \d+\n"
+    r"all time: \d+\.\d{6}  average frametime: \d+\.\d{6}\n"
+    r"average framerate: \d+\.\d{6} fps\n"
+)
+
+SETTINGS = """gammas: {gammas}
+rotate: {rotate}
+obj style: {obj_style}
+clear style: {clear_style}
+fps: {fps}
+dots: {dots}
+dot lum: {dot_lum}
+dot lum in blur: {dot_lum_in_blur}
+internal c2p enabled: {c2p}
+envmap filename: {envmap}
+ModeID: {mode}
+width: {width}
+height: {height}
+*** Please don't edit this file! ***"""
+
+# As a first start writes them, but that the counter is off, since it shows the time, and that the window shows
+# pixels as they are.
+DEFAULTS = {
+    "gammas": "1.000000 1.000000 1.000000",
+    "rotate": "0.000000",
+    "obj_style": 1,
+    "clear_style": 0,
+    "fps": 0,
+    "dots": 0,
+    "dot_lum": 25600,
+    "dot_lum_in_blur": 2560,
+    "c2p": 0,
+    "envmap": "Zelvo_envmap.chunky",
+    "mode": 1,
+    "width": 320,
+    "height": 256,
+}
+
+
+def settings(**changes):
+    """The text of a settings file."""
+    return SETTINGS.format(**{**DEFAULTS, **changes})
+
+
+def wait_until(condition, what, patience=PATIENCE):
+    """Returns the first true value of `condition`; fails when that takes too long."""
+    end = time.monotonic() + patience
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError("waited in vain for " + what)
+        time.sleep(0.02)
+
+
+def _chunk(name, data):
+    return name + struct.pack(">I", len(data)) + data
+
+
+def write_object(path, rings=16, sides=10):
+    """A LightWave object file of a torus whose tube is thicker at one place, so that every turn shows."""
+    points, polygons = b"", b""
+    for ring in range(rings):
+        around = 2 * math.pi * ring / rings
+        thickness = 0.3 + 0.12 * math.cos(around)
+        for side in range(sides):
+            across = 2 * math.pi * side / sides
+            radius = 1.0 + thickness * math.cos(across)
+            points += struct.pack(
+                ">3f", radius * math.cos(around), thickness * math.sin(across), radius * math.sin(around)
+            )
+            corners = [
+                ring * sides + side,
+                ring * sides + (side + 1) % sides,
+                (ring + 1) % rings * sides + (side + 1) % sides,
+                (ring + 1) % rings * sides + side,
+            ]
+            polygons += struct.pack(">6H", 4, *corners, 1)
+    body = b"LWOB" + _chunk(b"PNTS", points) + _chunk(b"POLS", polygons)
+    path.write_bytes(_chunk(b"FORM", body))
+
+
+def write_texture(path, waves=3):
+    """A texture of soft waves; another number of waves gives another texture."""
+    path.write_bytes(
+        bytes(
+            int(127.5 + 127.0 * math.sin(waves * u * math.pi / 128) * math.cos(v * math.pi / 96))
+            for v in range(256)
+            for u in range(256)
+        )
+    )
+
+
+class Display:
+    """An X server of a size, with a window manager unless told otherwise."""
+
+    def __init__(self, width=1280, height=1024, manager=True):
+        number_read, number_write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(number_write), "-screen", "0", f"{width}x{height}x24"]
+            # Without this the server starts over when its last client leaves, and a new one may meet it in that.
+            + ["-noreset", "-nolisten", "tcp"],
+            pass_fds=[number_write],
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
+        os.close(number_write)
+        with os.fdopen(number_read) as number:
+            self.name = ":" + number.readline().strip()
+        self.environment = {**os.environ, "DISPLAY": self.name}
+        self.manager = None
+        if manager:
+            self.manager = subprocess.Popen(
+                ["openbox", "--sm-disable"],
+                env=self.environment,
+                stdout=subprocess.DEVNULL,
+                stderr=subprocess.DEVNULL,
+            )
+            try:
+                wait_until(self._is_managed, "the window manager")
+            except AssertionError:
+                self.close()
+                raise
+
+    def _is_managed(self):
+        answer = subprocess.run(
+            ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment, capture_output=True, text=True
+        )
+        return "window id" in answer.stdout
+
+    def close(self):
+        for process in (self.manager, self.server):
+            if process is not None:
+                process.terminate()
+                process.wait()
+
+    def xdotool(self, *words):
+        """Runs xdotool and returns what it prints; nothing if it finds nothing."""
+        done = subprocess.run(["xdotool", *map(str, words)], env=self.environment, capture_output=True, text=True)
+        return done.stdout
+
+    def find(self, title):
+        """The visible window of this title, None if there is none."""
+        found = self.xdotool("search", "--onlyvisible", "--name", title).split()
+        return int(found[-1]) if found else None
+
+    def wait_for(self, title):
+        """The window of this title, once it has the focus."""
+
+        def focused():
+            words = self.xdotool("getactivewindow").split()
+            name = self.xdotool("getwindowname", words[0]) if words else ""
+            return int(words[0]) if re.search(title, name) else None
+
+        try:
+            return wait_until(focused, "a window " + title)
+        except AssertionError as error:
+            active = self.xdotool("getactivewindow", "getwindowname").strip()
+            raise AssertionError(f"{error}; found {self.find(title)}, active is {active!r}") from None
+
+    def cancel(self, title):
+        """Cancels a requester; a toolkit that is not ready for the first Escape gets another one."""
+        self.wait_for(title)
+        for _ in range(10):
+            self.key("Escape")
+            try:
+                self.wait_until_gone(title, 2.0)
+                return
+            except AssertionError:
+                pass
+        raise AssertionError("Escape does not close " + title)
+
+    def wait_until_gone(self, title, patience=PATIENCE):
+        wait_until(lambda: self.find(title) is None, "no window " + title, patience)
+
+    def key(self, *names):
+        """Presses and releases keys, by their names in X; a name may hold modifiers, such as alt+Return."""
+        self.xdotool("key", "--delay", "20", *names)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "20", text)
+
+
+class Viewer:
+    """A running viewer."""
+
+    def __init__(self, program, arguments, folder, environment):
+        self.out_path, self.err_path = folder / "out.txt", folder / "err.txt"
+        with open(self.out_path, "wb") as out, open(self.err_path, "wb") as err:
+            self.process = subprocess.Popen(
+                [program, *map(str, arguments)],
+                cwd=folder,
+                env=environment,
+                stdin=subprocess.DEVNULL,
+                stdout=out,
+                stderr=err,
+            )
+
+    def out(self):
+        return self.out_path.read_text()
+
+    def err(self):
+        return self.err_path.read_text()
+
+    def wait(self):
+        """The exit code, once the viewer has ended."""
+        return self.process.wait(timeout=PATIENCE)
+
+    def signal(self, number):
+        self.process.send_signal(number)
+
+    def processor_seconds(self):
+        """User and system time so far."""
+        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+class Case(unittest.TestCase):
+    """A test with a display, a user's folders and an object; all gone at its end."""
+
+    DISPLAY_SIZE = (1280, 1024)
+    MANAGER = True
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zelvo-desktop-"))
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.work = self.folder / "work"
+        self.runtime = self.folder / "runtime"
+        self.config = self.folder / "config"
+        self.home = self.folder / "home"
+        for made in (self.work, self.runtime, self.home):
+            made.mkdir(mode=0o700)
+        self.env_file = self.runtime / "zelvo" / "Zelvo.vars"
+        self.envarc_file = self.config / "zelvo" / "Zelvo.vars"
+        # The program looks for its data beside itself; here there is none but what a test installs.
+        (self.folder / "bin").mkdir()
+        self.program = self.folder / "bin" / "zelvo"
+        shutil.copy(VIEWER, self.program)
+        self.object = self.work / "torus.lwo"
+        write_object(self.object)
+        write_texture(self.work / "Zelvo_envmap.chunky")
+        self.display = Display(*self.DISPLAY_SIZE, manager=self.MANAGER)
+        self.addCleanup(self.display.close)
+        self.viewers = []
+        self.addCleanup(self._end_viewers)
+
+    def _end_viewers(self):
+        for viewer in self.viewers:
+            if viewer.process.poll() is None:
+                viewer.process.kill()
+                viewer.process.wait()
+
+    def environment(self, **changes):
+        """The viewer's environment, without whatever desktop the test itself runs on."""
+        kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
+        own = {
+            **kept,
+            "HOME": str(self.home),
+            "DISPLAY": self.display.name,
+            "XDG_RUNTIME_DIR": str(self.runtime),
+            "XDG_CONFIG_HOME": str(self.config),
+            "LANG": "C.UTF-8",
+            "NO_AT_BRIDGE": "1",
+            "GSETTINGS_BACKEND": "memory",
+            "GIO_USE_VFS": "local",
+            "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+            # The toolkits and drivers leave things to the process's end, which is no leak of the viewer's.
+            "ASAN_OPTIONS": "detect_leaks=0",
+        }
+        return {name: value for name, value in {**own, **changes}.items() if value is not None}
+
+    def write_settings(self, **changes):
+        """Settings as another run of this login would have saved them."""
+        self.env_file.parent.mkdir(mode=0o700, exist_ok=True)
+        self.env_file.write_text(settings(**changes))
+
+    def start(self, *arguments, **environment):
+        viewer = Viewer(self.program, arguments, self.work, self.environment(**environment))
+        self.viewers.append(viewer)
+        return viewer
+
+    def start_viewing(self, **environment):
+        """Starts on the object with the settings that are there; the viewer, and its window with the focus."""
+        viewer = self.start(self.object, **environment)
+        window = self.display.wait_for(VIEWER_TITLE)
+        wait_until(lambda: not self.picture(window).is_black(), "the first picture")
+        return viewer, window
+
+    def picture(self, window):
+        """What the window shows; a window that is just being moved or mapped cannot be read for a moment."""
+
+        def read():
+            try:
+                return pictures.of_window(window, self.display.environment)
+            except subprocess.CalledProcessError:
+                return None
+
+        return wait_until(read, "a window that can be read", 5.0)
+
+    def assert_ends_well(self, viewer):
+        """Exit code 0, the statistics and nothing else that was not there before."""
+        self.assertEqual(viewer.wait(), 0, viewer.err())
+        self.assertRegex(viewer.out(), STATISTICS)
+        self.assertTrue(viewer.out().endswith("changescreenbuffer done\n"))
+
+    def quit(self, viewer):
+        self.display.key("Escape")
+        self.assert_ends_well(viewer)
+
+    def rehearse(self, script, passes, first, every=1, tick=0.0005):
+        """Pictures of the same object and settings from the offscreen host."""
+        folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
+        (folder / "env").mkdir()
+        if self.env_file.exists():
+            shutil.copy(self.env_file, folder / "env")
+        (folder / "script.txt").write_text(script)
+        subprocess.run(
+            [RENDERER, self.object, "--env", folder / "env", "--envarc", folder, "--input", folder / "script.txt"]
+            + ["--passes", str(passes), "--from", str(first), "--every", str(every), "--tick", str(tick)]
+            + ["--png", folder / "%05d.png"],
+            cwd=self.work,
+            check=True,
+            stdout=subprocess.DEVNULL,
+        )
+        saved = folder / "env" / "Zelvo.vars"
+        self.rehearsed_settings = saved.read_text() if saved.exists() else None
+        return [pictures.of_png(path) for path in sorted(folder.glob("*.png"))]
+
+    def assert_shows(self, window, expected, what, patience=5.0):
+        """Waits until the window shows this picture, pixel for pixel."""
+        shown = None
+        end = time.monotonic() + patience
+        while time.monotonic() < end:
+            shown = self.picture(window)
+            if shown.rgb == expected.rgb and shown.width == expected.width:
+                return
+            time.sleep(0.01)
+        actual_path, expected_path = (f"{self.id()}.{kind}.ppm" for kind in ("actual", "expected"))
+        shown.write(actual_path)
+        expected.write(expected_path)
+        self.fail(f"{what}: {shown.difference(expected)}; see {actual_path} and {expected_path}")
