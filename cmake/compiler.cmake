@@ -18,3 +18,8 @@ if(ZELVO_SANITIZE)
     add_compile_options(${sanitizers} -fno-omit-frame-pointer)
     add_link_options(${sanitizers})
 endif()
+if(ZELVO_FUZZ)
+    # Every file counts what it executes. Comparisons are not traced: the mutators know what the files look like, and in
+    # the loops over pixels the tracing takes most of the time.
+    add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table)
+endif()

@@ -51,6 +51,8 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
 
 void CloseWindow(Window *window) {
     record("CloseWindow", {});
+    // The window's port goes with it, and with the port an event that the program ended in the middle of.
+    state.messages.clear();
     release(state.windows, static_cast<OffscreenWindow *>(window));
 }
 

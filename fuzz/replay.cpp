@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Runs a target over files and folders of inputs, thoroughly, with any compiler.
+#include "harness.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
+
+namespace {
+
+std::vector<std::filesystem::path> inputs_in(const std::filesystem::path &path) {
+    if (!std::filesystem::is_directory(path)) {
+        return {path};
+    }
+    std::vector<std::filesystem::path> inputs;
+    for (const auto &entry : std::filesystem::directory_iterator(path)) {
+        inputs.push_back(entry.path());
+    }
+    std::sort(inputs.begin(), inputs.end());
+    return inputs;
+}
+
+/// Runs one input and returns how many seconds it took.
+double replay(const std::filesystem::path &path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const auto start = std::chrono::steady_clock::now();
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: %s FILE|FOLDER...\n", argv[0]);
+        return 2;
+    }
+    LLVMFuzzerInitialize(&argc, &argv);
+    is_thorough = true;
+    std::size_t replayed = 0;
+    double slowest = 0.0;
+    for (int i = 1; i < argc; ++i) {
+        for (const std::filesystem::path &input : inputs_in(argv[i])) {
+            // Said first, so that the name of an input that ends the process is the last line.
+            std::fprintf(stderr, "%s\n", input.filename().c_str());
+            slowest = std::max(slowest, replay(input));
+            ++replayed;
+        }
+    }
+    std::fprintf(stderr, "%zu inputs, the slowest in %.3f s\n", replayed, slowest);
+    // A folder without inputs would pass for the wrong reason.
+    return replayed > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
