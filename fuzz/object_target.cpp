@@ -65,7 +65,7 @@ void draw_all(FrameSize size) {
     }
 }
 
-/// Two of the modes that draw the object, in styles, all as the input chooses.
+/// One of the modes that draw the object, in a style, both as the input chooses.
 void draw_some(std::uint32_t choice) {
     fuzz::open_frame(small_size.width, small_size.height);
     viewer.doubleside = 1;
@@ -74,10 +74,8 @@ void draw_some(std::uint32_t choice) {
         choice /= bound;
         return static_cast<int>(chosen);
     };
-    for (int frame = 0; frame < 2; ++frame) {
-        const int mode = 1 + choose(modes - 1);
-        fuzz::draw(mode, choose(clear_styles));
-    }
+    const int mode = 1 + choose(modes - 1);
+    fuzz::draw(mode, choose(clear_styles));
 }
 
 } // namespace

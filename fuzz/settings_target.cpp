@@ -35,16 +35,17 @@ void make_object() {
     dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
 }
 
-/// Draws three frames with the settings as loaded, and their texts.
+/// Draws two frames with the settings as loaded, so that the second may be made from the first, and their
+/// texts.
 void draw_with_settings() {
-    for (int pass = 0; pass < 3; ++pass) {
+    for (int pass = 0; pass < 2; ++pass) {
         render_frame();
-        show_previous_frame();
-        draw_message_line(1.0 / 64.0);
-        draw_frame_rate(1.0 / 64.0);
         swap_frame_buffers();
         viewer.spin_angle += viewer.rotate;
     }
+    show_previous_frame();
+    draw_message_line(1.0 / 64.0);
+    draw_frame_rate(1.0 / 64.0);
 }
 
 /// What a saved file brings back is what was saved, as far as text of six decimals can tell: saving once more

@@ -3,6 +3,7 @@
 #include "platform/shared/volumes.h"
 
 #include "platform/shared/command_line.h"
+#include "platform/shared/safe_file.h"
 
 #include <algorithm>
 #include <cctype>
@@ -24,10 +25,12 @@ std::string path_of(const Volumes &volumes, const std::string &name) {
 
 std::FILE *open_plain_file(const std::string &path, const char *mode) {
     struct stat status {};
-    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISCHR(status.st_mode)) {
+    const bool exists = stat(path.c_str(), &status) == 0;
+    const bool is_device = exists && S_ISCHR(status.st_mode);
+    if (exists && !S_ISREG(status.st_mode) && !is_device) {
         return nullptr;
     }
-    return std::fopen(path.c_str(), mode);
+    return mode[0] == 'w' && !is_device ? open_replacing(path) : std::fopen(path.c_str(), mode);
 }
 
 } // namespace host

@@ -15,7 +15,8 @@ using Volumes = std::map<std::string, std::string>;
 std::string path_of(const Volumes &volumes, const std::string &name);
 
 /// fopen for things that can be read and written like files: regular ones and character devices. A folder, a
-/// pipe or a socket gives null, since one cannot be read and the others may block for ever.
+/// pipe or a socket gives null, since one cannot be read and the others may block for ever. A file opened for
+/// writing takes the old one's place when it is closed, and only if it is whole (open_replacing).
 std::FILE *open_plain_file(const std::string &path, const char *mode);
 
 } // namespace host
