@@ -9,10 +9,10 @@
 #include <cstdint>
 #include <span>
 
-/// How many polygons without vertices, of two words each, begin in this many words of zeros at the end of the
-/// list. Each needs the three words behind its count to be there.
+/// How many polygons without vertices, of two words each, begin in this many words of zeros, four at least,
+/// at the end of the list. Each needs the three words behind its count to be there.
 inline std::int32_t empty_polygons(std::size_t words) {
-    return words > 3 ? static_cast<std::int32_t>((words - 2) / 2) : 0;
+    return static_cast<std::int32_t>((words - 2) / 2);
 }
 
 /// Calls `visit` for each polygon in list order with its vertex count n and the words behind the count: the n
