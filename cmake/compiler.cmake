@@ -16,5 +16,14 @@ endif()
 if(ZELVO_SANITIZE)
     set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
     add_compile_options(${sanitizers} -fno-omit-frame-pointer)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # With sanitizers GCC 12 sees uninitialised members in the standard library's own regular expressions.
+        add_compile_options(-Wno-maybe-uninitialized)
+    endif()
     add_link_options(${sanitizers})
+endif()
+if(ZELVO_FUZZ)
+    # Every file counts what it executes. Comparisons are not traced: the mutators know what the files look like, and in
+    # the loops over pixels the tracing takes most of the time.
+    add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table)
 endif()

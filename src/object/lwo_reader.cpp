@@ -5,8 +5,10 @@
 #include "main_68k/fatal_exit.h"
 #include "object/model.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 
 namespace {
 
@@ -74,17 +76,23 @@ void make_native(void *data, std::size_t bytes_read) {
     }
 }
 
+/// Bytes of the two chunks that the file really held.
+struct BytesRead {
+    std::size_t points = 0;
+    std::size_t polygons = 0;
+};
+
 /// Reads one chunk's data into a fresh array of T whose numbers are of the width of Number. The array ends
 /// with one element more than the chunk fills, which keeps a trailing partial record inside. False if the
 /// file ended early.
 template <typename Number, typename T>
 bool read_chunk(std::FILE *file, std::uint32_t size, HeapArray<T> &array, std::int32_t &array_bytes,
-                const char *refusal) {
+                std::size_t &bytes_read, const char *refusal) {
     HeapArray<T> data = is_negative(size) ? nullptr : allocate_array<T>(size / sizeof(T) + 1);
     if (data == nullptr) {
         fatal_exit(refusal);
     }
-    const std::size_t bytes_read = std::fread(data.get(), 1, size, file);
+    bytes_read = std::fread(data.get(), 1, size, file);
     make_native<Number>(data.get(), bytes_read);
     array = std::move(data);
     array_bytes = static_cast<std::int32_t>(size);
@@ -92,23 +100,45 @@ bool read_chunk(std::FILE *file, std::uint32_t size, HeapArray<T> &array, std::i
 }
 
 /// Reads the chunks up to the end of the file. No pad byte follows a chunk of odd size.
-void read_chunks(std::FILE *file) {
+BytesRead read_chunks(std::FILE *file) {
+    BytesRead bytes_read;
     ChunkHeader chunk{};
     for (int counter = 0; counter <= last_chunk_counter && read_header(file, chunk); ++counter) {
         bool more = false;
         if (chunk.id == chunk_id("PNTS")) {
             more = read_chunk<std::uint32_t>(file, chunk.size, point_chunk, point_chunk_bytes,
-                                             "Couldn't allocate PNTS chunk memory\n");
+                                             bytes_read.points, "Couldn't allocate PNTS chunk memory\n");
         } else if (chunk.id == chunk_id("POLS")) {
             more = read_chunk<std::uint16_t>(file, chunk.size, polygon_chunk, polygon_chunk_bytes,
-                                             "Couldn't allocate POLS chunk memory\n");
+                                             bytes_read.polygons, "Couldn't allocate POLS chunk memory\n");
         } else {
             more = !is_negative(chunk.size) && std::fseek(file, static_cast<long>(chunk.size), SEEK_CUR) == 0;
         }
         if (!more) {
-            return;
+            break;
         }
     }
+    return bytes_read;
+}
+
+/// Finds what the chunks claim but the file did not hold. Points count as reached if one byte of them was
+/// read, or if their index is among the words of the polygon list.
+void measure_unread(const BytesRead &bytes_read) {
+    const auto reached_words =
+        std::min(static_cast<std::int32_t>((bytes_read.polygons + 1) / 2), polygon_word_count());
+    unread_polygon_words = polygon_word_count() - reached_words;
+
+    std::int32_t reached_points =
+        static_cast<std::int32_t>((bytes_read.points + sizeof(Vec3) - 1) / sizeof(Vec3));
+    if (reached_points < point_count()) {
+        for (const std::uint16_t word :
+             std::span(polygon_chunk.get(), static_cast<std::size_t>(reached_words))) {
+            reached_points = std::max(reached_points, word + 1);
+        }
+        // Words that were not read name point 0.
+        reached_points = std::max(reached_points, 1);
+    }
+    alike_points = std::max(point_count() - reached_points, 0);
 }
 
 /// An array of `bytes` bytes, with a record of T to spare for a trailing partial one.
@@ -127,11 +157,12 @@ void read_object(std::FILE *file) {
         std::fclose(file);
         fatal_exit("This is not a(n) LW object\n");
     }
-    read_chunks(file);
+    const BytesRead bytes_read = read_chunks(file);
     std::fclose(file);
     if (polygon_chunk_bytes == 0 || point_chunk_bytes == 0) {
         fatal_exit("nincs polygon az objektben!\n");
     }
+    measure_unread(bytes_read);
     allocate_or_exit(lwopoints2, point_chunk_bytes, "Couldn't allocate *lwopoints2 memory\n");
     allocate_or_exit(lwopoints3, point_chunk_bytes, "Couldn't allocate *lwopoints3 memory\n");
     allocate_or_exit(lwonormals2, point_chunk_bytes, "Couldn't allocate *lwonormals2 memory\n");

@@ -44,5 +44,5 @@ float vertex_light(const Vec3 &normal) {
 
 void reset_vertex_colours() {
     constexpr float not_yet_lit = -1.0F;
-    std::fill_n(lwofis.get(), point_count(), not_yet_lit);
+    std::fill_n(lwofis.get(), worked_points(), not_yet_lit);
 }

@@ -23,7 +23,7 @@ constexpr double prepared_radius = 110.0;
 constexpr float normal_length = 123.0F;
 
 std::span<Vec3> points_as_read() {
-    return {point_chunk.get(), static_cast<std::size_t>(point_count())};
+    return {point_chunk.get(), static_cast<std::size_t>(worked_points())};
 }
 
 /// Sum of squares in float, from left to right.
@@ -62,7 +62,7 @@ void scale_object(std::span<Vec3> points) {
 /// Adds each polygon's normal to the normals of its points, unnormalised, so that large faces weigh more. The
 /// sums start from (1, 1, 1); the small bias is part of the picture.
 void build_vertex_normals() {
-    const auto points = static_cast<std::size_t>(point_count());
+    const auto points = static_cast<std::size_t>(worked_points());
     std::fill_n(lwonormals2.get(), points, Vec3{1.0F, 1.0F, 1.0F});
     for_each_polygon([](std::size_t vertices, std::span<const std::uint16_t> indices, bool is_usable) {
         if (!is_usable) {

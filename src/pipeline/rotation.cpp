@@ -89,7 +89,7 @@ void transform_and_project() {
     const auto scale_y = static_cast<float>(frame_height * 0.00390625);
     const auto centre_x = static_cast<float>(frame_width * 0.5);
     const auto centre_y = static_cast<float>(frame_height * 0.5);
-    const auto points = static_cast<std::size_t>(point_count());
+    const auto points = static_cast<std::size_t>(worked_points());
     for (std::size_t i = 0; i < points; ++i) {
         const Vec3 p = rotate_point(lwopoints2[i]);
         const float x = p.x * eye_distance / (p.z + eye_distance) * scale_x + centre_x;
@@ -101,7 +101,7 @@ void transform_and_project() {
 
 void rotate_normals() {
     set_viewing_rotation();
-    const auto points = static_cast<std::size_t>(point_count());
+    const auto points = static_cast<std::size_t>(worked_points());
     for (std::size_t i = 0; i < points; ++i) {
         lwonormals3[i] = rotate_point(lwonormals2[i]);
     }

@@ -43,6 +43,18 @@ std::uint8_t add_glow(std::uint8_t pixel, std::uint8_t texel, std::int32_t lumin
     return static_cast<std::uint8_t>(sum <= 254 ? sum : 255);
 }
 
+void plot_point(const Vec3 &point) {
+    plot_dot(point.x, point.y + 1.0F, point.z / 100.0F + 1.0F);
+}
+
+/// A number of repetitions of one dot, below 512, that leaves the same picture as `times`. A glow of 0 or
+/// more has brought a pixel to rest after 256 times; a negative one, which only an edited settings file can
+/// bring, turns it round through its 256 values.
+std::int32_t repetitions_that_count(std::int32_t times) {
+    constexpr std::int32_t pixel_values = 256;
+    return times < pixel_values ? times : pixel_values + times % pixel_values;
+}
+
 } // namespace
 
 void build_dot_image() {
@@ -94,9 +106,11 @@ void plot_dot(float x, float y, float s) {
 void draw_dots_overlay() {
     faces_seen = 0;
     triangles_drawn = 0;
-    const std::int32_t points = point_count();
+    const std::int32_t points = worked_points();
     for (std::int32_t i = 0; i < points; ++i) {
-        const Vec3 &point = lwopoints3[static_cast<std::size_t>(i)];
-        plot_dot(point.x, point.y + 1.0F, point.z / 100.0F + 1.0F);
+        plot_point(lwopoints3[static_cast<std::size_t>(i)]);
+    }
+    for (std::int32_t again = repetitions_that_count(alike_points - 1); again > 0; --again) {
+        plot_point(lwopoints3[static_cast<std::size_t>(points - 1)]);
     }
 }

@@ -33,6 +33,8 @@ void reset_program_state() {
     polygon_chunk.reset();
     point_chunk_bytes = 0;
     polygon_chunk_bytes = 0;
+    alike_points = 0;
+    unread_polygon_words = 0;
     lwopoints2.reset();
     lwopoints3.reset();
     lwonormals2.reset();

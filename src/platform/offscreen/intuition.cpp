@@ -4,6 +4,8 @@
 
 #include "platform/offscreen/state.h"
 
+#include <new>
+
 using namespace offscreen;
 
 namespace {
@@ -25,7 +27,11 @@ Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
     if (is_refused("OpenScreenTagList") || !is_possible_side(width) || !is_possible_side(height)) {
         return nullptr;
     }
-    state.screens.push_back(std::make_unique<OffscreenScreen>(width, height));
+    try {
+        state.screens.push_back(std::make_unique<OffscreenScreen>(width, height));
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
     return state.screens.back().get();
 }
 
@@ -52,6 +58,8 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
 
 void CloseWindow(Window *window) {
     record("CloseWindow", {});
+    // The window's port goes with it, and with the port an event that the program ended in the middle of.
+    state.messages.clear();
     release(state.windows, static_cast<OffscreenWindow *>(window));
 }
 
@@ -65,7 +73,12 @@ ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *, ULONG flags) {
     if ((flags & SB_SCREEN_BITMAP) != 0) {
         buffer->sb_BitMap = &offscreen_screen.bitmap;
     } else {
-        buffer->own = std::make_unique<BitMap>(offscreen_screen.bitmap.width, offscreen_screen.bitmap.height);
+        try {
+            buffer->own =
+                std::make_unique<BitMap>(offscreen_screen.bitmap.width, offscreen_screen.bitmap.height);
+        } catch (const std::bad_alloc &) {
+            return nullptr;
+        }
         buffer->sb_BitMap = buffer->own.get();
     }
     state.buffers.push_back(std::move(buffer));

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// Things that are not plain files where a file should be, disks without room and folders without permission.
+#include "measured_run.h"
+#include "support/temporary_files.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr long most_resident_mib = is_sanitized ? 1024 : 64;
+constexpr double most_seconds = 10.0;
+
+constexpr char settings[] =
+    "gammas: 1.000000 1.000000 1.000000\nrotate: 0.500000\nobj style: 4\nclear style: 0\nfps: 1\ndots: 1\n"
+    "dot lum: 25600\ndot lum in blur: 2560\ninternal c2p enabled: 0\nenvmap filename: Zelvo_envmap.chunky\n"
+    "ModeID: 0\nwidth: 64\nheight: 48\n*** Please don't edit this file! ***";
+
+class StrangeFiles : public testing::Test {
+protected:
+    StrangeFiles() {
+        files.write("Zelvo.vars", settings);
+        std::filesystem::create_directory(files.path("folder"));
+        mkfifo(files.path("fifo").c_str(), 0600);
+        std::filesystem::create_symlink("loop", files.path("loop"));
+        std::filesystem::create_symlink("nowhere", files.path("dangling"));
+        setup = viewer_setup("cube", 3);
+        setup.volumes["ENV"] = files.folder();
+        setup.volumes["ENVARC"] = files.folder();
+    }
+
+    MeasuredRun run(RunOptions options = {}) {
+        const MeasuredRun measured = run_measured(setup, std::move(options));
+        EXPECT_LT(measured.seconds, most_seconds);
+        EXPECT_GT(measured.resident_mib, 0) << "the run did not end by itself";
+        EXPECT_LT(measured.resident_mib, most_resident_mib);
+        EXPECT_EQ(measured.run.errors, "");
+        EXPECT_TRUE(measured.run.held.empty());
+        return measured;
+    }
+
+    void expect_refused(const std::string &text) {
+        const ProgramRun refused = run().run;
+        EXPECT_EQ(refused.exit_code, 20);
+        EXPECT_TRUE(refused.output.ends_with(text)) << refused.output;
+    }
+
+    void expect_going_on() {
+        const ProgramRun normal = run().run;
+        EXPECT_EQ(normal.exit_code, 0);
+        EXPECT_NE(normal.output.find("number of frames: 3\n"), std::string::npos) << normal.output;
+    }
+
+    /// Paths that cannot be opened for reading.
+    std::vector<std::string> unopenable() const {
+        return {files.path("folder"), files.path("fifo"), files.path("loop"), files.path("dangling"),
+                files.path("Zelvo.vars/below")};
+    }
+
+    const TemporaryFiles files;
+    offscreen::Setup setup;
+};
+
+TEST_F(StrangeFiles, AsObjectEndWithTheirMessage) {
+    for (const std::string &path : unopenable()) {
+        SCOPED_TRACE(path);
+        setup.command_line = {path};
+        expect_refused("File open error\n");
+    }
+    for (const char *device : {"/dev/zero", "/dev/full", "/dev/null"}) {
+        SCOPED_TRACE(device);
+        setup.command_line = {device};
+        expect_refused("This is not a(n) LW object\n");
+    }
+}
+
+TEST_F(StrangeFiles, AsTextureEndWithTheirMessageOrAreRead) {
+    for (const std::string &path : unopenable()) {
+        SCOPED_TRACE(path);
+        setup.stand_ins["Zelvo_envmap.chunky"] = path;
+        expect_refused("envmap file open error\n");
+    }
+    for (const char *device : {"/dev/zero", "/dev/full", "/dev/null"}) {
+        SCOPED_TRACE(device);
+        setup.stand_ins["Zelvo_envmap.chunky"] = device;
+        expect_going_on();
+    }
+}
+
+TEST_F(StrangeFiles, AsTextureChosenByKeyEndWithTheirMessage) {
+    setup.events = {key(2, 't')};
+    for (const std::string &path : unopenable()) {
+        SCOPED_TRACE(path);
+        setup.answers = {{offscreen::FileAnswer{"", path}, {}}};
+        expect_refused("envmap file open error\n");
+    }
+    setup.answers = {{offscreen::FileAnswer{"/dev", "zero"}, {}}};
+    expect_going_on();
+}
+
+TEST_F(StrangeFiles, AsSettingsAreMissingOrEmpty) {
+    for (const std::string &path : unopenable()) {
+        SCOPED_TRACE(path);
+        setup.stand_ins["ENV:Zelvo.vars"] = path;
+        // The screen-mode requester appears instead.
+        EXPECT_NE(run().run.output.find("display parameters: "), std::string::npos);
+        expect_going_on();
+    }
+    for (const char *device : {"/dev/zero", "/dev/full", "/dev/null"}) {
+        SCOPED_TRACE(device);
+        setup.stand_ins["ENV:Zelvo.vars"] = device;
+        expect_going_on();
+    }
+}
+
+TEST_F(StrangeFiles, AsSettingsToSaveChangeNothing) {
+    setup.events = {key(2, 's'), key(2, 'S')};
+    for (const std::string &path : {files.path("folder"), files.path("fifo"), files.path("Zelvo.vars/below"),
+                                    std::string("/dev/full"), std::string("/dev/null")}) {
+        SCOPED_TRACE(path);
+        setup.stand_ins["ENV:Zelvo.vars"] = path;
+        setup.stand_ins["ENVARC:Zelvo.vars"] = path;
+        expect_going_on();
+    }
+    struct stat status {};
+    EXPECT_TRUE(stat("/dev/full", &status) == 0 && S_ISCHR(status.st_mode));
+    EXPECT_TRUE(stat(files.path("fifo").c_str(), &status) == 0 && S_ISFIFO(status.st_mode));
+    EXPECT_TRUE(std::filesystem::is_directory(files.path("folder")));
+}
+
+TEST_F(StrangeFiles, AFolderThatTakesNoFilesLeavesSettingsUnsaved) {
+    // Not even the superuser can make a file there.
+    setup.volumes["ENV"] = "/proc/self";
+    setup.volumes["ENVARC"] = files.path("not-there");
+    setup.events = {key(2, 's'), key(2, 'S')};
+    expect_going_on();
+}
+
+TEST_F(StrangeFiles, AReadOnlyFolderKeepsItsSettings) {
+    const std::string folder = files.path("read-only");
+    std::filesystem::create_directory(folder);
+    files.write("read-only/Zelvo.vars", settings);
+    chmod(files.folder().c_str(), 0711);
+    chmod(folder.c_str(), 0555);
+    setup.volumes["ENV"] = folder;
+    setup.events = {key(1, '4'), key(2, 's')};
+    // Nothing is read-only to the superuser, who is somebody else while the settings are saved.
+    setup.on_picture = [](const offscreen::Picture &picture) {
+        constexpr uid_t nobody = 65534;
+        if (getuid() == 0 && seteuid(picture.pass == 1 ? nobody : picture.pass == 3 ? 0 : geteuid()) != 0) {
+            std::abort();
+        }
+    };
+    expect_going_on();
+    EXPECT_EQ(files.read("read-only/Zelvo.vars"), settings);
+    chmod(folder.c_str(), 0700);
+}
+
+/// As on a full disk, from a file's 200th byte on.
+void fill_disk() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = 200;
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TEST_F(StrangeFiles, AFullDiskKeepsTheOldSettings) {
+    setup.events = {key(1, '4'), key(2, 's'), key(2, 'S')};
+    // The run's own output goes to files too, and is short enough until the disk has room again.
+    setup.last_pass = 0;
+    RunOptions options;
+    options.before = fill_disk;
+    setup.on_picture = [](const offscreen::Picture &picture) {
+        if (picture.pass == 3) {
+            rlimit limit{};
+            getrlimit(RLIMIT_FSIZE, &limit);
+            limit.rlim_cur = limit.rlim_max;
+            setrlimit(RLIMIT_FSIZE, &limit);
+            offscreen::request_quit();
+        }
+    };
+    EXPECT_EQ(run(options).run.exit_code, 0);
+    EXPECT_EQ(files.read("Zelvo.vars"), settings);
+    std::size_t others = 0;
+    for (const auto &entry : std::filesystem::directory_iterator(files.folder())) {
+        others += entry.path().filename().string().find("Zelvo.vars.") != std::string::npos ? 1U : 0U;
+    }
+    EXPECT_EQ(others, 0U) << "a part of a file is left";
+
+    // With room the same keys save what they could not save before.
+    setup.on_picture = nullptr;
+    setup.last_pass = 3;
+    EXPECT_EQ(run().run.exit_code, 0);
+    EXPECT_TRUE(files.read("Zelvo.vars").starts_with("gammas: 1.100000 "));
+}
+
+} // namespace
