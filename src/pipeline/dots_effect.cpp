@@ -21,7 +21,6 @@ constexpr double windings = 80.0;
 constexpr double deformation_per_spin = 0.0625;
 
 constexpr float sphere_radius = 90.0F;
-constexpr double eye_distance = 250.0;
 
 /// Sines take any angle modulo a turn.
 std::uint32_t table_angle(double units) {

@@ -4,6 +4,7 @@
 #include "raster/face_loops.h"
 
 #include "object/model.h"
+#include "raster/drawing_path.h"
 #include "raster/polygon_list.h"
 #include "raster/triangle_fillers.h"
 
@@ -79,6 +80,8 @@ constexpr auto nothing = [] {};
 
 } // namespace
 
+namespace plain {
+
 void face_loop_envmap() {
     TriangleParams block{};
     draw_polygons(block, nothing, [&block](const Corners &corners) {
@@ -121,4 +124,29 @@ void face_loop_gouraud(VertexLight vertex_light) {
 void face_loop_zlight() {
     TriangleParams block{};
     draw_polygons(block, nothing, [&block](const Corners &) { fill_tri_zcolour(&block); });
+}
+
+} // namespace plain
+
+void face_loop_envmap() {
+    draws_fast ? fast::face_loop_envmap() : plain::face_loop_envmap();
+}
+
+void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
+    draws_fast ? fast::face_loop_texturemap(face_light, face_lights)
+               : plain::face_loop_texturemap(face_light);
+}
+
+void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
+    draws_fast ? fast::face_loop_lightsourced(face_light, face_lights)
+               : plain::face_loop_lightsourced(face_light);
+}
+
+void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
+    draws_fast ? fast::face_loop_gouraud(vertex_light, vertex_lights)
+               : plain::face_loop_gouraud(vertex_light);
+}
+
+void face_loop_zlight() {
+    draws_fast ? fast::face_loop_zlight() : plain::face_loop_zlight();
 }

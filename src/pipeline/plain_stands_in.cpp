@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// The fast forms of the pipeline where they were not built: the plain ones under their names.
+#include "pipeline/lighting.h"
+#include "pipeline/rotation.h"
+
+namespace fast {
+
+void project_points(const Projection &projection) {
+    plain::project_points(projection);
+}
+
+void rotate_normals() {
+    plain::rotate_normals();
+}
+
+void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+    plain::face_lights(corners, count, colours);
+}
+
+void vertex_lights(const std::uint32_t *points, std::size_t count) {
+    plain::vertex_lights(points, count);
+}
+
+} // namespace fast
