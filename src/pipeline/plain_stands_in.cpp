@@ -1,9 +1,23 @@
 // SPDX-License-Identifier: MIT
 // The fast forms of the pipeline where they were not built: the plain ones under their names.
+#include "pipeline/clearing.h"
+#include "pipeline/dots_effect.h"
 #include "pipeline/lighting.h"
 #include "pipeline/rotation.h"
 
 namespace fast {
+
+void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count) {
+    plain::fade_pixels(source, destination, count);
+}
+
+void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count) {
+    plain::blur_pixels(centre, destination, count);
+}
+
+std::int32_t plot_effect_curve() {
+    return plain::plot_effect_curve();
+}
 
 void project_points(const Projection &projection) {
     plain::project_points(projection);

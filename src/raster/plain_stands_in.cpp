@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The fast forms where they were not built: the plain ones under their names.
+#include "raster/dots.h"
 #include "raster/drawing_path.h"
 #include "raster/face_loops.h"
 
@@ -25,6 +26,14 @@ void face_loop_gouraud(VertexLight vertex_light, VertexLights) {
 
 void face_loop_zlight() {
     plain::face_loop_zlight();
+}
+
+void plot_dots(const float *x, const float *y, const float *radius, std::size_t count) {
+    plain::plot_dots(x, y, radius, count);
+}
+
+void plot_dots_at_points() {
+    plain::plot_dots_at_points();
 }
 
 } // namespace fast

@@ -214,14 +214,6 @@ HWY_AFTER_NAMESPACE();
 
 namespace fast {
 
-namespace {
-
-/// A vector that starts in the last drawn row may reach this many pixels beyond it. The rows below, which
-/// nothing draws into, hold that many in every frame but the narrowest.
-constexpr std::int32_t least_width = vector_bytes / (first_drawn_row - 1) + 1;
-
-} // namespace
-
 HWY_EXPORT(draw_mapped);
 HWY_EXPORT(draw_flat);
 HWY_EXPORT(draw_gouraud);

@@ -3,6 +3,7 @@
 // viewer, their edges, and the spans of their rows. None of it depends on an instruction set.
 #pragma once
 
+#include "display/frame_buffers.h"
 #include "object/model.h"
 #include "raster/face_loops.h"
 
@@ -16,6 +17,10 @@ namespace fast {
 /// Bytes of the widest vector, which every array here is aligned to and padded by.
 constexpr std::size_t vector_bytes = 64;
 constexpr std::size_t vector_lanes = vector_bytes / sizeof(float);
+
+/// The narrowest frame that is drawn on vectors. A vector that starts in the last drawn row may reach beyond
+/// it; the rows below, which nothing draws into, hold that many pixels in every frame but the narrowest.
+constexpr std::int32_t least_width = vector_bytes / (first_drawn_row - 1) + 1;
 
 /// Triangles that pass through the stages together. Their batch and edges stay in the first-level cache.
 constexpr std::size_t batch_triangles = 64;
