@@ -18,7 +18,7 @@ namespace fast {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-#if HWY_TARGET == HWY_SCALAR
+#if HWY_TARGET >= HWY_EMU128
 
 // A processor without any vectors draws by the plain forms.
 using plain::blur_pixels;

@@ -23,6 +23,13 @@ namespace fast {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+#if HWY_TARGET >= HWY_EMU128
+
+// A processor without any vectors draws by the plain form.
+using plain::plot_effect_curve;
+
+#else
+
 using DoubleLanes = hn::ScalableTag<double>;
 using FloatLanes = hn::Rebind<float, DoubleLanes>;
 using IntLanes = hn::Rebind<std::int32_t, DoubleLanes>;
@@ -86,6 +93,16 @@ void place_dots(const EffectParameters &parameters, EffectDots &dots) {
     }
 }
 
+std::int32_t plot_effect_curve() {
+    static constexpr EffectParameters parameters;
+    EffectDots dots;
+    place_dots(parameters, dots);
+    plot_dots(dots.x.data(), dots.y.data(), dots.radius.data(), parameters.count);
+    return static_cast<std::int32_t>(parameters.count);
+}
+
+#endif
+
 } // namespace HWY_NAMESPACE
 } // namespace fast
 HWY_AFTER_NAMESPACE();
@@ -94,14 +111,10 @@ HWY_AFTER_NAMESPACE();
 
 namespace fast {
 
-HWY_EXPORT(place_dots);
+HWY_EXPORT(plot_effect_curve);
 
 std::int32_t plot_effect_curve() {
-    static constexpr EffectParameters parameters;
-    EffectDots dots;
-    HWY_DYNAMIC_DISPATCH(place_dots)(parameters, dots);
-    plot_dots(dots.x.data(), dots.y.data(), dots.radius.data(), parameters.count);
-    return static_cast<std::int32_t>(parameters.count);
+    return HWY_DYNAMIC_DISPATCH(plot_effect_curve)();
 }
 
 } // namespace fast

@@ -22,6 +22,20 @@ namespace fast {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+#if HWY_TARGET >= HWY_EMU128
+
+// A processor without any vectors draws by the plain forms.
+void project_points(const Projection &projection) {
+    plain::project_points(projection);
+}
+void rotate_normals() {
+    plain::rotate_normals();
+}
+using plain::face_lights;
+using plain::vertex_lights;
+
+#else
+
 using DoubleLanes = hn::ScalableTag<double>;
 using FloatLanes = hn::Rebind<float, DoubleLanes>;
 using IntLanes = hn::Rebind<std::int32_t, DoubleLanes>;
@@ -178,6 +192,8 @@ void vertex_lights(const std::uint32_t *points, std::size_t count) {
     }
     plain::vertex_lights(points + i, count - i);
 }
+
+#endif
 
 } // namespace HWY_NAMESPACE
 } // namespace fast

@@ -25,7 +25,7 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-#if HWY_TARGET == HWY_SCALAR
+#if HWY_TARGET >= HWY_EMU128
 
 // A processor without any vectors draws by the plain form.
 using plain::plot_dots;

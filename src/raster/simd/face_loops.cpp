@@ -21,6 +21,23 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
+#if HWY_TARGET >= HWY_EMU128
+
+// A processor without any vectors draws by the plain forms.
+using plain::face_loop_envmap;
+using plain::face_loop_zlight;
+void face_loop_texturemap(FaceLight face_light, FaceLights) {
+    plain::face_loop_texturemap(face_light);
+}
+void face_loop_lightsourced(FaceLight face_light, FaceLights) {
+    plain::face_loop_lightsourced(face_light);
+}
+void face_loop_gouraud(VertexLight vertex_light, VertexLights) {
+    plain::face_loop_gouraud(vertex_light);
+}
+
+#else
+
 /// The spans that wait to be drawn, and what drawing them needs.
 template <Filler filler>
 struct SpanDrawer {
@@ -179,32 +196,44 @@ HWY_INLINE void draw_polygons(bool keeps_lit_corners, Complete complete) {
     faces_seen = walk.polygons;
 }
 
-void draw_mapped(const Vec3 *records, FaceLight face_light) {
-    draw_polygons<Filler::mapped>(face_light != nullptr, [records, face_light](TriangleBatch &batch) {
-        if (face_light != nullptr) {
-            light_faces_singly(batch, face_light);
-        }
-        gather_map_coordinates(batch, records);
-    });
+HWY_INLINE void draw_mapped(const Vec3 *records, FaceLight face_light) {
+    draw_polygons<Filler::mapped>(face_light != nullptr,
+                                  [records, face_light](TriangleBatch &batch) HWY_ATTR {
+                                      if (face_light != nullptr) {
+                                          light_faces_singly(batch, face_light);
+                                      }
+                                      gather_map_coordinates(batch, records);
+                                  });
 }
 
-void draw_flat(FaceLight face_light, FaceLights face_lights) {
-    draw_polygons<Filler::flat>(true, [face_light, face_lights](TriangleBatch &batch) {
+void face_loop_envmap() {
+    draw_mapped(lwonormals3.get(), nullptr);
+}
+
+void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
+    // A batch light has no effect but its result, which this mode drops.
+    draw_mapped(lwopoints2.get(), face_lights == nullptr ? face_light : nullptr);
+}
+
+void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
+    draw_polygons<Filler::flat>(true, [face_light, face_lights](TriangleBatch &batch) HWY_ATTR {
         light_faces(batch, face_light, face_lights);
         make_colour_bytes(batch);
     });
 }
 
-void draw_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
-    draw_polygons<Filler::gouraud>(false, [vertex_light, vertex_lights](TriangleBatch &batch) {
+void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
+    draw_polygons<Filler::gouraud>(false, [vertex_light, vertex_lights](TriangleBatch &batch) HWY_ATTR {
         light_points(batch, vertex_light, vertex_lights);
         gather_colours(batch);
     });
 }
 
-void draw_zcolour() {
-    draw_polygons<Filler::zcolour>(false, [](TriangleBatch &) {});
+void face_loop_zlight() {
+    draw_polygons<Filler::zcolour>(false, [](TriangleBatch &) HWY_ATTR {});
 }
+
+#endif
 
 } // namespace HWY_NAMESPACE
 } // namespace fast
@@ -214,50 +243,33 @@ HWY_AFTER_NAMESPACE();
 
 namespace fast {
 
-HWY_EXPORT(draw_mapped);
-HWY_EXPORT(draw_flat);
-HWY_EXPORT(draw_gouraud);
-HWY_EXPORT(draw_zcolour);
+HWY_EXPORT(face_loop_envmap);
+HWY_EXPORT(face_loop_texturemap);
+HWY_EXPORT(face_loop_lightsourced);
+HWY_EXPORT(face_loop_gouraud);
+HWY_EXPORT(face_loop_zlight);
 
 void face_loop_envmap() {
-    if (frame_width < least_width) {
-        plain::face_loop_envmap();
-        return;
-    }
-    HWY_DYNAMIC_DISPATCH(draw_mapped)(lwonormals3.get(), nullptr);
+    frame_width < least_width ? plain::face_loop_envmap() : HWY_DYNAMIC_DISPATCH(face_loop_envmap)();
 }
 
 void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
-    if (frame_width < least_width) {
-        plain::face_loop_texturemap(face_light);
-        return;
-    }
-    // A batch light has no effect but its result, which this mode drops.
-    HWY_DYNAMIC_DISPATCH(draw_mapped)(lwopoints2.get(), face_lights == nullptr ? face_light : nullptr);
+    frame_width < least_width ? plain::face_loop_texturemap(face_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_texturemap)(face_light, face_lights);
 }
 
 void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
-    if (frame_width < least_width) {
-        plain::face_loop_lightsourced(face_light);
-        return;
-    }
-    HWY_DYNAMIC_DISPATCH(draw_flat)(face_light, face_lights);
+    frame_width < least_width ? plain::face_loop_lightsourced(face_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_lightsourced)(face_light, face_lights);
 }
 
 void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
-    if (frame_width < least_width) {
-        plain::face_loop_gouraud(vertex_light);
-        return;
-    }
-    HWY_DYNAMIC_DISPATCH(draw_gouraud)(vertex_light, vertex_lights);
+    frame_width < least_width ? plain::face_loop_gouraud(vertex_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_gouraud)(vertex_light, vertex_lights);
 }
 
 void face_loop_zlight() {
-    if (frame_width < least_width) {
-        plain::face_loop_zlight();
-        return;
-    }
-    HWY_DYNAMIC_DISPATCH(draw_zcolour)();
+    frame_width < least_width ? plain::face_loop_zlight() : HWY_DYNAMIC_DISPATCH(face_loop_zlight)();
 }
 
 } // namespace fast

@@ -74,7 +74,7 @@ HWY_INLINE void append_spans(const TriangleBatch &batch, const BatchEdges &edges
         hn::Add(hn::Mul(as_fixed(frame_row), hn::Set(words, static_cast<std::uint32_t>(frame_width))),
                 as_fixed(first));
     const std::size_t end = spans.count;
-    const auto put = [is_drawn, end](auto lanes, auto value, auto &array) {
+    const auto put = [is_drawn, end](auto lanes, auto value, auto &array) HWY_ATTR {
         hn::StoreU(hn::Compress(value, hn::RebindMask(lanes, is_drawn)), lanes, &array[end]);
     };
     put(words, offset, spans.offset);

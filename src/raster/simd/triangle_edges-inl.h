@@ -196,7 +196,7 @@ HWY_INLINE void set_up_triangles(const TriangleBatch &batch, std::size_t at, Bat
     const Ints to_middle = hn::IfThenElseZero(hn::Gt(middle_row, top_row), hn::Sub(middle_row, top_row));
     const Floats below_middle_row = hn::Sub(v.y[middle], hn::ConvertTo(floats, middle_row));
     const auto is_long_left = hn::RebindMask(words, long_edge_left);
-    const auto go_on = [to_middle](const Walker &walker) {
+    const auto go_on = [to_middle](const Walker &walker) HWY_ATTR {
         return Walker{hn::Add(walker.value, hn::Mul(as_fixed(to_middle), walker.step)), walker.step};
     };
     const Walker new_x = start_walker(v.x[middle], below_middle_row, last_edge.x);
