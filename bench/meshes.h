@@ -28,7 +28,8 @@ Mesh make_torus(int rings, int sides);
 /// that 16-bit point indices reach.
 Mesh make_largest_sphere();
 
-/// The object of a LightWave file, through the program's own reader; it becomes the current object, not yet prepared.
+/// The object of a LightWave file, through the program's own reader; it becomes the current object, not yet
+/// prepared.
 void read_object_file(const std::string &path);
 
 /// Makes `mesh` the current object and prepares it.

@@ -3,6 +3,7 @@
 #include "pipeline/clearing.h"
 #include "pipeline/dots_effect.h"
 #include "pipeline/lighting.h"
+#include "pipeline/preparation.h"
 #include "pipeline/rotation.h"
 
 namespace fast {
@@ -25,6 +26,10 @@ void project_points(const Projection &projection) {
 
 void rotate_normals() {
     plain::rotate_normals();
+}
+
+void scale_normals() {
+    plain::scale_normals();
 }
 
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {

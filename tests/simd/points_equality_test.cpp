@@ -3,11 +3,13 @@
 #include "instruction_sets.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
+#include "pipeline/preparation.h"
 #include "pipeline/rotation.h"
 #include "random_scene.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 
 namespace {
@@ -59,6 +61,13 @@ TEST(FastPoints, HaveTheBitsOfThePlainOnes) {
         const auto normals = bits_of(lwonormals3, count);
         fast::rotate_normals();
         ASSERT_EQ(normals, bits_of(lwonormals3, count)) << "scene " << scene;
+
+        const std::vector<Vec3> unscaled(lwonormals2.get(), lwonormals2.get() + count);
+        plain::scale_normals();
+        const auto scaled = bits_of(lwonormals2, count);
+        std::copy(unscaled.begin(), unscaled.end(), lwonormals2.get());
+        fast::scale_normals();
+        ASSERT_EQ(scaled, bits_of(lwonormals2, count)) << "scene " << scene;
         compared += count;
     }
     use_instruction_set(0);

@@ -2,6 +2,7 @@
 // Rotation, projection and lighting of several points at once. The vectors are as wide as the doubles that
 // some of the steps are taken in.
 #include "pipeline/lighting.h"
+#include "pipeline/preparation.h"
 #include "pipeline/rotation.h"
 
 #include "main_68k/viewer_state.h"
@@ -30,6 +31,9 @@ void project_points(const Projection &projection) {
 }
 void rotate_normals() {
     plain::rotate_normals();
+}
+void scale_normals() {
+    plain::scale_normals();
 }
 using plain::face_lights;
 using plain::vertex_lights;
@@ -127,6 +131,23 @@ HWY_INLINE Floats dot(const Points &a, const Points &b) {
     return hn::Add(hn::Add(hn::Mul(a.x, b.x), hn::Mul(a.y, b.y)), hn::Mul(a.z, b.z));
 }
 
+void scale_normals() {
+    const DoubleLanes doubles;
+    const FloatLanes floats;
+    const auto length = hn::Set(doubles, static_cast<double>(normal_length));
+    const std::size_t lanes = hn::Lanes(floats);
+    const auto points = static_cast<std::size_t>(point_count());
+    std::size_t i = 0;
+    for (; i + lanes <= points; i += lanes) {
+        const Points p = load_points(&lwonormals2[i]);
+        const Floats squares = dot(p, p);
+        const Floats factor =
+            hn::DemoteTo(floats, hn::Div(length, hn::Sqrt(hn::PromoteTo(doubles, squares))));
+        store_points({hn::Mul(p.x, factor), hn::Mul(p.y, factor), hn::Mul(p.z, factor)}, &lwonormals2[i]);
+    }
+    plain::scale_normals(i);
+}
+
 HWY_INLINE Points difference(const Points &a, const Points &b) {
     return {hn::Sub(a.x, b.x), hn::Sub(a.y, b.y), hn::Sub(a.z, b.z)};
 }
@@ -205,6 +226,7 @@ namespace fast {
 
 HWY_EXPORT(project_points);
 HWY_EXPORT(rotate_normals);
+HWY_EXPORT(scale_normals);
 HWY_EXPORT(face_lights);
 HWY_EXPORT(vertex_lights);
 
@@ -214,6 +236,10 @@ void project_points(const Projection &projection) {
 
 void rotate_normals() {
     HWY_DYNAMIC_DISPATCH(rotate_normals)();
+}
+
+void scale_normals() {
+    HWY_DYNAMIC_DISPATCH(scale_normals)();
 }
 
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {

@@ -8,6 +8,7 @@
 #endif
 
 #include "display/frame_buffers.h"
+#include "raster/fixed_point.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/triangle_batch.h"
 #include "raster/texture_map.h"
@@ -16,6 +17,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+// A processor without any vectors has no lanes of two widths to move between, and draws by the plain forms.
+#if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -32,28 +36,27 @@ constexpr std::size_t quantities_of(Filler filler) {
 using DepthLanes = hn::Rebind<std::uint16_t, IntLanes>;
 using ByteLanes = hn::Rebind<std::uint8_t, IntLanes>;
 
-/// The accumulators `Count` quantities from `First` on, of a vector of pixels along a span.
+/// `Count` quantities from `First` on, of a vector of pixels along a span.
 template <std::size_t First, std::size_t Count>
 struct PixelValues {
     std::array<Words, Count> value;
-    std::array<Words, Count> step;
+    /// What one pixel adds.
+    std::array<Fixed, Count> step;
 
     HWY_INLINE PixelValues(const SpanList &spans, std::size_t span) {
         const WordLanes words;
-        const auto ascending = hn::Iota(words, 0);
-        const auto lanes = hn::Set(words, static_cast<std::uint32_t>(hn::Lanes(words)));
         for (std::size_t q = 0; q < Count; ++q) {
-            const Words pixel_step = hn::Set(words, spans.step[First + q][span]);
+            step[q] = spans.step[First + q][span];
             const Words first_pixel = hn::Set(words, spans.value[First + q][span]);
-            value[q] = hn::Add(first_pixel, hn::Mul(ascending, pixel_step));
-            step[q] = hn::Mul(lanes, pixel_step);
+            value[q] = hn::Add(first_pixel, hn::Mul(hn::Iota(words, 0), hn::Set(words, step[q])));
         }
     }
 
     /// Goes on by one vector.
     HWY_INLINE void advance() {
+        const WordLanes words;
         for (std::size_t q = 0; q < Count; ++q) {
-            value[q] = hn::Add(value[q], step[q]);
+            value[q] = hn::Add(value[q], hn::Set(words, step[q] * static_cast<Fixed>(hn::Lanes(words))));
         }
     }
 };
@@ -95,9 +98,13 @@ HWY_INLINE void draw_computed_spans(SpanList &spans) {
         std::uint16_t *depths = zbuf.get() + spans.offset[i];
         PixelValues<0, quantities_of(filler)> pixel(spans, i);
         const Ints flat_colour = hn::Set(ints, static_cast<std::int32_t>(spans.colour[i]));
-        for (std::int32_t left = spans.length[i]; left > 0; left -= lanes) {
+        for (std::int32_t left = spans.length[i];;) {
             const Ints colour = filler == Filler::flat ? flat_colour : colour_of(pixel.value.back());
             write_nearer(depth_of(pixel.value[0]), colour, left, pixels, depths);
+            left -= lanes;
+            if (left <= 0) {
+                break;
+            }
             pixel.advance();
             pixels += lanes;
             depths += lanes;
@@ -108,17 +115,25 @@ HWY_INLINE void draw_computed_spans(SpanList &spans) {
 
 /// Texels of several spans, back to back, with room for a vector behind the last.
 struct TexelBuffer {
-    static constexpr std::size_t capacity = 4096;
+    static constexpr std::size_t capacity = 2048;
     alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_bytes> index;
     alignas(vector_bytes) std::array<std::uint8_t, capacity + vector_bytes> colour;
 };
 
-/// Texel indices of the pixels of a vector. Both coordinates wrap in the low 16 bits of the sum.
-HWY_INLINE hn::Vec<DepthLanes> texel_indices(Words column, Words row) {
-    const WordLanes words;
-    const Words whole_rows = hn::ShiftLeft<8>(hn::ShiftRight<16>(row));
-    const Words sum = hn::Add(hn::Add(hn::ShiftRight<16>(column), whole_rows), hn::Set(words, map_centre));
-    return hn::TruncateTo(DepthLanes(), sum);
+/// Twice as many lanes of 16 bits, which both coordinates' integer parts are as well as a texel's index.
+using IndexLanes = hn::Repartition<std::uint16_t, WordLanes>;
+
+/// Texel indices of two vectors of pixels. Both coordinates wrap in the low 16 bits of the sum, to which the
+/// map's centre adds the same number everywhere.
+HWY_INLINE hn::Vec<IndexLanes> texel_indices(const std::array<Words, 2> &first,
+                                             const std::array<Words, 2> &second) {
+    const IndexLanes lanes;
+    const auto integer_parts = [lanes](Words a, Words b) HWY_ATTR {
+        return hn::ConcatOdd(lanes, hn::BitCast(lanes, b), hn::BitCast(lanes, a));
+    };
+    const auto row = hn::ShiftLeft<8>(integer_parts(first[1], second[1]));
+    const auto centre = hn::Set(lanes, static_cast<std::uint16_t>(map_centre));
+    return hn::Add(hn::Add(integer_parts(first[0], second[0]), row), centre);
 }
 
 /// Draws the spans `first` to `last` - 1, all of whose texels fit the buffer. The texels' indices are
@@ -131,10 +146,16 @@ HWY_INLINE void draw_mapped_run(const SpanList &spans, std::size_t first, std::s
     std::size_t count = 0;
     for (std::size_t i = first; i < last; ++i) {
         PixelValues<1, 2> pixel(spans, i);
-        for (std::int32_t x = 0; x < spans.length[i]; x += lanes) {
-            hn::StoreU(texel_indices(pixel.value[0], pixel.value[1]), DepthLanes(),
-                       &texels.index[count + static_cast<std::size_t>(x)]);
+        const std::int32_t length = spans.length[i];
+        for (std::int32_t x = 0;; pixel.advance()) {
+            const std::array<Words, 2> first_half = pixel.value;
             pixel.advance();
+            hn::StoreU(texel_indices(first_half, pixel.value), IndexLanes(),
+                       &texels.index[count + static_cast<std::size_t>(x)]);
+            x += 2 * lanes;
+            if (x >= length) {
+                break;
+            }
         }
         count += static_cast<std::size_t>(spans.length[i]);
     }
@@ -151,12 +172,16 @@ HWY_INLINE void draw_mapped_run(const SpanList &spans, std::size_t first, std::s
         std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
         std::uint16_t *depths = zbuf.get() + spans.offset[i];
         PixelValues<0, 1> pixel(spans, i);
-        for (std::int32_t x = 0; x < spans.length[i]; x += lanes) {
+        const std::int32_t length = spans.length[i];
+        for (std::int32_t x = 0;; pixel.advance()) {
             const Ints colour = hn::PromoteTo(ints, hn::LoadU(ByteLanes(), colours + x));
-            write_nearer(depth_of(pixel.value[0]), colour, spans.length[i] - x, pixels + x, depths + x);
-            pixel.advance();
+            write_nearer(depth_of(pixel.value[0]), colour, length - x, pixels + x, depths + x);
+            x += lanes;
+            if (x >= length) {
+                break;
+            }
         }
-        colours += spans.length[i];
+        colours += length;
     }
 }
 
@@ -195,5 +220,7 @@ HWY_INLINE void draw_mapped_spans(SpanList &spans, TexelBuffer &texels) {
 } // namespace HWY_NAMESPACE
 } // namespace fast
 HWY_AFTER_NAMESPACE();
+
+#endif
 
 #endif

@@ -133,7 +133,7 @@ struct BatchEdges {
 
 /// Rows of triangles that have pixels, in drawing order.
 struct SpanList {
-    static constexpr std::size_t capacity = 512;
+    static constexpr std::size_t capacity = 256;
 
     template <typename T>
     struct alignas(vector_bytes) Array : std::array<T, capacity + vector_lanes> {};
