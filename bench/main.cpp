@@ -83,6 +83,8 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
     use_scene(mesh, size);
     viewer.obj_style = mode;
     draws_fast = is_fast;
+    // Modes without triangles leave the count alone.
+    triangles_drawn = 0;
     render_frame();
     for (auto _ : state) {
         turn();
