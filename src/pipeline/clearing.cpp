@@ -4,6 +4,7 @@
 
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
+#include "raster/drawing_path.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,6 +18,13 @@ std::uint8_t clamp_at_zero(int value) {
     return static_cast<std::uint8_t>(std::max(value, 0));
 }
 
+/// Whether two frames share no byte. Addresses are compared as numbers, since the frames may be two arrays.
+bool is_apart(const std::uint8_t *a, const std::uint8_t *b) {
+    const auto first = reinterpret_cast<std::uintptr_t>(a);
+    const auto second = reinterpret_cast<std::uintptr_t>(b);
+    return std::max(first, second) - std::min(first, second) >= frame_pixels();
+}
+
 } // namespace
 
 void zero_blocks(void *address, std::int32_t byte_count) {
@@ -27,12 +35,33 @@ void zero_blocks(void *address, std::int32_t byte_count) {
     }
 }
 
-void fade_frame(const std::uint8_t *source, std::uint8_t *destination) {
-    const std::ptrdiff_t pixels = std::ptrdiff_t{frame_width} * (frame_height - 1);
-    for (std::ptrdiff_t p = 0; p < pixels; ++p) {
+namespace plain {
+
+void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count) {
+    for (std::size_t p = 0; p < count; ++p) {
         const int value = source[p];
         destination[p] = clamp_at_zero(value - (value >> 4) - 1);
     }
+}
+
+void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count) {
+    const std::ptrdiff_t width = frame_width;
+    for (std::size_t p = 0; p < count; ++p) {
+        const std::uint8_t *pixel = centre + p;
+        const int sum = pixel[-1] + pixel[1] + pixel[-width] + pixel[width];
+        destination[p] = clamp_at_zero((sum >> 2) - (sum >> 6) - 1);
+    }
+}
+
+} // namespace plain
+
+void fade_frame(const std::uint8_t *source, std::uint8_t *destination) {
+    if (frame_height <= 1) {
+        return;
+    }
+    const std::size_t pixels = frame_pixels() - static_cast<std::size_t>(frame_width);
+    const bool is_fast = draws_fast && is_apart(source, destination);
+    (is_fast ? fast::fade_pixels : plain::fade_pixels)(source, destination, pixels);
 }
 
 void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destination, int destination_row) {
@@ -41,12 +70,10 @@ void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destin
     if (rows <= 0) {
         return;
     }
-    const std::uint8_t *centre = source + source_row * width;
-    std::uint8_t *pixel = destination + destination_row * width;
-    for (std::ptrdiff_t p = 0; p < rows * width; ++p) {
-        const int sum = centre[p - 1] + centre[p + 1] + centre[p - width] + centre[p + width];
-        pixel[p] = clamp_at_zero((sum >> 2) - (sum >> 6) - 1);
-    }
+    const bool is_fast = draws_fast && is_apart(source, destination);
+    (is_fast ? fast::blur_pixels : plain::blur_pixels)(source + source_row * width,
+                                                       destination + destination_row * width,
+                                                       static_cast<std::size_t>(rows * width));
 }
 
 void clear_frame() {

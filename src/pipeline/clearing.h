@@ -25,3 +25,15 @@ void fade_frame(const std::uint8_t *source, std::uint8_t *destination);
 /// source is what row 2 is computed around, and `destination_row` is where it is written; the rows that
 /// follow likewise.
 void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destination, int destination_row);
+
+/// Both forms of the runs of pixels that a fade and a blur consist of: `count` pixels from `source`, or
+/// around those from `centre` on. The fast ones read and write no other bytes than the plain ones do, but
+/// they take the two frames not to overlap.
+namespace plain {
+void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count);
+void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count);
+} // namespace plain
+namespace fast {
+void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count);
+void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count);
+} // namespace fast

@@ -6,22 +6,10 @@
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
+#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 namespace {
-
-/// The curve's parameter runs over +-range in steps; at 2048 angle units each, a unit of it is half a turn
-/// round the sphere's axis, and the whole range is a turn along it.
-constexpr double range = 40.0;
-constexpr double step = 0.035;
-constexpr double angle_units = 2048.0;
-constexpr double windings = 80.0;
-
-/// How fast the third coordinate's rate grows with the spin.
-constexpr double deformation_per_spin = 0.0625;
-
-constexpr float sphere_radius = 90.0F;
-constexpr double eye_distance = 250.0;
 
 /// Sines take any angle modulo a turn.
 std::uint32_t table_angle(double units) {
@@ -29,25 +17,35 @@ std::uint32_t table_angle(double units) {
 }
 
 DVec3 curve_point(double t, double spin) {
-    const std::uint32_t around = table_angle(t * angle_units);
-    const std::uint32_t along = table_angle(t * angle_units / windings);
-    const std::uint32_t across = table_angle(t * angle_units / windings * spin * deformation_per_spin);
-    return {sphere_radius * sine(around) * cosine(along), sphere_radius * cosine(around) * cosine(along),
-            sphere_radius * sine(across)};
+    const std::uint32_t around = table_angle(t * effect_angle_units);
+    const std::uint32_t along = table_angle(t * effect_angle_units / effect_windings);
+    const std::uint32_t across =
+        table_angle(t * effect_angle_units / effect_windings * spin * deformation_per_spin);
+    return {effect_sphere_radius * sine(around) * cosine(along),
+            effect_sphere_radius * cosine(around) * cosine(along), effect_sphere_radius * sine(across)};
 }
 
 } // namespace
 
-void draw_dots_effect() {
-    faces_seen = 0;
-    set_rotation(-static_cast<double>(viewer.tilt_y) / 80.0, viewer.tilt_x / 80.0, viewer.spin_angle * 0.004);
-    for (double t = -range; t < range; t += step) {
+namespace plain {
+
+std::int32_t plot_effect_curve() {
+    std::int32_t dots = 0;
+    for (double t = -effect_range; t < effect_range; t += effect_step) {
         const DVec3 p = rotate_point_d(curve_point(t, viewer.spin_angle));
         const double distance = p.z + eye_distance;
         const double x = eye_distance * p.x / distance / 320.0 * frame_width + frame_width * 0.5;
         const double y = eye_distance * p.y / distance * 0.00390625 * frame_height + frame_height * 0.5;
         const double radius = 2.0 * (eye_distance / distance);
         plot_dot(static_cast<float>(x), static_cast<float>(y), static_cast<float>(radius));
-        ++faces_seen;
+        ++dots;
     }
+    return dots;
+}
+
+} // namespace plain
+
+void draw_dots_effect() {
+    set_rotation(-static_cast<double>(viewer.tilt_y) / 80.0, viewer.tilt_x / 80.0, viewer.spin_angle * 0.004);
+    faces_seen = draws_fast ? fast::plot_effect_curve() : plain::plot_effect_curve();
 }

@@ -3,15 +3,12 @@
 #include "pipeline/lighting.h"
 
 #include "object/model.h"
+#include "raster/drawing_path.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-
-/// What a surface has that the light does not reach, and what full light adds.
-constexpr float ambient = 25.0F;
-constexpr double diffuse = 230.0;
 
 /// Sum of three float products, from left to right.
 float dot(const Vec3 &a, const Vec3 &b) {
@@ -21,11 +18,11 @@ float dot(const Vec3 &a, const Vec3 &b) {
 /// The colour for a normal whose scalar product with the light is `facing`; both may be of any length.
 float colour(float facing, const Vec3 &normal) {
     const float lengths = dot(normal, normal) * dot(viewer.light, viewer.light);
-    auto cosine = static_cast<float>(facing / std::sqrt(static_cast<double>(lengths)) * diffuse);
+    auto cosine = static_cast<float>(facing / std::sqrt(static_cast<double>(lengths)) * diffuse_light);
     if (cosine < 0.0F) {
         cosine = 0.0F;
     }
-    return cosine + ambient;
+    return cosine + ambient_light;
 }
 
 } // namespace
@@ -40,6 +37,33 @@ float face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
 float vertex_light(const Vec3 &normal) {
     const Vec3 &light = viewer.light;
     return colour(-light.x * normal.x - light.y * normal.y + light.z * normal.z, normal);
+}
+
+namespace plain {
+
+void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto corner = [&corners, i](std::size_t c) {
+            return Vec3{corners.x[c][i], corners.y[c][i], corners.depth[c][i]};
+        };
+        colours[i] = face_light(corner(0), corner(1), corner(2));
+    }
+}
+
+void vertex_lights(const std::uint32_t *points, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        lwofis[points[i]] = vertex_light(lwonormals3[points[i]]);
+    }
+}
+
+} // namespace plain
+
+void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+    draws_fast ? fast::face_lights(corners, count, colours) : plain::face_lights(corners, count, colours);
+}
+
+void vertex_lights(const std::uint32_t *points, std::size_t count) {
+    draws_fast ? fast::vertex_lights(points, count) : plain::vertex_lights(points, count);
 }
 
 void reset_vertex_colours() {

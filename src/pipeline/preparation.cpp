@@ -7,6 +7,7 @@
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
+#include "raster/drawing_path.h"
 #include "raster/polygon_list.h"
 
 #include <algorithm>
@@ -18,9 +19,6 @@ namespace {
 
 /// Radius of the prepared object, which keeps it on the screen from an eye 250 units away.
 constexpr double prepared_radius = 110.0;
-
-/// Length of a prepared vertex normal, which keeps map coordinates within 128 of the map's centre.
-constexpr float normal_length = 123.0F;
 
 std::span<Vec3> points_as_read() {
     return {point_chunk.get(), static_cast<std::size_t>(worked_points())};
@@ -75,12 +73,17 @@ void build_vertex_normals() {
             sum = {sum.x + normal.x, sum.y + normal.y, sum.z + normal.z};
         }
     });
-    for (std::size_t i = 0; i < points; ++i) {
-        scale_to_length(lwonormals2[i], normal_length);
-    }
+    draws_fast ? fast::scale_normals() : plain::scale_normals();
 }
 
 } // namespace
+
+void plain::scale_normals(std::size_t first) {
+    const auto points = static_cast<std::size_t>(worked_points());
+    for (std::size_t i = first; i < points; ++i) {
+        scale_to_length(lwonormals2[i], normal_length);
+    }
+}
 
 void prepare_object() {
     build_sine_table();

@@ -4,6 +4,8 @@
 
 #include "main_68k/viewer_state.h"
 
+#include <cstddef>
+
 /// Builds the tables of the dots, fits the object into a sphere of radius 110 about the origin with its x
 /// mirrored, projects it once, and builds the vertex normals. Runs once, after the object was read; it
 /// changes the points as read in place. An object without extent gets points that are not finite.
@@ -15,3 +17,14 @@ Vec3 face_normal(const Vec3 &a, const Vec3 &b, const Vec3 &c);
 /// Scales `v` in place to `length`. The squares are summed in float, the quotient is taken in double and
 /// rounded once, so that equal vectors give equal bits on every processor. A zero vector gives not-a-number.
 void scale_to_length(Vec3 &v, float length);
+
+/// Length of a prepared vertex normal, which keeps map coordinates within 128 of the map's centre.
+constexpr float normal_length = 123.0F;
+
+/// Both forms of scaling `lwonormals2` to that length, from the point `first` on up to the last.
+namespace plain {
+void scale_normals(std::size_t first = 0);
+}
+namespace fast {
+void scale_normals();
+}

@@ -4,33 +4,22 @@
 
 #include "display/frame_buffers.h"
 #include "object/model.h"
+#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 #include <cmath>
 #include <cstddef>
 #include <numbers>
 
-namespace {
-
-/// Sines and cosines of the angles a, b and c. Written by set_rotation; the last caller wins.
-struct RotationState {
-    float sin_a;
-    float cos_a;
-    float sin_b;
-    float cos_b;
-    float sin_c;
-    float cos_c;
-};
 RotationState rotation{0.0F, 1.0F, 0.0F, 1.0F, 0.0F, 1.0F};
+
+namespace {
 
 /// Mouse counts that make one radian.
 constexpr double counts_per_radian = 80.0;
 
 /// Radians a unit of spin.
 constexpr double radians_per_spin = 0.004;
-
-/// Distance of the eye from the origin, and the projection's scale on a 320 x 256 frame.
-constexpr float eye_distance = 250.0F;
 
 float tilt_angle(std::int32_t counts) {
     return static_cast<float>(counts / counts_per_radian);
@@ -83,28 +72,42 @@ DVec3 rotate_point_d(const DVec3 &in) {
     return rotate(in);
 }
 
-void transform_and_project() {
-    set_viewing_rotation();
-    const auto scale_x = static_cast<float>(frame_width * 0.003125);
-    const auto scale_y = static_cast<float>(frame_height * 0.00390625);
-    const auto centre_x = static_cast<float>(frame_width * 0.5);
-    const auto centre_y = static_cast<float>(frame_height * 0.5);
+namespace plain {
+
+void project_points(const Projection &projection, std::size_t first) {
     const auto points = static_cast<std::size_t>(worked_points());
-    for (std::size_t i = 0; i < points; ++i) {
+    for (std::size_t i = first; i < points; ++i) {
         const Vec3 p = rotate_point(lwopoints2[i]);
-        const float x = p.x * eye_distance / (p.z + eye_distance) * scale_x + centre_x;
-        const float y = p.y * eye_distance / (p.z + eye_distance) * scale_y + centre_y;
+        const float x = p.x * eye_distance / (p.z + eye_distance) * projection.scale_x + projection.centre_x;
+        const float y = p.y * eye_distance / (p.z + eye_distance) * projection.scale_y + projection.centre_y;
         const auto depth = static_cast<float>(p.z * -0.9 + 128.0);
         lwopoints3[i] = {snap(x), snap(y), snap(depth)};
     }
 }
 
-void rotate_normals() {
-    set_viewing_rotation();
+void rotate_normals(std::size_t first) {
     const auto points = static_cast<std::size_t>(worked_points());
-    for (std::size_t i = 0; i < points; ++i) {
+    for (std::size_t i = first; i < points; ++i) {
         lwonormals3[i] = rotate_point(lwonormals2[i]);
     }
+}
+
+} // namespace plain
+
+void transform_and_project() {
+    set_viewing_rotation();
+    const Projection projection{
+        static_cast<float>(frame_width * 0.003125),
+        static_cast<float>(frame_height * 0.00390625),
+        static_cast<float>(frame_width * 0.5),
+        static_cast<float>(frame_height * 0.5),
+    };
+    draws_fast ? fast::project_points(projection) : plain::project_points(projection);
+}
+
+void rotate_normals() {
+    set_viewing_rotation();
+    draws_fast ? fast::rotate_normals() : plain::rotate_normals();
 }
 
 void rotate_light() {

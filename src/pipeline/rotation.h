@@ -4,12 +4,36 @@
 
 #include "main_68k/viewer_state.h"
 
+#include <cstddef>
+
 /// Three double-precision coordinates, for the dots effect.
 struct DVec3 {
     double x;
     double y;
     double z;
 };
+
+/// Sines and cosines of the angles a, b and c. Written by set_rotation; the last caller wins.
+struct RotationState {
+    float sin_a;
+    float cos_a;
+    float sin_b;
+    float cos_b;
+    float sin_c;
+    float cos_c;
+};
+extern RotationState rotation;
+
+/// How the projection scales a 320 x 256 frame to the frame's size, and the frame's centre.
+struct Projection {
+    float scale_x;
+    float scale_y;
+    float centre_x;
+    float centre_y;
+};
+
+/// Distance of the eye from the origin.
+constexpr float eye_distance = 250.0F;
 
 /// Sets the angles of every rotation that follows, in radians: `a` about x, `b` about y, `c` about z. Sines
 /// and cosines are computed in double and kept as float.
@@ -31,3 +55,14 @@ void rotate_normals();
 
 /// Turns the light by the mouse: `light` becomes `light_base`, its components in reverse order, rotated.
 void rotate_light();
+
+/// Both forms of the two stages that touch every point: by the set angles, from the point `first` on up to
+/// the last.
+namespace plain {
+void project_points(const Projection &projection, std::size_t first = 0);
+void rotate_normals(std::size_t first = 0);
+} // namespace plain
+namespace fast {
+void project_points(const Projection &projection);
+void rotate_normals();
+} // namespace fast

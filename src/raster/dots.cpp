@@ -4,6 +4,7 @@
 
 #include "display/frame_buffers.h"
 #include "object/model.h"
+#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 #include <algorithm>
@@ -71,8 +72,12 @@ void build_dot_image() {
     }
 }
 
+std::int32_t dot_luminance() {
+    return viewer.clear_style == 0 ? viewer.dot_lum : viewer.dot_lum_in_blur;
+}
+
 void plot_dot(float x, float y, float s) {
-    const std::int32_t luminance = viewer.clear_style == 0 ? viewer.dot_lum : viewer.dot_lum_in_blur;
+    const std::int32_t luminance = dot_luminance();
     const float left = x - s;
     const float top = y - s;
     const std::int32_t x0 = to_int(left);
@@ -103,14 +108,28 @@ void plot_dot(float x, float y, float s) {
     }
 }
 
-void draw_dots_overlay() {
-    faces_seen = 0;
-    triangles_drawn = 0;
+namespace plain {
+
+void plot_dots(const float *x, const float *y, const float *radius, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        plot_dot(x[i], y[i], radius[i]);
+    }
+}
+
+void plot_dots_at_points() {
     const std::int32_t points = worked_points();
     for (std::int32_t i = 0; i < points; ++i) {
         plot_point(lwopoints3[static_cast<std::size_t>(i)]);
     }
+}
+
+} // namespace plain
+
+void draw_dots_overlay() {
+    faces_seen = 0;
+    triangles_drawn = 0;
+    draws_fast ? fast::plot_dots_at_points() : plain::plot_dots_at_points();
     for (std::int32_t again = repetitions_that_count(alike_points - 1); again > 0; --again) {
-        plot_point(lwopoints3[static_cast<std::size_t>(points - 1)]);
+        plot_point(lwopoints3[static_cast<std::size_t>(worked_points() - 1)]);
     }
 }

@@ -5,6 +5,7 @@
 #include "main_68k/heap_array.h"
 #include "main_68k/viewer_state.h"
 
+#include <cstddef>
 #include <cstdint>
 
 /// Width and height of the dot sprite, and the radius that it stands for, in texels.
@@ -24,5 +25,19 @@ void build_dot_image();
 /// radius that gives no positive step through the sprite draws nothing.
 void plot_dot(float x, float y, float s);
 
+/// How much a dot adds, in 1/65536 of a texel: `dot_lum` on cleared frames and `dot_lum_in_blur` otherwise.
+std::int32_t dot_luminance();
+
 /// Plots a dot at every projected point, larger where it is nearer. Sets both frame counters to 0.
 void draw_dots_overlay();
+
+/// Both forms of plotting `count` dots, and of the overlay. The arrays of the fast one may be read up to 15
+/// entries beyond the last.
+namespace plain {
+void plot_dots(const float *x, const float *y, const float *radius, std::size_t count);
+void plot_dots_at_points();
+} // namespace plain
+namespace fast {
+void plot_dots(const float *x, const float *y, const float *radius, std::size_t count);
+void plot_dots_at_points();
+} // namespace fast

@@ -4,6 +4,7 @@
 #include "raster/face_loops.h"
 
 #include "object/model.h"
+#include "raster/drawing_path.h"
 #include "raster/polygon_list.h"
 #include "raster/triangle_fillers.h"
 
@@ -85,6 +86,8 @@ constexpr auto nothing = [] {};
 
 } // namespace
 
+namespace plain {
+
 void face_loop_envmap() {
     TriangleParams block{};
     draw_polygons(block, nothing, [&block](const Corners &corners) {
@@ -127,4 +130,38 @@ void face_loop_gouraud(VertexLight vertex_light) {
 void face_loop_zlight() {
     TriangleParams block{};
     draw_polygons(block, nothing, [&block](const Corners &) { fill_tri_zcolour(&block); });
+}
+
+} // namespace plain
+
+namespace {
+
+/// A list that goes on behind the file's end is walked by the plain loops, which know where to stop.
+bool draws_list_fast() {
+    return draws_fast && unread_polygon_words == 0;
+}
+
+} // namespace
+
+void face_loop_envmap() {
+    draws_list_fast() ? fast::face_loop_envmap() : plain::face_loop_envmap();
+}
+
+void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
+    draws_list_fast() ? fast::face_loop_texturemap(face_light, face_lights)
+                      : plain::face_loop_texturemap(face_light);
+}
+
+void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
+    draws_list_fast() ? fast::face_loop_lightsourced(face_light, face_lights)
+                      : plain::face_loop_lightsourced(face_light);
+}
+
+void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
+    draws_list_fast() ? fast::face_loop_gouraud(vertex_light, vertex_lights)
+                      : plain::face_loop_gouraud(vertex_light);
+}
+
+void face_loop_zlight() {
+    draws_list_fast() ? fast::face_loop_zlight() : plain::face_loop_zlight();
 }

@@ -1,0 +1,357 @@
+// SPDX-License-Identifier: MIT
+// Measures frames, stages and loading, and other rasterisers on the same frames, in one process.
+#include "peers/peer.h"
+#include "scene.h"
+#include "table.h"
+
+#include "display/frame_buffers.h"
+#include "pipeline/clearing.h"
+#include "pipeline/dots_effect.h"
+#include "pipeline/lighting.h"
+#include "pipeline/preparation.h"
+#include "pipeline/render_frame.h"
+#include "pipeline/rotation.h"
+#include "platform/shared/bitmap.h"
+#include "raster/dots.h"
+#include "raster/drawing_path.h"
+#include "raster/face_loops.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+struct Size {
+    const char *name;
+    int width;
+    int height;
+};
+constexpr std::array<Size, 3> sizes{
+    {{"320x256", 320, 256}, {"640x480", 640, 480}, {"1920x1080", 1920, 1080}}};
+
+/// The objects, and the one that is current with its frame's size.
+std::vector<Mesh> meshes;
+std::size_t current_mesh = SIZE_MAX;
+std::size_t current_size = SIZE_MAX;
+
+/// Peers whose buffers have the current size.
+std::vector<const Peer *> opened;
+
+/// Measured steps of the 360 of a turn, at equal distances.
+int measured_steps = steps_per_turn;
+
+void use_scene(std::size_t mesh, std::size_t size) {
+    if (current_size != size) {
+        open_frame(sizes[size].width, sizes[size].height);
+        opened.clear();
+    }
+    if (current_mesh != mesh) {
+        show_mesh(meshes[mesh]);
+    }
+    current_mesh = mesh;
+    current_size = size;
+    reset_scene();
+    draws_fast = true;
+}
+
+void turn() {
+    for (int i = 0; i < steps_per_turn / measured_steps; ++i) {
+        next_step();
+    }
+}
+
+/// Rows that the visible triangles touch.
+double triangle_rows() {
+    double rows = 0.0;
+    for_each_visible_triangle(
+        [](const Vec3 &, const Vec3 &, const Vec3 &) {},
+        [&rows](std::uint16_t a, std::uint16_t b, std::uint16_t c) {
+            const auto [low, high] = std::minmax({lwopoints3[a].y, lwopoints3[b].y, lwopoints3[c].y});
+            rows += static_cast<int>(high) - static_cast<int>(low) + 1;
+        });
+    return rows;
+}
+
+void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, int mode, bool is_fast) {
+    use_scene(mesh, size);
+    viewer.obj_style = mode;
+    draws_fast = is_fast;
+    // Modes without triangles leave the count alone.
+    triangles_drawn = 0;
+    render_frame();
+    for (auto _ : state) {
+        turn();
+        render_frame();
+    }
+    state.counters["triangles"] = triangles_drawn;
+    state.counters["pixels"] =
+        static_cast<double>(frame_pixels()) -
+        static_cast<double>(std::count(chunkybuf1.get(), chunkybuf1.get() + frame_pixels(), 0));
+    state.counters["rows"] = triangle_rows();
+}
+
+/// A peer's frame takes the viewer's own points, normals and marks of the colours; it clears, lights and
+/// draws by itself.
+void measure_peer(benchmark::State &state, const Peer &peer, std::size_t mesh, std::size_t size, int mode) {
+    use_scene(mesh, size);
+    if (std::find(opened.begin(), opened.end(), &peer) == opened.end()) {
+        peer.open(sizes[size].width, sizes[size].height);
+        opened.push_back(&peer);
+    }
+    const auto frame = [&peer, mode] {
+        turn();
+        transform_and_project();
+        if (mode == mode_envmap || mode == mode_gouraud) {
+            rotate_normals();
+        }
+        reset_vertex_colours();
+        peer.draw(mode);
+    };
+    frame();
+    if (peer.drawn_pixels() == 0) {
+        std::fprintf(stderr, "%s draws nothing\n", peer.name);
+        std::exit(1);
+    }
+    for (auto _ : state) {
+        frame();
+    }
+}
+
+void add(const std::string &name, int iterations, std::function<void(benchmark::State &)> measure) {
+    benchmark::RegisterBenchmark(name.c_str(), std::move(measure))
+        ->Unit(benchmark::kMicrosecond)
+        ->Iterations(iterations);
+}
+
+void add_frames() {
+    const std::array<const Peer *, 3> peers{&allegro_peer, &sdl_peer, &osmesa_peer};
+    for (std::size_t mesh = 0; mesh < meshes.size(); ++mesh) {
+        for (std::size_t size = 0; size < sizes.size(); ++size) {
+            for (int mode = mode_effect; mode <= mode_dots; ++mode) {
+                const std::string at =
+                    meshes[mesh].name + "/" + sizes[size].name + "/" + std::to_string(mode);
+                if (mode == mode_effect && mesh > 0) {
+                    continue;
+                }
+                for (const bool is_fast : {false, true}) {
+                    add((is_fast ? "frame/zelvo/" : "frame/plain/") + at, measured_steps,
+                        [mesh, size, mode, is_fast](benchmark::State &state) {
+                            measure_frame(state, mesh, size, mode, is_fast);
+                        });
+                }
+                if (mode < mode_envmap || mode > mode_gouraud) {
+                    continue;
+                }
+                for (const Peer *peer : peers) {
+                    add(std::string("frame/") + peer->name + "/" + at, measured_steps,
+                        [peer, mesh, size, mode](benchmark::State &state) {
+                            measure_peer(state, *peer, mesh, size, mode);
+                        });
+                }
+            }
+        }
+    }
+}
+
+struct Stage {
+    const char *name;
+    std::function<void()> run;
+};
+
+std::vector<Stage> all_stages() {
+    const auto clear = [](int style) {
+        return [style] {
+            viewer.clear_style = style;
+            clear_frame();
+        };
+    };
+    // A face loop wants a fresh depth buffer, or it draws nothing; its clear is part of the figure.
+    const auto loop = [](std::function<void()> draw) {
+        return [draw = std::move(draw)] {
+            clear_zbuffer();
+            draw();
+        };
+    };
+    return {
+        {"clear", clear(0)},
+        {"fade", clear(1)},
+        {"blur", clear(2)},
+        {"rising blur", clear(3)},
+        {"z clear", clear_zbuffer},
+        {"transform", transform_and_project},
+        {"normals", static_cast<void (*)()>(rotate_normals)},
+        {"face loop envmap", loop(static_cast<void (*)()>(face_loop_envmap))},
+        {"face loop texture", loop([] { face_loop_texturemap(face_light, face_lights); })},
+        {"face loop flat", loop([] { face_loop_lightsourced(face_light, face_lights); })},
+        {"face loop gouraud", loop([] {
+             reset_vertex_colours();
+             face_loop_gouraud(vertex_light, vertex_lights);
+         })},
+        {"face loop zlight", loop(static_cast<void (*)()>(face_loop_zlight))},
+        {"dots overlay", draw_dots_overlay},
+        {"dots effect", draw_dots_effect},
+    };
+}
+
+void add_stages(std::size_t mesh) {
+    for (std::size_t size = 0; size < sizes.size(); ++size) {
+        for (const Stage &stage : all_stages()) {
+            for (const bool is_fast : {false, true}) {
+                const std::string name = std::string(is_fast ? "stage/fast/" : "stage/plain/") +
+                                         sizes[size].name + "/" + stage.name;
+                add(name, 100, [mesh, size, stage, is_fast](benchmark::State &state) {
+                    use_scene(mesh, size);
+                    draws_fast = is_fast;
+                    transform_and_project();
+                    rotate_normals();
+                    for (auto _ : state) {
+                        stage.run();
+                    }
+                });
+            }
+        }
+        const std::string at = std::string("stage/fast/") + sizes[size].name + "/";
+        add(at + "presentation", 100, [mesh, size](benchmark::State &state) {
+            use_scene(mesh, size);
+            BitMap bitmap(frame_width, frame_height);
+            RastPort context{};
+            host::initialise_context(context);
+            context.BitMap = &bitmap;
+            for (auto _ : state) {
+                host::write_pixels(context, 0, 0, static_cast<ULONG>(frame_width - 1),
+                                   static_cast<ULONG>(frame_height - 1), chunkybuf2.get(), frame_width);
+                benchmark::ClobberMemory();
+            }
+        });
+        add(at + "memset frame", 100, [mesh, size](benchmark::State &state) {
+            use_scene(mesh, size);
+            for (auto _ : state) {
+                std::memset(chunkybuf1.get(), 0, frame_pixels());
+                benchmark::ClobberMemory();
+            }
+        });
+        add(at + "memcpy frame", 100, [mesh, size](benchmark::State &state) {
+            use_scene(mesh, size);
+            for (auto _ : state) {
+                std::memcpy(chunkybuf1.get(), chunkybuf2.get(), frame_pixels());
+                benchmark::ClobberMemory();
+            }
+        });
+    }
+}
+
+/// A file in memory stands for one that the system has in its cache, so that no disk is measured.
+class ObjectFile {
+public:
+    explicit ObjectFile(const Mesh &mesh) : bytes_(file_bytes(mesh)) {
+        path_ = std::string(P_tmpdir) + "/zelvo-bench-object.lwo";
+        std::FILE *file = std::fopen(path_.c_str(), "wb");
+        if (file == nullptr || std::fwrite(bytes_.data(), 1, bytes_.size(), file) != bytes_.size()) {
+            std::perror(path_.c_str());
+            std::exit(1);
+        }
+        std::fclose(file);
+    }
+    ~ObjectFile() { std::remove(path_.c_str()); }
+    ObjectFile(const ObjectFile &) = delete;
+    ObjectFile &operator=(const ObjectFile &) = delete;
+
+    const std::string &path() const { return path_; }
+    std::size_t size() const { return bytes_.size(); }
+
+private:
+    std::vector<unsigned char> bytes_;
+    std::string path_;
+};
+
+void add_loading(const ObjectFile &object) {
+    const auto forget_scene = [] { current_mesh = SIZE_MAX; };
+    add("load/read and copy", 20, [&object](benchmark::State &state) {
+        for (auto _ : state) {
+            std::FILE *file = std::fopen(object.path().c_str(), "rb");
+            void *read = std::malloc(object.size());
+            void *copy = std::malloc(object.size());
+            if (file == nullptr || std::fread(read, 1, object.size(), file) != object.size()) {
+                std::exit(1);
+            }
+            std::memcpy(copy, read, object.size());
+            benchmark::DoNotOptimize(copy);
+            benchmark::ClobberMemory();
+            std::free(copy);
+            std::free(read);
+            std::fclose(file);
+        }
+    });
+    add("load/read and prepare", 20, [&object, forget_scene](benchmark::State &state) {
+        for (auto _ : state) {
+            read_object_file(object.path());
+            prepare_object();
+        }
+        forget_scene();
+    });
+    add("load/read", 20, [&object, forget_scene](benchmark::State &state) {
+        for (auto _ : state) {
+            read_object_file(object.path());
+        }
+        forget_scene();
+    });
+    add("load/prepare", 20, [&object, forget_scene](benchmark::State &state) {
+        read_object_file(object.path());
+        for (auto _ : state) {
+            prepare_object();
+        }
+        forget_scene();
+    });
+}
+
+/// Takes "--steps=N" out of the arguments.
+void take_steps(int &argc, char **argv) {
+    int kept = 1;
+    for (int i = 1; i < argc; ++i) {
+        if (std::sscanf(argv[i], "--steps=%d", &measured_steps) != 1) {
+            argv[kept++] = argv[i];
+        }
+    }
+    argc = kept;
+    measured_steps = std::clamp(measured_steps, 1, steps_per_turn);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    take_steps(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    meshes = {make_cube(), make_sphere(4), make_sphere(5), make_sphere(6), make_torus(160, 64)};
+    constexpr std::size_t middle_sphere = 2;
+    open_frame(sizes[0].width, sizes[0].height);
+    const ObjectFile largest(make_largest_sphere());
+    add_frames();
+    add_stages(middle_sphere);
+    add_loading(largest);
+    Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    std::fprintf(stderr, "\r%-76s\r", "");
+
+    std::vector<std::string> mesh_names;
+    for (const Mesh &mesh : meshes) {
+        mesh_names.push_back(mesh.name);
+    }
+    std::vector<std::string> size_names;
+    for (const Size &size : sizes) {
+        size_names.emplace_back(size.name);
+    }
+    print_frames(collector, mesh_names, size_names);
+    print_stages(collector, size_names);
+    print_loading(collector);
+    return 0;
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// The objects that are measured, made in memory as the reader would leave them.
+#pragma once
+
+#include "main_68k/viewer_state.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// An object: its points, and its polygon list as in the file (count, indices, surface word).
+struct Mesh {
+    std::string name;
+    std::vector<Vec3> points;
+    std::vector<std::uint16_t> polygons;
+};
+
+/// A cube of six quads.
+Mesh make_cube();
+
+/// An icosahedron whose faces were cut in four `cuts` times: 20 * 4^cuts triangles of about equal size.
+Mesh make_sphere(int cuts);
+
+/// A torus of `rings` times `sides` quads.
+Mesh make_torus(int rings, int sides);
+
+/// A sphere of latitudes and longitudes with 65,535 points and about 130,000 triangles, the largest object
+/// that 16-bit point indices reach.
+Mesh make_largest_sphere();
+
+/// The object of a LightWave file, through the program's own reader; it becomes the current object, not yet
+/// prepared.
+void read_object_file(const std::string &path);
+
+/// Makes `mesh` the current object and prepares it.
+void show_mesh(const Mesh &mesh);
+
+/// `mesh` as the bytes of a LightWave file.
+std::vector<unsigned char> file_bytes(const Mesh &mesh);

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// Other software rasterisers, drawing the frame that the viewer draws.
+#pragma once
+
+#include "object/model.h"
+#include "raster/polygon_list.h"
+
+#include <cstdint>
+#include <span>
+
+/// A rasteriser that draws the current object into its own buffers.
+struct Peer {
+    /// Short name, as the table shows it.
+    const char *name;
+
+    /// What it does less or more than the viewer.
+    const char *difference;
+
+    /// Opens buffers of this size and loads the texture; called before the first draw and for every size.
+    void (*open)(int width, int height);
+
+    /// Clears, and draws the projected points' polygons in a render mode of the viewer (1 to 4).
+    void (*draw)(int mode);
+
+    /// Bytes of the last picture that are not background.
+    std::size_t (*drawn_pixels)();
+};
+
+extern const Peer allegro_peer;
+extern const Peer sdl_peer;
+extern const Peer osmesa_peer;
+
+/// Calls `begin` for each polygon that faces the viewer, then `triangle` with the point indices of each of
+/// its triangles. All peers are given their triangles by this walk.
+template <typename Begin, typename Triangle>
+void for_each_visible_triangle(Begin begin, Triangle triangle) {
+    for_each_polygon([&](std::size_t vertices, std::span<const std::uint16_t> points, bool is_usable) {
+        if (!is_usable) {
+            return;
+        }
+        const Vec3 &p = lwopoints3[points[0]];
+        const Vec3 &q = lwopoints3[points[1]];
+        const Vec3 &r = lwopoints3[points[2]];
+        if (!((q.x - p.x) * (r.y - p.y) > (q.y - p.y) * (r.x - p.x))) {
+            return;
+        }
+        begin(p, q, r);
+        for (std::size_t k = 2; k < vertices; ++k) {
+            triangle(points[0], points[k - 1], points[k]);
+        }
+    });
+}
+
+/// Distance from the eye of a point with this depth value, for peers that want one.
+inline float eye_distance_of(float depth) {
+    return (128.0F - depth) * (1.0F / 0.9F) + 250.0F;
+}
+
+/// The colour of a point, lit once a frame as in mode 4.
+inline float colour_of_point(std::uint16_t point, float (*vertex_light)(const Vec3 &)) {
+    if (lwofis[point] == -1.0F) {
+        lwofis[point] = vertex_light(lwonormals3[point]);
+    }
+    return lwofis[point];
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Buffers, settings and rotation steps, as the display and the frame loop would give them.
+#include "scene.h"
+
+#include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
+#include "raster/dots.h"
+#include "raster/texture_map.h"
+
+#include <numbers>
+
+void open_frame(int width, int height) {
+    frame_width = width;
+    frame_height = height;
+    viewer.width = width;
+    viewer.height = height;
+    chunkybuf1 = allocate_array<std::uint8_t>(frame_pixels());
+    chunkybuf2 = allocate_array<std::uint8_t>(frame_pixels());
+    zbuf = allocate_array<std::uint16_t>(frame_pixels());
+    for (std::size_t i = 0; i < frame_pixels(); ++i) {
+        chunkybuf2[i] = static_cast<std::uint8_t>(i * 7 + i / 256);
+    }
+    envmap = allocate_array<std::uint8_t>(envmap_bytes);
+    for (std::size_t i = 0; i < envmap_bytes; ++i) {
+        envmap[i] = static_cast<std::uint8_t>((i & 255) ^ (i >> 8));
+    }
+    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
+    build_dot_image();
+}
+
+void reset_scene() {
+    viewer = ViewerState{};
+    viewer.width = frame_width;
+    viewer.height = frame_height;
+}
+
+void next_step() {
+    constexpr double radians_per_spin = 0.004;
+    viewer.spin_angle += 2.0 * std::numbers::pi / steps_per_turn / radians_per_spin;
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Collects what Google Benchmark measures and prints it as tables of medians.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// What one benchmark came to over its repetitions.
+struct Measurement {
+    std::vector<double> microseconds;
+    std::map<std::string, double> counters;
+
+    double median() const;
+};
+
+/// Keeps every repetition's time by the benchmark's name and shows which one is running.
+class Collector : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context &context) override;
+    void ReportRuns(const std::vector<Run> &runs) override;
+
+    /// The measurement of that name; null if it did not run.
+    const Measurement *find(const std::string &name) const;
+
+private:
+    std::map<std::string, Measurement> measurements_;
+};
+
+/// Prints the frames of every mesh, size and mode: the viewer's time, its cost a triangle and a pixel, and
+/// each peer's time as a multiple of it.
+void print_frames(const Collector &collector, const std::vector<std::string> &meshes,
+                  const std::vector<std::string> &sizes);
+
+/// Prints the stages with both forms, and the limits that memory sets them.
+void print_stages(const Collector &collector, const std::vector<std::string> &sizes);
+
+/// Prints how long an object takes to become ready.
+void print_loading(const Collector &collector);

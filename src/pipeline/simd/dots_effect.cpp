@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// The curve of the dots effect, a vector of its points at once.
+#include "pipeline/dots_effect.h"
+
+#include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
+#include "pipeline/rotation.h"
+#include "pipeline/simd/effect_dots.h"
+#include "pipeline/sine_table.h"
+#include "raster/dots.h"
+
+#include <cstddef>
+#include <limits>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "pipeline/simd/dots_effect.cpp"
+#include "hwy/foreach_target.h"
+
+#include "hwy/highway.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace fast {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+#if HWY_TARGET >= HWY_EMU128
+
+// A processor without any vectors draws by the plain form.
+using plain::plot_effect_curve;
+
+#else
+
+using DoubleLanes = hn::ScalableTag<double>;
+using FloatLanes = hn::Rebind<float, DoubleLanes>;
+using IntLanes = hn::Rebind<std::int32_t, DoubleLanes>;
+using Doubles = hn::Vec<DoubleLanes>;
+using Floats = hn::Vec<FloatLanes>;
+using Ints = hn::Vec<IntLanes>;
+
+/// Angles truncate and saturate like every number; not-a-number, which the conversion may take either way,
+/// gives the smallest integer.
+HWY_INLINE Ints table_angle(Doubles units) {
+    const IntLanes ints;
+    const auto smallest = hn::Set(DoubleLanes(), std::numeric_limits<std::int32_t>::min());
+    return hn::DemoteTo(ints, hn::IfThenElse(hn::IsNaN(units), smallest, units));
+}
+
+HWY_INLINE Floats sines(Ints angle) {
+    const auto in_table = hn::And(angle, hn::Set(IntLanes(), sine_period - 1));
+    return hn::GatherIndex(FloatLanes(), sine_table.data(), in_table);
+}
+
+HWY_INLINE Floats cosines(Ints angle) {
+    return sines(hn::Add(angle, hn::Set(IntLanes(), sine_period / 4)));
+}
+
+void place_dots(const EffectParameters &parameters, EffectDots &dots) {
+    const DoubleLanes doubles;
+    const FloatLanes floats;
+    const auto constant = [doubles](double value) HWY_ATTR { return hn::Set(doubles, value); };
+    const auto times = [doubles](Doubles v, float factor)
+                           HWY_ATTR { return hn::Mul(v, hn::Set(doubles, static_cast<double>(factor))); };
+    const RotationState r = rotation;
+    const auto eye = constant(eye_distance);
+    const auto sphere = hn::Set(floats, effect_sphere_radius);
+    for (std::size_t i = 0; i < parameters.count; i += hn::Lanes(doubles)) {
+        const Doubles units = hn::Mul(hn::LoadU(doubles, &parameters.t[i]), constant(effect_angle_units));
+        const Doubles wound = hn::Div(units, constant(effect_windings));
+        const Ints around = table_angle(units);
+        const Ints along = table_angle(wound);
+        const Ints across =
+            table_angle(hn::Mul(hn::Mul(wound, constant(viewer.spin_angle)), constant(deformation_per_spin)));
+        const auto px = hn::PromoteTo(doubles, hn::Mul(hn::Mul(sphere, sines(around)), cosines(along)));
+        const auto py = hn::PromoteTo(doubles, hn::Mul(hn::Mul(sphere, cosines(around)), cosines(along)));
+        const auto pz = hn::PromoteTo(doubles, hn::Mul(sphere, sines(across)));
+
+        const Doubles x1 = hn::Sub(times(px, r.cos_c), times(py, r.sin_c));
+        const Doubles y1 = hn::Add(times(px, r.sin_c), times(py, r.cos_c));
+        const Doubles y2 = hn::Add(times(pz, r.sin_a), times(y1, r.cos_a));
+        const Doubles z2 = hn::Sub(times(pz, r.cos_a), times(y1, r.sin_a));
+        const Doubles x3 = hn::Sub(times(x1, r.cos_b), times(z2, r.sin_b));
+        const Doubles z3 = hn::Add(times(x1, r.sin_b), times(z2, r.cos_b));
+
+        const Doubles distance = hn::Add(z3, eye);
+        const Doubles across_screen = hn::Div(hn::Div(hn::Mul(eye, x3), distance), constant(320.0));
+        const Doubles x = hn::Add(hn::Mul(across_screen, constant(frame_width)), constant(frame_width * 0.5));
+        const Doubles down_screen = hn::Mul(hn::Div(hn::Mul(eye, y2), distance), constant(0.00390625));
+        const Doubles y = hn::Add(hn::Mul(down_screen, constant(frame_height)), constant(frame_height * 0.5));
+        const Doubles radius = hn::Mul(constant(2.0), hn::Div(eye, distance));
+        hn::StoreU(hn::DemoteTo(floats, x), floats, &dots.x[i]);
+        hn::StoreU(hn::DemoteTo(floats, y), floats, &dots.y[i]);
+        hn::StoreU(hn::DemoteTo(floats, radius), floats, &dots.radius[i]);
+    }
+}
+
+std::int32_t plot_effect_curve() {
+    static constexpr EffectParameters parameters;
+    EffectDots dots;
+    place_dots(parameters, dots);
+    plot_dots(dots.x.data(), dots.y.data(), dots.radius.data(), parameters.count);
+    return static_cast<std::int32_t>(parameters.count);
+}
+
+#endif
+
+} // namespace HWY_NAMESPACE
+} // namespace fast
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace fast {
+
+HWY_EXPORT(plot_effect_curve);
+
+std::int32_t plot_effect_curve() {
+    return HWY_DYNAMIC_DISPATCH(plot_effect_curve)();
+}
+
+} // namespace fast
+
+#endif

@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+// The fast face loops: a batch of triangles goes through all stages before the next one is taken.
+#include "raster/face_loops.h"
+
+#include "object/model.h"
+#include "raster/simd/triangle_batch.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "raster/simd/face_loops.cpp"
+#include "hwy/foreach_target.h"
+
+#include "hwy/highway.h"
+
+#include "raster/simd/conversions-inl.h"
+#include "raster/simd/row_spans-inl.h"
+#include "raster/simd/span_drawing-inl.h"
+#include "raster/simd/triangle_edges-inl.h"
+#include "raster/simd/visible_triangles-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace fast {
+namespace HWY_NAMESPACE {
+
+#if HWY_TARGET >= HWY_EMU128
+
+// A processor without any vectors draws by the plain forms.
+using plain::face_loop_envmap;
+using plain::face_loop_zlight;
+void face_loop_texturemap(FaceLight face_light, FaceLights) {
+    plain::face_loop_texturemap(face_light);
+}
+void face_loop_lightsourced(FaceLight face_light, FaceLights) {
+    plain::face_loop_lightsourced(face_light);
+}
+void face_loop_gouraud(VertexLight vertex_light, VertexLights) {
+    plain::face_loop_gouraud(vertex_light);
+}
+
+#else
+
+/// The spans that wait to be drawn, and what drawing them needs.
+template <Filler filler>
+struct SpanDrawer {
+    SpanList spans;
+    TexelBuffer texels;
+
+    HWY_INLINE void draw() {
+        if constexpr (filler == Filler::mapped) {
+            draw_mapped_spans(spans, texels);
+        } else {
+            draw_computed_spans<filler>(spans);
+        }
+    }
+
+    /// Makes room for a vector of spans.
+    HWY_INLINE void make_room() {
+        if (spans.count + vector_lanes > SpanList::capacity) {
+            draw();
+        }
+    }
+};
+
+/// The rows of a group of triangles, one lane each, as triangle and row within it. A group of few rows is
+/// listed before any of it is drawn.
+struct RowList {
+    static constexpr std::size_t capacity = 256;
+    alignas(vector_bytes) std::array<std::int32_t, capacity + vector_lanes> triangle;
+    alignas(vector_bytes) std::array<std::int32_t, capacity + vector_lanes> row;
+};
+
+/// Lists the rows of one vector of triangles of a batch and turns them into spans.
+template <Filler filler>
+class RowLister {
+public:
+    HWY_INLINE RowLister(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
+                         RowList &list, SpanDrawer<filler> &drawer)
+        : batch_(batch), edges_(edges), group_(group), list_(list), drawer_(drawer) {}
+
+    /// A triangle of few rows waits in the list, so that one vector takes the rows of several; one of many
+    /// rows fills vectors of its own.
+    HWY_INLINE void add(std::size_t triangle) {
+        const IntLanes ints;
+        const std::size_t lanes = hn::Lanes(ints);
+        const auto rows = static_cast<std::size_t>(edges_.rows[group_ + triangle]);
+        const auto number = hn::Set(ints, static_cast<std::int32_t>(triangle));
+        const auto ascending = hn::Iota(ints, 0);
+        if (rows <= lanes) {
+            hn::StoreU(number, ints, &list_.triangle[count_]);
+            hn::StoreU(ascending, ints, &list_.row[count_]);
+            count_ += rows;
+            if (count_ + lanes > RowList::capacity) {
+                finish();
+            }
+            return;
+        }
+        finish();
+        for (std::size_t row = 0; row < rows; row += lanes) {
+            append(number, hn::Add(ascending, hn::Set(ints, static_cast<std::int32_t>(row))), rows - row);
+        }
+    }
+
+    /// Turns the rows that are left into spans.
+    HWY_INLINE void finish() {
+        const IntLanes ints;
+        for (std::size_t at = 0; at < count_; at += hn::Lanes(ints)) {
+            append(hn::Load(ints, &list_.triangle[at]), hn::Load(ints, &list_.row[at]), count_ - at);
+        }
+        count_ = 0;
+    }
+
+private:
+    HWY_INLINE void append(Ints triangle, Ints row, std::size_t count) {
+        drawer_.make_room();
+        append_spans<quantities_of(filler), filler == Filler::flat>(batch_, edges_, group_, triangle, row,
+                                                                    count, drawer_.spans);
+    }
+
+    const TriangleBatch &batch_;
+    const BatchEdges &edges_;
+    const std::size_t group_;
+    RowList &list_;
+    SpanDrawer<filler> &drawer_;
+    std::size_t count_ = 0;
+};
+
+/// Draws a vector of triangles of the batch, in order.
+template <Filler filler>
+HWY_INLINE void draw_group(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
+                           RowList &list, SpanDrawer<filler> &drawer) {
+    RowLister<filler> lister(batch, edges, group, list, drawer);
+    const std::size_t triangles = std::min(hn::Lanes(IntLanes()), batch.count - group);
+    for (std::size_t triangle = 0; triangle < triangles; ++triangle) {
+        lister.add(triangle);
+    }
+    lister.finish();
+}
+
+/// Copies x and y of each corner's record into the map coordinates.
+HWY_INLINE void gather_map_coordinates(TriangleBatch &batch, const Vec3 *records) {
+    const FloatLanes floats;
+    const IntLanes ints;
+    for (std::size_t at = 0; at < batch.count; at += hn::Lanes(floats)) {
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            const auto points = hn::BitCast(ints, hn::Load(WordLanes(), &batch.point[corner][at]));
+            hn::Store(gather_coordinate(records, points, 0), floats, &batch.quantity[1][corner][at]);
+            hn::Store(gather_coordinate(records, points, 1), floats, &batch.quantity[2][corner][at]);
+        }
+    }
+}
+
+/// Looks up each corner's colour in `lwofis`.
+HWY_INLINE void gather_colours(TriangleBatch &batch) {
+    const FloatLanes floats;
+    const IntLanes ints;
+    for (std::size_t at = 0; at < batch.count; at += hn::Lanes(floats)) {
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            const auto points = hn::BitCast(ints, hn::Load(WordLanes(), &batch.point[corner][at]));
+            hn::Store(hn::GatherIndex(floats, lwofis.get(), points), floats, &batch.quantity[1][corner][at]);
+        }
+    }
+}
+
+/// Truncates the lights of flat triangles to bytes.
+HWY_INLINE void make_colour_bytes(TriangleBatch &batch) {
+    const WordLanes words;
+    for (std::size_t at = 0; at < batch.count; at += hn::Lanes(words)) {
+        const Words colour = as_fixed(to_int(hn::Load(FloatLanes(), &batch.light[at])));
+        hn::Store(hn::And(colour, hn::Set(words, 0xFF)), words, &batch.colour[at]);
+    }
+}
+
+/// The face loop: `complete` gives each batch what its filler interpolates besides the depth.
+template <Filler filler, typename Complete>
+HWY_INLINE void draw_polygons(bool keeps_lit_corners, Complete complete) {
+    // Lanes without a triangle or row are computed like the others and dropped, so they start as zeros: point
+    // indices and lane numbers among them are valid then.
+    TriangleBatch batch{};
+    BatchEdges edges;
+    RowList rows{};
+    SpanDrawer<filler> drawer;
+    batch.keeps_lit_corners = keeps_lit_corners;
+    const std::size_t lanes = hn::Lanes(FloatLanes());
+    PolygonWalk walk = start_polygon_walk();
+    triangles_drawn = 0;
+    while (collect_triangles(walk, batch)) {
+        complete(batch);
+        for (std::size_t group = 0; group < batch.count; group += lanes) {
+            set_up_triangles<quantities_of(filler)>(batch, group, edges);
+        }
+        for (std::size_t group = 0; group < batch.count; group += lanes) {
+            draw_group<filler>(batch, edges, group, rows, drawer);
+        }
+        drawer.draw();
+        triangles_drawn += static_cast<std::int32_t>(batch.count);
+    }
+    faces_seen = walk.polygons;
+}
+
+HWY_INLINE void draw_mapped(const Vec3 *records, FaceLight face_light) {
+    draw_polygons<Filler::mapped>(face_light != nullptr,
+                                  [records, face_light](TriangleBatch &batch) HWY_ATTR {
+                                      if (face_light != nullptr) {
+                                          light_faces_singly(batch, face_light);
+                                      }
+                                      gather_map_coordinates(batch, records);
+                                  });
+}
+
+void face_loop_envmap() {
+    draw_mapped(lwonormals3.get(), nullptr);
+}
+
+void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
+    // A batch light has no effect but its result, which this mode drops.
+    draw_mapped(lwopoints2.get(), face_lights == nullptr ? face_light : nullptr);
+}
+
+void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
+    draw_polygons<Filler::flat>(true, [face_light, face_lights](TriangleBatch &batch) HWY_ATTR {
+        light_faces(batch, face_light, face_lights);
+        make_colour_bytes(batch);
+    });
+}
+
+void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
+    draw_polygons<Filler::gouraud>(false, [vertex_light, vertex_lights](TriangleBatch &batch) HWY_ATTR {
+        light_points(batch, vertex_light, vertex_lights);
+        gather_colours(batch);
+    });
+}
+
+void face_loop_zlight() {
+    draw_polygons<Filler::zcolour>(false, [](TriangleBatch &) HWY_ATTR {});
+}
+
+#endif
+
+} // namespace HWY_NAMESPACE
+} // namespace fast
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace fast {
+
+HWY_EXPORT(face_loop_envmap);
+HWY_EXPORT(face_loop_texturemap);
+HWY_EXPORT(face_loop_lightsourced);
+HWY_EXPORT(face_loop_gouraud);
+HWY_EXPORT(face_loop_zlight);
+
+void face_loop_envmap() {
+    frame_width < least_width ? plain::face_loop_envmap() : HWY_DYNAMIC_DISPATCH(face_loop_envmap)();
+}
+
+void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
+    frame_width < least_width ? plain::face_loop_texturemap(face_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_texturemap)(face_light, face_lights);
+}
+
+void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
+    frame_width < least_width ? plain::face_loop_lightsourced(face_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_lightsourced)(face_light, face_lights);
+}
+
+void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
+    frame_width < least_width ? plain::face_loop_gouraud(vertex_light)
+                              : HWY_DYNAMIC_DISPATCH(face_loop_gouraud)(vertex_light, vertex_lights);
+}
+
+void face_loop_zlight() {
+    frame_width < least_width ? plain::face_loop_zlight() : HWY_DYNAMIC_DISPATCH(face_loop_zlight)();
+}
+
+} // namespace fast
+
+#endif

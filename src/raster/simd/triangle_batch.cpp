@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+// The walk over polygons of any number of points, one at a time.
+#include "raster/simd/triangle_batch.h"
+
+#include "main_68k/viewer_state.h"
+
+#include <algorithm>
+
+namespace fast {
+
+namespace {
+
+/// Whether the polygon of these three projected points is drawn.
+bool is_drawn(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3, const FaceSides &sides) {
+    const bool front = (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
+    return front ? sides.draws_front : sides.draws_back;
+}
+
+void put_corner(TriangleBatch &batch, std::size_t corner, std::uint16_t index, std::uint16_t lit_index) {
+    const std::size_t at = batch.count;
+    const Vec3 &point = lwopoints3[index];
+    batch.point[corner][at] = index;
+    batch.x[corner][at] = point.x;
+    batch.y[corner][at] = point.y;
+    batch.quantity[0][corner][at] = point.z;
+    const Vec3 &lit = lwopoints3[lit_index];
+    batch.lit_x[corner][at] = lit.x;
+    batch.lit_y[corner][at] = lit.y;
+    batch.lit_depth[corner][at] = lit.z;
+}
+
+/// Opens the fan of the polygon at the walk's word and moves the walk behind it; the fan stays closed if the
+/// polygon is not drawn.
+void open_fan(PolygonWalk &walk) {
+    const std::size_t vertices = walk.words[walk.at];
+    const std::size_t used = std::max<std::size_t>(vertices, 3);
+    if (walk.at + used >= walk.words.size()) {
+        walk.at = walk.words.size();
+        return;
+    }
+    const auto indices = walk.words.subspan(walk.at + 1, used);
+    walk.at += vertices + 2;
+    ++walk.polygons;
+    const bool is_usable =
+        std::all_of(indices.begin(), indices.end(), [&walk](std::uint16_t i) { return i < walk.points; });
+    if (is_usable &&
+        is_drawn(lwopoints3[indices[0]], lwopoints3[indices[1]], lwopoints3[indices[2]], walk.sides)) {
+        walk.fan = indices;
+        walk.next_of_fan = 2;
+    }
+}
+
+} // namespace
+
+PolygonWalk start_polygon_walk() {
+    const bool both = viewer.doubleside != 0;
+    PolygonWalk walk;
+    walk.words = {polygon_chunk.get(), static_cast<std::size_t>(polygon_word_count())};
+    walk.points = point_count();
+    walk.sides = {both || viewer.flip != 1, both || viewer.flip != 0};
+    return walk;
+}
+
+void take_polygon(PolygonWalk &walk, TriangleBatch &batch) {
+    if (!walk.fan_is_open()) {
+        open_fan(walk);
+        if (!walk.fan_is_open()) {
+            return;
+        }
+    }
+    const auto &fan = walk.fan;
+    while (walk.next_of_fan < fan.size() && batch.count < TriangleBatch::capacity) {
+        const std::size_t k = walk.next_of_fan++;
+        put_corner(batch, 0, fan[0], fan[0]);
+        put_corner(batch, 1, fan[k - 1], fan[1]);
+        put_corner(batch, 2, fan[k], fan[2]);
+        batch.begins_polygon[batch.count] = k == 2 ? 1 : 0;
+        ++batch.count;
+    }
+    if (walk.next_of_fan == fan.size()) {
+        walk.next_of_fan = 0;
+    }
+}
+
+void light_faces_singly(TriangleBatch &batch, FaceLight face_light) {
+    for (std::size_t i = 0; i < batch.count; ++i) {
+        if (batch.begins_polygon[i] != 0) {
+            const auto corner = [&batch, i](std::size_t c) {
+                return Vec3{batch.lit_x[c][i], batch.lit_y[c][i], batch.lit_depth[c][i]};
+            };
+            batch.last_light = face_light(corner(0), corner(1), corner(2));
+        }
+        batch.light[i] = batch.last_light;
+    }
+}
+
+void light_faces(TriangleBatch &batch, FaceLight face_light, FaceLights face_lights) {
+    if (face_lights == nullptr) {
+        light_faces_singly(batch, face_light);
+        return;
+    }
+    FaceCorners corners;
+    for (std::size_t c = 0; c < 3; ++c) {
+        corners.x[c] = batch.lit_x[c].data();
+        corners.y[c] = batch.lit_y[c].data();
+        corners.depth[c] = batch.lit_depth[c].data();
+    }
+    face_lights(corners, batch.count, batch.light.data());
+}
+
+void light_points(const TriangleBatch &batch, VertexLight vertex_light, VertexLights vertex_lights) {
+    constexpr float not_yet_lit = -1.0F;
+    std::array<std::uint32_t, 3 * TriangleBatch::capacity + vector_lanes> unlit;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < batch.count; ++i) {
+        for (const auto &points : batch.point) {
+            float &colour = lwofis[points[i]];
+            if (colour != not_yet_lit) {
+                continue;
+            }
+            if (vertex_lights == nullptr) {
+                colour = vertex_light(lwonormals3[points[i]]);
+            } else {
+                // Anything but the mark keeps the point from being listed twice.
+                colour = 0.0F;
+                unlit[count++] = points[i];
+            }
+        }
+    }
+    if (count != 0) {
+        std::fill_n(unlit.begin() + static_cast<std::ptrdiff_t>(count), vector_lanes, unlit[0]);
+        vertex_lights(unlit.data(), count);
+    }
+}
+
+} // namespace fast

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// The fast face loops draw what the plain ones draw, to the last bit.
+#include "raster/face_loops.h"
+
+#include "instruction_sets.h"
+#include "object/model.h"
+#include "pipeline/lighting.h"
+#include "random_scene.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <functional>
+
+namespace {
+
+/// Everything that a face loop leaves behind.
+struct LoopResult {
+    FrameContents frame;
+    std::vector<std::uint32_t> colours;
+    std::int32_t faces = 0;
+    std::int32_t triangles = 0;
+    bool operator==(const LoopResult &) const = default;
+};
+
+/// Runs a loop on the frame and the colours as they stand, and puts both back.
+LoopResult run_loop(const std::function<void()> &loop) {
+    const FrameContents before = frame_contents();
+    const auto count = static_cast<std::size_t>(point_count());
+    const std::vector<float> colours_before(lwofis.get(), lwofis.get() + count);
+    loop();
+    LoopResult result{frame_contents(), {}, faces_seen, triangles_drawn};
+    for (std::size_t i = 0; i < count; ++i) {
+        // A not-a-number is one whatever its sign and payload, which the processors' own rules choose.
+        const float colour = lwofis[i];
+        result.colours.push_back(colour != colour ? 0x7FC00000U : std::bit_cast<std::uint32_t>(colour));
+    }
+    restore_frame(before);
+    std::copy(colours_before.begin(), colours_before.end(), lwofis.get());
+    return result;
+}
+
+struct LoopPair {
+    const char *name;
+    std::function<void()> plain;
+    std::function<void()> fast;
+};
+
+float dull_face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
+    return p0.x + p1.y * 2.0F + p2.z * 3.0F;
+}
+
+float dull_vertex_light(const Vec3 &normal) {
+    return normal.x + 2.0F * normal.y;
+}
+
+const std::vector<LoopPair> &loop_pairs() {
+    static const std::vector<LoopPair> pairs{
+        {"envmap", plain::face_loop_envmap, fast::face_loop_envmap},
+        {"texturemap", [] { plain::face_loop_texturemap(face_light); },
+         [] { fast::face_loop_texturemap(face_light, fast::face_lights); }},
+        {"lightsourced", [] { plain::face_loop_lightsourced(face_light); },
+         [] { fast::face_loop_lightsourced(face_light, fast::face_lights); }},
+        {"gouraud", [] { plain::face_loop_gouraud(vertex_light); },
+         [] { fast::face_loop_gouraud(vertex_light, fast::vertex_lights); }},
+        {"zlight", plain::face_loop_zlight, fast::face_loop_zlight},
+        {"lightsourced, lit singly", [] { plain::face_loop_lightsourced(dull_face_light); },
+         [] { fast::face_loop_lightsourced(dull_face_light, nullptr); }},
+        {"gouraud, lit singly", [] { plain::face_loop_gouraud(dull_vertex_light); },
+         [] { fast::face_loop_gouraud(dull_vertex_light, nullptr); }},
+    };
+    return pairs;
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int triangles_wanted = 100'000;
+#else
+constexpr int triangles_wanted = 1'200'000;
+#endif
+
+/// Says which pixel differs first.
+std::string first_difference(const LoopResult &plain_result, const LoopResult &fast_result, int width) {
+    for (std::size_t i = 0; i < plain_result.frame.pixels.size(); ++i) {
+        if (plain_result.frame.pixels[i] != fast_result.frame.pixels[i]) {
+            return "pixel " + std::to_string(i % static_cast<std::size_t>(width)) + ", " +
+                   std::to_string(i / static_cast<std::size_t>(width)) + " is " +
+                   std::to_string(fast_result.frame.pixels[i]) + " instead of " +
+                   std::to_string(plain_result.frame.pixels[i]);
+        }
+    }
+    return "no pixel, but a depth, a colour or a count";
+}
+
+} // namespace
+
+TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
+    const std::vector<std::int64_t> sets = instruction_sets();
+    ASSERT_FALSE(sets.empty());
+    Random random(20240611);
+    int triangles = 0;
+    int drawn = 0;
+    for (std::size_t scene = 0; triangles < triangles_wanted; ++scene) {
+        const FrameSize size = frame_sizes[scene % frame_sizes.size()];
+        const Shapes shapes = random.once_in(3) ? all_shapes[scene % all_shapes.size()] : Shapes::small;
+        const bool is_large = shapes != Shapes::small && size.width * size.height > 20'000;
+        open_noisy_frame(size, random);
+        const int made = make_random_object(shapes, is_large ? 60 : 1500, random);
+        viewer = ViewerState{};
+        viewer.doubleside = random.once_in(3) ? 1 : 0;
+        viewer.flip = random.below(3);
+        viewer.light = {random.between(-3.0F, 3.0F), random.between(-3.0F, 3.0F),
+                        random.between(-3.0F, 3.0F)};
+        const std::size_t pair_index = scene % loop_pairs().size();
+        const LoopPair &pair = loop_pairs()[pair_index];
+        const LoopResult expected = run_loop(pair.plain);
+        const std::int64_t set = sets[scene / 3 % sets.size()];
+        use_instruction_set(set);
+        const LoopResult actual = run_loop(pair.fast);
+        ASSERT_TRUE(expected == actual)
+            << pair.name << " on " << instruction_set_name(set) << ", scene " << scene << ", " << size.width
+            << " x " << size.height << ", shapes " << static_cast<int>(shapes) << ": "
+            << first_difference(expected, actual, size.width);
+        triangles += made;
+        drawn += expected.triangles;
+    }
+    use_instruction_set(0);
+    EXPECT_GE(triangles, triangles_wanted);
+    // A scene whose triangles were all culled would compare nothing.
+    EXPECT_GT(drawn, triangles / 4);
+}
+
+TEST(FastFaceLoops, CallASingleLightInTheOrderOfThePlainOnes) {
+    static std::vector<float> lit;
+    Random random(7);
+    open_noisy_frame({320, 256}, random);
+    make_random_object(Shapes::any, 300, random);
+    viewer = ViewerState{};
+    viewer.doubleside = 1;
+    const auto recording_light = [](const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
+        lit.insert(lit.end(), {p0.x, p1.y, p2.z});
+        return 100.0F;
+    };
+    lit.clear();
+    run_loop([&] { plain::face_loop_texturemap(recording_light); });
+    const std::vector<float> expected = lit;
+    lit.clear();
+    run_loop([&] { fast::face_loop_texturemap(recording_light, nullptr); });
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(expected, lit);
+}

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// Points, normals and lights come out of the fast forms with the bits of the plain ones.
+#include "instruction_sets.h"
+#include "object/model.h"
+#include "pipeline/lighting.h"
+#include "pipeline/preparation.h"
+#include "pipeline/rotation.h"
+#include "random_scene.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::size_t points_wanted = 100'000;
+#else
+constexpr std::size_t points_wanted = 1'200'000;
+#endif
+
+/// A number's bits; a not-a-number is one whatever its sign and payload, which the processors' own rules
+/// choose.
+std::uint32_t bits_of(float value) {
+    return value != value ? 0x7FC00000U : std::bit_cast<std::uint32_t>(value);
+}
+
+std::vector<std::uint32_t> bits_of(const float *values, std::size_t count) {
+    std::vector<std::uint32_t> bits;
+    for (std::size_t i = 0; i < count; ++i) {
+        bits.push_back(bits_of(values[i]));
+    }
+    return bits;
+}
+
+std::vector<std::uint32_t> bits_of(const HeapArray<Vec3> &records, std::size_t count) {
+    return bits_of(&records[0].x, 3 * count);
+}
+
+} // namespace
+
+TEST(FastPoints, HaveTheBitsOfThePlainOnes) {
+    const std::vector<std::int64_t> sets = instruction_sets();
+    Random random(12);
+    open_noisy_frame({100, 75}, random);
+    std::size_t compared = 0;
+    for (std::size_t scene = 0; compared < points_wanted; ++scene) {
+        make_random_object(scene % 3 == 0 ? Shapes::wild : Shapes::any, 4000, random);
+        const auto count = static_cast<std::size_t>(point_count());
+        use_instruction_set(sets[scene % sets.size()]);
+        set_rotation(random.between(-9.0F, 9.0F), random.between(-9.0F, 9.0F), random.between(-9.0F, 9.0F));
+        const Projection projection{random.between(0.3F, 6.0F), random.between(0.3F, 6.0F),
+                                    random.between(0.0F, 1000.0F), random.between(0.0F, 1000.0F)};
+        plain::project_points(projection);
+        const auto points = bits_of(lwopoints3, count);
+        fast::project_points(projection);
+        ASSERT_EQ(points, bits_of(lwopoints3, count)) << "scene " << scene;
+
+        plain::rotate_normals();
+        const auto normals = bits_of(lwonormals3, count);
+        fast::rotate_normals();
+        ASSERT_EQ(normals, bits_of(lwonormals3, count)) << "scene " << scene;
+
+        const std::vector<Vec3> unscaled(lwonormals2.get(), lwonormals2.get() + count);
+        plain::scale_normals();
+        const auto scaled = bits_of(lwonormals2, count);
+        std::copy(unscaled.begin(), unscaled.end(), lwonormals2.get());
+        fast::scale_normals();
+        ASSERT_EQ(scaled, bits_of(lwonormals2, count)) << "scene " << scene;
+        compared += count;
+    }
+    use_instruction_set(0);
+}
+
+TEST(FastLights, HaveTheBitsOfThePlainOnes) {
+    const std::vector<std::int64_t> sets = instruction_sets();
+    Random random(13);
+    std::size_t compared = 0;
+    for (std::size_t scene = 0; compared < points_wanted; ++scene) {
+        make_random_object(scene % 3 == 0 ? Shapes::wild : Shapes::any, 3000, random);
+        use_instruction_set(sets[scene % sets.size()]);
+        viewer.light = {random.between(-3.0F, 3.0F), random.between(-3.0F, 3.0F),
+                        random.between(-3.0F, 3.0F)};
+        const auto count = static_cast<std::size_t>(point_count());
+        std::vector<std::uint32_t> points;
+        for (std::size_t i = 0; i < count; ++i) {
+            points.push_back(static_cast<std::uint32_t>(random.below(point_count())));
+        }
+        plain::vertex_lights(points.data(), count);
+        const auto colours = bits_of(lwofis.get(), count);
+        fast::vertex_lights(points.data(), count);
+        const auto fast_point_colours = bits_of(lwofis.get(), count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Vec3 &n = lwonormals3[i];
+            ASSERT_EQ(colours[i], fast_point_colours[i])
+                << "normal " << n.x << ", " << n.y << ", " << n.z << " on "
+                << instruction_set_name(sets[scene % sets.size()]) << ", scene " << scene;
+        }
+
+        // Nine arrays of corners cut from the points' floats, with room for a vector behind the last.
+        const std::size_t faces = count / 4;
+        const float *floats = &lwopoints3[0].x;
+        FaceCorners corners;
+        for (std::size_t c = 0; c < 3; ++c) {
+            corners.x[c] = floats + c * 7;
+            corners.y[c] = floats + c * 11 + 1;
+            corners.depth[c] = floats + c * 13 + 2;
+        }
+        std::vector<float> plain_colours(faces + 16);
+        std::vector<float> fast_colours(faces + 16);
+        plain::face_lights(corners, faces, plain_colours.data());
+        fast::face_lights(corners, faces, fast_colours.data());
+        ASSERT_EQ(bits_of(plain_colours.data(), faces), bits_of(fast_colours.data(), faces))
+            << "scene " << scene;
+        compared += count;
+    }
+    use_instruction_set(0);
+}

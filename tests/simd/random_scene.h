@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Random frames, points and polygons, the ordinary ones and those at the edges of every range.
+#pragma once
+
+#include "main_68k/viewer_state.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+/// A small generator of random numbers, the same on every system.
+class Random {
+public:
+    explicit Random(std::uint64_t seed) : state_(seed) {}
+
+    std::uint32_t bits();
+
+    /// 0 to `count` - 1.
+    int below(int count) { return static_cast<int>(bits() % static_cast<std::uint32_t>(count)); }
+
+    /// True once in `count` times.
+    bool once_in(int count) { return below(count) == 0; }
+
+    float between(float low, float high);
+
+    /// A number of which nothing is known: not-a-number, infinite, huge, tiny, the ends of the integers.
+    float wild_number();
+
+private:
+    std::uint64_t state_;
+};
+
+/// A frame's size in pixels.
+struct FrameSize {
+    int width;
+    int height;
+};
+
+/// Small frames, frames whose rows are no multiple of a vector, frames that are hardly drawn into, and the
+/// sizes that people use.
+constexpr std::array<FrameSize, 9> frame_sizes{
+    {{320, 256}, {100, 75}, {333, 217}, {640, 480}, {16, 14}, {17, 40}, {7, 33}, {200, 11}, {1921, 60}}};
+
+/// Opens frame buffers of exactly this size and fills them, the texture and the dot sprite with noise.
+void open_noisy_frame(FrameSize size, Random &random);
+
+/// The bytes of both frame buffers and the depths, one after the other.
+struct FrameContents {
+    std::vector<std::uint8_t> pixels;
+    std::vector<std::uint16_t> depths;
+    bool operator==(const FrameContents &) const = default;
+};
+FrameContents frame_contents();
+void restore_frame(const FrameContents &contents);
+
+/// What the points of a random object look like.
+enum class Shapes { small, any, steep, grid, wild };
+constexpr std::array<Shapes, 5> all_shapes{Shapes::small, Shapes::any, Shapes::steep, Shapes::grid,
+                                           Shapes::wild};
+
+/// Makes an object of random projected points, normals and colours, and about `polygons` polygons: runs of
+/// triangles and of quads, and among them polygons of any number of points, too few ones among them, and such
+/// as name points that the object does not have. Returns the number of triangles that they are cut into.
+int make_random_object(Shapes shapes, int polygons, Random &random);
