@@ -255,9 +255,9 @@ void handle_event(const IntuiMessage &event, Requests &requests) {
 
 } // namespace
 
-Requests handle_events(MsgPort &port) {
+Requests handle_events(MsgPort *port) {
     Requests requests;
-    while (Message *message = GetMsg(&port)) {
+    while (Message *message = GetMsg(port)) {
         handle_event(*reinterpret_cast<const IntuiMessage *>(message), requests);
         ReplyMsg(message);
     }

@@ -11,4 +11,4 @@ struct Requests {
 };
 
 /// Takes every event waiting at a window's port, carries it out in order of arrival and replies to it.
-Requests handle_events(MsgPort &port);
+Requests handle_events(MsgPort *port);

@@ -31,7 +31,7 @@ bool run_pass() {
     reset_display_bitmap();
     end_stage(stage_overlay);
 
-    const Requests requests = handle_events(*window->UserPort);
+    const Requests requests = handle_events(window->UserPort);
     viewer.spin_angle += viewer.rotate;
     swap_frame_buffers();
     end_stage(stage_input);

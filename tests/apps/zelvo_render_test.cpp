@@ -250,10 +250,9 @@ TEST_F(ZelvoRender, FinishesItsFilesWhenItIsInterrupted) {
     for (const int signal : {SIGINT, SIGTERM}) {
         std::filesystem::remove_all(work.path("frames"));
         ToolPlace place{work.folder(), temporary.folder(), {}};
-        const std::string first_frame = work.path("frames/00003.pgm");
-        place.meanwhile = [&first_frame, signal](pid_t process) {
-            int status = 0;
-            while (!std::filesystem::exists(first_frame) && waitpid(process, &status, WNOHANG) == 0) {
+        const std::string early_frame = work.path("frames/00003.pgm");
+        place.meanwhile = [&early_frame, signal](pid_t process) {
+            for (int tries = 0; tries < 60000 && !std::filesystem::exists(early_frame); ++tries) {
                 usleep(1000);
             }
             kill(process, signal);

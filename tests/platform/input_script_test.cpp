@@ -123,12 +123,21 @@ TEST(InputScript, AnswersStayInTheirOrder) {
 }
 
 TEST(InputScript, QuotedNamesMayHoldBlanksOrNothing) {
-    const Script setup = read("answer file \"\" \"two words\"\nanswer file \"Ram Disk:\" \"\"\n");
-    ASSERT_EQ(setup.answers.size(), 2U);
+    const Script setup = read("answer file \"\" \"two words\"\nanswer file \"Ram Disk:\" \"\"\n"
+                              "answer file \"\" \" name\"\n");
+    ASSERT_EQ(setup.answers.size(), 3U);
     EXPECT_EQ(setup.answers[0].file->drawer, "");
     EXPECT_EQ(setup.answers[0].file->name, "two words");
     EXPECT_EQ(setup.answers[1].file->drawer, "Ram Disk:");
     EXPECT_EQ(setup.answers[1].file->name, "");
+    EXPECT_EQ(setup.answers[2].file->name, " name");
+}
+
+TEST(InputScript, QuoteAloneIsAKeyLikeAnyOther) {
+    const Script setup = read("1 key \"\n2 key \" \n");
+    ASSERT_EQ(setup.events.size(), 2U);
+    EXPECT_EQ(setup.events[0].message.Code, '"');
+    EXPECT_EQ(setup.events[1].message.Code, '"');
 }
 
 TEST(InputScript, ModesMayBeImpossibleOnes) {

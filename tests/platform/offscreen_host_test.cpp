@@ -257,6 +257,21 @@ TEST_F(OffscreenRequesters, AnswerForAnotherKindStaysForTheNextOne) {
     FreeAslRequest(file);
 }
 
+TEST_F(OffscreenHost, VolumeWithoutAFolderHasNoFiles) {
+    const TemporaryFiles files;
+    setup.volumes = {{"ENV", files.folder()}};
+    start();
+    EXPECT_TRUE(can_open("ENV:Zelvo.vars", "w"));
+    EXPECT_FALSE(can_open("ENVARC:Zelvo.vars", "w"));
+    EXPECT_FALSE(can_open("envarc:Zelvo.vars", "r"));
+}
+
+TEST_F(OffscreenHost, NoEscComesWithoutALastPass) {
+    setup.last_pass = 0;
+    start();
+    EXPECT_EQ(GetMsg(nullptr), nullptr);
+}
+
 TEST_F(OffscreenClock, AdvancesByTheSameAmountAReading) {
     start();
     EClockVal context{};

@@ -119,14 +119,14 @@ TEST_F(RandomTriangles, SliversMatchAPlainWalk) {
 }
 
 TEST_F(RandomTriangles, FarBeyondTheFrameMatchAPlainWalk) {
-    compare(120, [this] {
+    compare(60, [this] {
         return at([this] { return between(-30000, 30000); }, [this] { return between(-20000, 20000); });
     });
 }
 
 TEST_F(RandomTriangles, WithSaturatingPositionsMatchAPlainWalk) {
     compare(12, [this] {
-        return at([this] { return between(-2e6F, 2e6F); }, [this] { return between(-3e5F, 3e5F); });
+        return at([this] { return between(-2e6F, 2e6F); }, [this] { return between(-1e5F, 1e5F); });
     });
 }
 
