@@ -174,7 +174,7 @@ class Display:
         found = self.xdotool("search", "--onlyvisible", "--name", title).split()
         return int(found[-1]) if found else None
 
-    def wait_for(self, title):
+    def wait_for(self, title, patience=PATIENCE):
         """The window of this title, once it has the focus."""
 
         def focused():
@@ -183,7 +183,7 @@ class Display:
             return int(words[0]) if re.search(title, name) else None
 
         try:
-            return wait_until(focused, "a window " + title)
+            return wait_until(focused, "a window " + title, patience)
         except AssertionError as error:
             active = self.xdotool("getactivewindow", "getwindowname").strip()
             raise AssertionError(f"{error}; found {self.find(title)}, active is {active!r}") from None
