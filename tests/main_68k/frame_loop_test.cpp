@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The order of a pass, what outlives it, and how the loop ends.
 #include "display/frame_buffers.h"
+#include "display/screen.h"
 #include "main_68k/run_statistics.h"
 #include "support/viewer_test.h"
-
-#include <set>
 
 namespace {
 
@@ -252,6 +251,16 @@ TEST_F(FrameLoop, ShowsEachFrameOnePassAfterItWasDrawn) {
     };
     EXPECT_EQ(run_program(std::move(setup)).notes,
               (Lines{"previous", "moved", "previous", "moved", "previous", "moved", "previous", "moved"}));
+}
+
+TEST_F(FrameLoop, PointsItsContextAtTheVisibleBitmapAtTheEndOfEveryPass) {
+    offscreen::Setup setup = first_start(2);
+    // What strays into another bitmap after the pixels were written takes only this pass's texts with it.
+    setup.on_frame = [](const offscreen::Picture &) { display_context.BitMap = shown_buffers[1]->sb_BitMap; };
+    setup.on_picture = [](const offscreen::Picture &) {
+        note(display_context.BitMap == shown_buffers[0]->sb_BitMap ? "visible" : "hidden");
+    };
+    EXPECT_EQ(run_program(std::move(setup)).notes, (Lines{"visible", "visible"}));
 }
 
 TEST_F(FrameLoop, KeepsNoEventAndAllocatesNothing) {

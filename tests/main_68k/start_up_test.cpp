@@ -146,6 +146,7 @@ TEST_F(StartUp, PutsTheDefaultTextureNameBackBeforeTheSettings) {
     const ProgramRun run = run_program(first_start(), options);
     expect_normal_end(run);
     EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky, rb)"), 1);
+    EXPECT_EQ(count_calls(run, "open_file(another"), 0);
 }
 
 TEST_F(StartUp, StopsAtEachLibraryThatIsMissing) {
