@@ -31,7 +31,7 @@ BOOL AddPart(STRPTR drawer, CONST_STRPTR file, ULONG size) {
 
 std::FILE *open_file(const char *name, const char *mode) {
     record("open_file", {name, mode});
-    if (is_refused("open_file", name)) {
+    if (is_refused("open_file", name) || host::is_on_missing_volume(state.setup.volumes, name)) {
         return nullptr;
     }
     const auto stand_in = state.setup.stand_ins.find(name);

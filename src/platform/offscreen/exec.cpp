@@ -50,7 +50,8 @@ Message *GetMsg(MsgPort *) {
         events.pop_front();
         return deliver(message);
     }
-    const bool is_last_pass = state.pass == state.setup.last_pass || quit_requested != 0;
+    const int last_pass = state.setup.last_pass;
+    const bool is_last_pass = (last_pass > 0 && state.pass == last_pass) || quit_requested != 0;
     if (is_last_pass && !state.escape_sent) {
         state.escape_sent = true;
         IntuiMessage message{};

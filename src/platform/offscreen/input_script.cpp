@@ -16,8 +16,18 @@ bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-/// Splits a line at blanks; a word that begins with a double quote runs to the next one. Nothing if a quote
-/// is open.
+/// Where the quoted word that begins at `at` ends: at the first double quote that a blank or the line's end
+/// follows; npos if there is none.
+std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
+    std::size_t end = line.find('"', at + 1);
+    while (end != std::string::npos && end + 1 < line.size() && !is_blank(line[end + 1])) {
+        end = line.find('"', end + 1);
+    }
+    return end;
+}
+
+/// Splits a line at blanks, but for those in a quoted word, which loses its quotes. A double quote alone is a
+/// character like any other; nothing if a longer word begins with one that is not closed.
 std::optional<Words> split(const std::string &line) {
     Words words;
     std::size_t at = 0;
@@ -28,21 +38,19 @@ std::optional<Words> split(const std::string &line) {
         if (at == line.size()) {
             return words;
         }
-        std::size_t end = at;
-        if (line[at] == '"' && at + 1 < line.size() && !is_blank(line[at + 1])) {
-            end = line.find('"', at + 1);
-            if (end == std::string::npos) {
-                return std::nullopt;
-            }
-            words.push_back(line.substr(at + 1, end - at - 1));
-            at = end + 1;
-        } else {
-            while (end < line.size() && !is_blank(line[end])) {
-                ++end;
-            }
-            words.push_back(line.substr(at, end - at));
-            at = end;
+        const bool is_quoted = line[at] == '"';
+        const std::size_t quote = is_quoted ? end_of_quoted_word(line, at) : std::string::npos;
+        if (quote != std::string::npos) {
+            words.push_back(line.substr(at + 1, quote - at - 1));
+            at = quote + 1;
+            continue;
         }
+        const std::size_t end = std::min(line.find_first_of(" \t\r", at), line.size());
+        if (is_quoted && end - at > 1) {
+            return std::nullopt;
+        }
+        words.push_back(line.substr(at, end - at));
+        at = end;
     }
 }
 
@@ -161,22 +169,23 @@ std::optional<Answer> parse_answer(const Words &words) {
 
 /// Takes one line into the script; what is wrong with it, or nothing.
 std::optional<std::string> read_line(const std::string &line, Setup &script) {
-    const std::optional<Words> words = split(line);
-    if (!words) {
+    const std::optional<Words> split_line = split(line);
+    if (!split_line) {
         return "a double quote is not closed";
     }
-    if (words->empty() || (*words)[0][0] == '#') {
+    const Words &words = *split_line;
+    if (words.empty() || words[0][0] == '#') {
         return std::nullopt;
     }
-    if ((*words)[0] == "answer") {
-        const std::optional<Answer> answer = parse_answer(*words);
+    if (words[0] == "answer") {
+        const std::optional<Answer> answer = parse_answer(words);
         if (!answer) {
             return "not an answer: " + line;
         }
         script.answers.push_back(*answer);
         return std::nullopt;
     }
-    const std::optional<Event> event = parse_event(*words);
+    const std::optional<Event> event = parse_event(words);
     if (!event) {
         return "not an event: " + line;
     }

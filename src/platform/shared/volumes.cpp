@@ -11,16 +11,28 @@
 
 namespace host {
 
-std::string path_of(const Volumes &volumes, const std::string &name) {
+namespace {
+
+/// The volume of a name, in capitals; empty if the name has none.
+std::string volume_of(const std::string &name) {
     const std::size_t colon = name.find(':');
-    if (colon == std::string::npos) {
-        return name;
-    }
-    std::string volume = name.substr(0, colon);
+    std::string volume = colon == std::string::npos ? "" : name.substr(0, colon);
     std::transform(volume.begin(), volume.end(), volume.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return volume;
+}
+
+} // namespace
+
+std::string path_of(const Volumes &volumes, const std::string &name) {
+    const std::string volume = volume_of(name);
     const auto folder = volumes.find(volume);
-    return folder == volumes.end() ? name : join_path(folder->second, name.substr(colon + 1));
+    return folder == volumes.end() ? name : join_path(folder->second, name.substr(volume.size() + 1));
+}
+
+bool is_on_missing_volume(const Volumes &volumes, const std::string &name) {
+    const std::string volume = volume_of(name);
+    return (volume == "ENV" || volume == "ENVARC") && !volumes.contains(volume);
 }
 
 std::FILE *open_plain_file(const std::string &path, const char *mode) {

@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+// The order of start-up, and the failures that end it.
+#include "main_68k/start_up.h"
+#include "support/model_builder.h"
+#include "support/viewer_test.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr char open_screen_call[] =
+    "OpenScreenTagList(SA_DisplayID=0, SA_Overscan=1, SA_Width=320, SA_Height=256, SA_Depth=8, "
+    "SA_AutoScroll=1, SA_Pens=0 1 1 2 1 3 2 0 2 1 2 1, SA_Title=\"<Esc> to quit.\", SA_ShowTitle=0, "
+    "SA_Quiet=1, SA_Interleaved=1, SA_Font=topaz.font/8/0/1)";
+
+class StartUp : public ViewerTest {
+protected:
+    static std::string cube() { return test_file("golden/objects/cube.lwo"); }
+
+    /// A run whose object file has these bytes; the display opens before it is read.
+    ProgramRun run_object(const std::string &bytes) const {
+        offscreen::Setup setup = first_start();
+        setup.command_line = {files.write("object.lwo", bytes)};
+        return run_program(std::move(setup));
+    }
+
+    ProgramRun run_refusing(const std::string &refused) const {
+        offscreen::Setup setup = first_start();
+        setup.refused = {refused};
+        return run_program(std::move(setup));
+    }
+
+    TemporaryFiles files;
+};
+
+const Lines libraries_opened{
+    "OpenLibrary(graphics.library, 39)",  "GetInterface(graphics.library, main, 1)",
+    "OpenLibrary(intuition.library, 39)", "GetInterface(intuition.library, main, 1)",
+    "OpenLibrary(lowlevel.library, 39)",  "GetInterface(lowlevel.library, main, 1)",
+    "OpenLibrary(asl.library, 38)",       "GetInterface(asl.library, main, 1)",
+};
+
+TEST_F(StartUp, PrintsOnlyTheDisplayTheStatisticsAndTheCloseOnANormalFirstRun) {
+    const ProgramRun run = run_program(first_start(8));
+    expect_normal_end(run);
+    EXPECT_EQ(run.output, "display parameters: 0x00000000, 320, 256\n"
+                          "number of frames: 8\n"
+                          "all time: 0.125000  average frametime: 0.015625\n"
+                          "average framerate: 64.000000 fps\n"
+                          "changescreenbuffer done\n");
+}
+
+TEST_F(StartUp, PrintsNoDisplayLineWithASettingsFile) {
+    const ProgramRun run = run_program(later_start(8));
+    expect_normal_end(run);
+    EXPECT_EQ(run.output, "number of frames: 8\n"
+                          "all time: 0.125000  average frametime: 0.015625\n"
+                          "average framerate: 64.000000 fps\n"
+                          "changescreenbuffer done\n");
+}
+
+TEST_F(StartUp, OpensTheDisplayBeforeTheObjectIsReadWhenThereAreNoSettings) {
+    const ProgramRun run = run_program(first_start());
+    Lines expected = libraries_opened;
+    const Lines rest{
+        "ReadArgs(FILE/A)",
+        "open_file(" + cube() + ", rb)",
+        "open_file(ENV:Zelvo.vars, r)",
+        "AllocAslRequest(2, ASLSM_DoWidth=1, ASLSM_DoHeight=1, ASLSM_DoOverscanType=1)",
+        "AslRequest()",
+        "FreeAslRequest()",
+        open_screen_call,
+    };
+    expected.insert(expected.end(), rest.begin(), rest.end());
+    const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(expected.size());
+    ASSERT_GT(std::ssize(run.calls), count);
+    EXPECT_EQ(Lines(run.calls.begin(), run.calls.begin() + count), expected);
+    EXPECT_LT(call_place(run, "SetPointer"), call_place(run, "open_file(Zelvo_envmap.chunky, rb)"));
+    EXPECT_EQ(count_calls(run, "OpenScreenTagList"), 1);
+}
+
+TEST_F(StartUp, OpensTheDisplayLastWhenThereAreSettings) {
+    const ProgramRun run = run_program(later_start());
+    Lines expected = libraries_opened;
+    const Lines rest{
+        "ReadArgs(FILE/A)",
+        "open_file(" + cube() + ", rb)",
+        "open_file(ENV:Zelvo.vars, r)",
+        "open_file(Zelvo_envmap.chunky, rb)",
+        open_screen_call,
+    };
+    expected.insert(expected.end(), rest.begin(), rest.end());
+    const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(expected.size());
+    ASSERT_GT(std::ssize(run.calls), count);
+    EXPECT_EQ(Lines(run.calls.begin(), run.calls.begin() + count), expected);
+    EXPECT_EQ(count_calls(run, "AllocAslRequest"), 0);
+}
+
+TEST_F(StartUp, AsksForTheScreenModeBeforeItReadsTheObject) {
+    expect_failure(run_object("no object at all"),
+                   std::string(default_display_line) + display_closed_line + "This is not a(n) LW object\n");
+}
+
+TEST_F(StartUp, ReadsTheSettingsBeforeTheObjectAndOpensNothingForABadOne) {
+    offscreen::Setup setup = later_start();
+    setup.command_line = {files.write("object.lwo", "no object at all")};
+    const ProgramRun run = run_program(std::move(setup));
+    expect_failure(run, "This is not a(n) LW object\n");
+    EXPECT_EQ(run.calls.at(static_cast<std::size_t>(call_place(run, "open_file(ENV"))),
+              "open_file(ENV:Zelvo.vars, r)");
+    EXPECT_EQ(count_calls(run, "OpenScreenTagList"), 0);
+}
+
+TEST_F(StartUp, TakesDisplayAndTogglesFromTheSettings) {
+    offscreen::Setup setup = later_start(1, {{"ModeID", "-2147483647"},
+                                             {"width", "100"},
+                                             {"height", "75"},
+                                             {"obj style", "4"},
+                                             {"clear style", "2"},
+                                             {"rotate", "-0.500000"}});
+    RunOptions options;
+    options.at_end = [] {
+        note(std::to_string(viewer.obj_style) + " " + std::to_string(viewer.clear_style) + " " +
+             std::to_string(viewer.spin_angle));
+    };
+    const ProgramRun run = run_program(std::move(setup), options);
+    expect_normal_end(run);
+    EXPECT_EQ(count_calls(run, "OpenScreenTagList(SA_DisplayID=2147483649, SA_Overscan=1, SA_Width=100, "
+                               "SA_Height=75, "),
+              1);
+    EXPECT_EQ(count_calls(run, "WriteChunkyPixels(0, 0, 99, 74, 100)"), 1);
+    EXPECT_EQ(run.notes, Lines{"4 2 -0.500000"});
+}
+
+TEST_F(StartUp, TakesTheTexturesNameFromTheSettings) {
+    const ProgramRun run =
+        run_program(later_start(1, {{"envmap filename", test_file("golden/envmap.chunky")}}));
+    expect_normal_end(run);
+    EXPECT_EQ(count_calls(run, "open_file(" + test_file("golden/envmap.chunky") + ", rb)"), 1);
+    EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky"), 0);
+}
+
+TEST_F(StartUp, PutsTheDefaultTextureNameBackBeforeTheSettings) {
+    RunOptions options;
+    options.before = [] { std::snprintf(viewer.envmap_filename.data(), 8, "another"); };
+    const ProgramRun run = run_program(first_start(), options);
+    expect_normal_end(run);
+    EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky, rb)"), 1);
+}
+
+TEST_F(StartUp, StopsAtEachLibraryThatIsMissing) {
+    const std::vector<std::pair<std::string, std::string>> messages{
+        {"graphics.library", "Couldn't open Gfx V39\n"},
+        {"intuition.library", "Couldn't open Intuition V39\n"},
+        {"lowlevel.library", "Couldn't open LowLevel V39\n"},
+        {"asl.library", "Couldn't open Asl V38\n"},
+    };
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        const auto &[library, message] = messages[i];
+        const ProgramRun run = run_refusing("OpenLibrary:" + library);
+        expect_failure(run, message);
+        EXPECT_EQ(count_calls(run, "OpenLibrary"), static_cast<int>(i) + 1) << library;
+        EXPECT_EQ(count_calls(run, "CloseLibrary"), static_cast<int>(i)) << library;
+        EXPECT_EQ(count_calls(run, "ReadArgs"), 0) << library;
+    }
+}
+
+TEST_F(StartUp, StopsAtEachLibraryThatHasNoInterface) {
+    const std::vector<std::pair<std::string, std::string>> messages{
+        {"graphics.library", "Couldn't open Gfx V39\n"},
+        {"intuition.library", "Couldn't open Intuition V39\n"},
+        {"lowlevel.library", "Couldn't open LowLevel V39\n"},
+        {"asl.library", "Couldn't open Asl V38\n"},
+    };
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        const auto &[library, message] = messages[i];
+        const ProgramRun run = run_refusing("GetInterface:" + library);
+        expect_failure(run, message);
+        EXPECT_EQ(count_calls(run, "CloseLibrary"), static_cast<int>(i) + 1) << library;
+        EXPECT_EQ(count_calls(run, "DropInterface"), static_cast<int>(i)) << library;
+    }
+}
+
+TEST_F(StartUp, EndsAtAMissingObjectBeforeAnyRequester) {
+    offscreen::Setup setup = first_start();
+    setup.command_line = {files.path("missing.lwo")};
+    const ProgramRun run = run_program(std::move(setup));
+    expect_failure(run, "File open error\n");
+    EXPECT_EQ(count_calls(run, "OpenLibrary"), 4);
+    EXPECT_EQ(count_calls(run, "AllocAslRequest"), 0);
+    EXPECT_EQ(count_calls(run, "open_file(ENV"), 0);
+}
+
+TEST_F(StartUp, CannotOpenAFolderAsAnObject) {
+    offscreen::Setup setup = first_start();
+    setup.command_line = {files.folder()};
+    expect_failure(run_program(std::move(setup)), "File open error\n");
+}
+
+TEST_F(StartUp, RefusesFilesThatAreNoObjects) {
+    const std::string output =
+        std::string(default_display_line) + display_closed_line + "This is not a(n) LW object\n";
+    const std::string sound = object_file({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {3, 0, 1, 2, 1});
+    std::string later_form = sound;
+    later_form.replace(8, 4, "LWO2");
+    std::string no_form = sound;
+    no_form.replace(0, 4, "LIST");
+    const Lines wrong{"", "F", "FORM", sound.substr(0, 8), sound.substr(0, 11), later_form, no_form};
+    for (const std::string &bytes : wrong) {
+        expect_failure(run_object(bytes), output);
+    }
+    expect_normal_end(run_object(sound));
+}
+
+TEST_F(StartUp, RefusesAnObjectWithoutPolygonsOrPoints) {
+    const std::string output =
+        std::string(default_display_line) + display_closed_line + "nincs polygon az objektben!\n";
+    const std::string points = chunk("PNTS", std::string(36, '\0'));
+    const std::string polygons = chunk("POLS", std::string(10, '\0'));
+    const Lines incomplete{
+        form("LWOB", ""),
+        form("LWOB", points),
+        form("LWOB", polygons),
+        form("LWOB", points + chunk("POLS", "")),
+        form("LWOB", chunk("PNTS", "") + polygons),
+    };
+    for (const std::string &bytes : incomplete) {
+        expect_failure(run_object(bytes), output);
+    }
+}
+
+TEST_F(StartUp, TakesAChunkSizeWithTheTopBitSetForAnAllocationFailure) {
+    const std::string before = std::string(default_display_line) + display_closed_line;
+    const std::string huge = big_endian_32(0x80000000);
+    expect_failure(run_object(form("LWOB", "PNTS" + huge)), before + "Couldn't allocate PNTS chunk memory\n");
+    expect_failure(run_object(form("LWOB", "POLS" + huge)), before + "Couldn't allocate POLS chunk memory\n");
+    expect_failure(run_object(form("LWOB", "SRFS" + huge)), before + "nincs polygon az objektben!\n");
+}
+
+/// What each refused heap allocation of a start ends with, in the order of the allocations.
+void expect_allocation_failures(const offscreen::Setup &setup, const std::vector<std::string> &outputs) {
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        RunOptions options;
+        options.refused_allocation = static_cast<int>(i) + 1;
+        const ProgramRun run = run_program(setup, options);
+        expect_failure(run, outputs[i]);
+    }
+    EXPECT_EQ(run_program(setup).allocations, static_cast<int>(outputs.size()));
+}
+
+TEST_F(StartUp, EndsAtEachAllocationInItsOrderWithSettings) {
+    expect_allocation_failures(later_start(), {
+                                                  "Couldn't allocate PNTS chunk memory\n",
+                                                  "Couldn't allocate POLS chunk memory\n",
+                                                  "Couldn't allocate *lwopoints2 memory\n",
+                                                  "Couldn't allocate *lwopoints3 memory\n",
+                                                  "Couldn't allocate *lwonormals2 memory\n",
+                                                  "Couldn't allocate *lwonormals3 memory\n",
+                                                  "Couldn't allocate *lwofis memory\n",
+                                                  "Couldn't allocate envmap filebuffer memory\n",
+                                                  "Couldn't allocate 'dot' memory\n",
+                                                  "Couldn't allocate *chunkybuf1 memory\n",
+                                                  "Couldn't allocate *chunkybuf2 memory\n",
+                                                  "Couldn't allocate *zbuf memory\n",
+                                                  "Couldn't allocate *planarbuf1 memory\n",
+                                                  "Couldn't allocate *planarbuf2 memory\n",
+                                              });
+}
+
+TEST_F(StartUp, EndsAtEachAllocationInItsOrderOnAFirstStart) {
+    const std::string shown = default_display_line;
+    const std::string closed = shown + display_closed_line;
+    expect_allocation_failures(first_start(), {
+                                                  shown + "Couldn't allocate *chunkybuf1 memory\n",
+                                                  shown + "Couldn't allocate *chunkybuf2 memory\n",
+                                                  shown + "Couldn't allocate *zbuf memory\n",
+                                                  shown + "Couldn't allocate *planarbuf1 memory\n",
+                                                  shown + "Couldn't allocate *planarbuf2 memory\n",
+                                                  closed + "Couldn't allocate PNTS chunk memory\n",
+                                                  closed + "Couldn't allocate POLS chunk memory\n",
+                                                  closed + "Couldn't allocate *lwopoints2 memory\n",
+                                                  closed + "Couldn't allocate *lwopoints3 memory\n",
+                                                  closed + "Couldn't allocate *lwonormals2 memory\n",
+                                                  closed + "Couldn't allocate *lwonormals3 memory\n",
+                                                  closed + "Couldn't allocate *lwofis memory\n",
+                                                  closed + "Couldn't allocate envmap filebuffer memory\n",
+                                                  closed + "Couldn't allocate 'dot' memory\n",
+                                              });
+}
+
+TEST_F(StartUp, EndsWhenTheScreenOrTheWindowDoesNotOpen) {
+    const std::string shown = default_display_line;
+    expect_failure(run_refusing("OpenScreenTagList"), shown + "Couldn't open screen\n");
+    expect_failure(run_refusing("OpenWindowTagList"), shown + "Couldn't open window\n");
+}
+
+} // namespace

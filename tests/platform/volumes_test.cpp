@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// Tests of volumes as folders and of opening files.
+#include "platform/shared/volumes.h"
+
+#include "support/temporary_files.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sys/stat.h>
+
+namespace {
+
+struct Close {
+    void operator()(std::FILE *file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Close>;
+
+File open(const std::string &path, const char *mode) {
+    return File(host::open_plain_file(path, mode));
+}
+
+const host::Volumes volumes{{"ENV", "/settings/now"}, {"ENVARC", "/settings/always/"}};
+
+} // namespace
+
+TEST(PathOf, NameOnAVolumeIsInItsFolder) {
+    EXPECT_EQ(host::path_of(volumes, "ENV:Zelvo.vars"), "/settings/now/Zelvo.vars");
+    EXPECT_EQ(host::path_of(volumes, "ENVARC:Zelvo.vars"), "/settings/always/Zelvo.vars");
+    EXPECT_EQ(host::path_of(volumes, "ENV:drawer/file"), "/settings/now/drawer/file");
+}
+
+TEST(PathOf, VolumesAreKnownInAnyCase) {
+    EXPECT_EQ(host::path_of(volumes, "env:Zelvo.vars"), "/settings/now/Zelvo.vars");
+    EXPECT_EQ(host::path_of(volumes, "EnvArc:x"), "/settings/always/x");
+}
+
+TEST(PathOf, NameOfNoKnownVolumeIsAPathAlready) {
+    EXPECT_EQ(host::path_of(volumes, "objects/cow.lwo"), "objects/cow.lwo");
+    EXPECT_EQ(host::path_of(volumes, "Work:cow.lwo"), "Work:cow.lwo");
+    EXPECT_EQ(host::path_of(volumes, "ENVIRONMENT:x"), "ENVIRONMENT:x");
+    EXPECT_EQ(host::path_of({}, "ENV:x"), "ENV:x");
+    EXPECT_EQ(host::path_of(volumes, ""), "");
+}
+
+TEST(OpenPlainFile, OpensFilesForReadingAndWriting) {
+    const TemporaryFiles files;
+    {
+        const File file = open(files.path("new"), "w");
+        ASSERT_NE(file, nullptr);
+        std::fputs("text", file.get());
+    }
+    EXPECT_EQ(files.read("new"), "text");
+    const File file = open(files.path("new"), "rb");
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(std::fgetc(file.get()), 't');
+}
+
+TEST(OpenPlainFile, MissingFileIsNull) {
+    const TemporaryFiles files;
+    EXPECT_EQ(open(files.path("missing"), "rb"), nullptr);
+    EXPECT_EQ(open("", "rb"), nullptr);
+}
+
+TEST(OpenPlainFile, FolderIsNull) {
+    const TemporaryFiles files;
+    EXPECT_EQ(open(files.folder(), "rb"), nullptr);
+    EXPECT_EQ(open(files.folder(), "w"), nullptr);
+}
+
+TEST(OpenPlainFile, PipeIsNullAndIsNotWaitedFor) {
+    const TemporaryFiles files;
+    ASSERT_EQ(mkfifo(files.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(open(files.path("pipe"), "rb"), nullptr);
+    EXPECT_EQ(open(files.path("pipe"), "w"), nullptr);
+}
+
+TEST(OpenPlainFile, CharacterDeviceIsAFile) {
+    const File file = open("/dev/null", "rb");
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(std::fgetc(file.get()), EOF);
+}

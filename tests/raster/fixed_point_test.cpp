@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// Tests of the conversion to integers and of 16.16 fixed point.
+#include "raster/fixed_point.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+TEST(ToInt, TruncatesTowardZero) {
+    EXPECT_EQ(to_int(1.999), 1);
+    EXPECT_EQ(to_int(-1.999), -1);
+    EXPECT_EQ(to_int(0.5), 0);
+    EXPECT_EQ(to_int(-0.5), 0);
+    EXPECT_EQ(to_int(7.0), 7);
+}
+
+TEST(ToInt, KeepsTheEndsOfTheRange) {
+    EXPECT_EQ(to_int(2147483647.0), 2147483647);
+    EXPECT_EQ(to_int(2147483646.75), 2147483646);
+    EXPECT_EQ(to_int(-2147483648.0), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(to_int(-2147483647.5), -2147483647);
+}
+
+TEST(ToInt, SaturatesBeyondTheRange) {
+    EXPECT_EQ(to_int(2147483648.0), 2147483647);
+    EXPECT_EQ(to_int(1e300), 2147483647);
+    EXPECT_EQ(to_int(std::numeric_limits<double>::infinity()), 2147483647);
+    EXPECT_EQ(to_int(-2147483649.0), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(to_int(-std::numeric_limits<double>::infinity()), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(ToInt, MakesNotANumberTheSmallestInteger) {
+    EXPECT_EQ(to_int(std::nan("")), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(to_int(std::nanf("")), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(ToFixed, HasSixteenFractionBits) {
+    EXPECT_EQ(as_signed(to_fixed(1.0F)), 65536);
+    EXPECT_EQ(as_signed(to_fixed(-2.5F)), -163840);
+    // A third is 21845.33 of 65536; what is left of a bit is cut toward zero on both sides.
+    EXPECT_EQ(as_signed(to_fixed(1.0F / 3.0F)), 21845);
+    EXPECT_EQ(as_signed(to_fixed(-1.0F / 3.0F)), -21845);
+}
+
+TEST(ToFixed, SaturatesAtWholeNumbersOfSixteenBits) {
+    EXPECT_EQ(as_signed(to_fixed(32767.0F)), 32767 * 65536);
+    EXPECT_EQ(as_signed(to_fixed(32768.0F)), 2147483647);
+    EXPECT_EQ(as_signed(to_fixed(-32768.0F)), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(as_signed(to_fixed(-40000.0F)), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(Fixed, WrapsInsteadOfOverflowing) {
+    const Fixed sum = to_fixed(32767.5F) + to_fixed(1.0F);
+    EXPECT_EQ(as_signed(sum), -(32767 * 65536) - 32768);
+}
+
+TEST(Fixed, StepsAreOneProduct) {
+    const Fixed step = to_fixed(-0.3F);
+    Fixed walked = to_fixed(5.0F);
+    for (int i = 0; i < 1000; ++i) {
+        walked += step;
+    }
+    EXPECT_EQ(walked, to_fixed(5.0F) + 1000 * step);
+}
+
+TEST(IntegerPart, RoundsDown) {
+    EXPECT_EQ(integer_part(to_fixed(10.75F)), 10);
+    EXPECT_EQ(integer_part(to_fixed(-0.25F)), -1);
+    EXPECT_EQ(integer_part(to_fixed(-3.0F)), -3);
+}

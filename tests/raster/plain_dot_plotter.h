@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// A slow dot plotter that visits every row and every pixel, to compare the fast one with.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// Where and how a dot is plotted.
+struct PlainDots {
+    int width;
+    int height;
+    std::vector<std::uint8_t> &pixels;
+    /// 64 x 64 texels.
+    const std::vector<std::uint8_t> &sprite;
+    std::int32_t luminance;
+};
+
+/// The sprite as its description has it: a cone about (31, 31) that reaches 0 at a distance of 31.
+std::vector<std::uint8_t> plain_sprite();
+
+/// Plots one dot; x - s and y - s must lie within the range of 32-bit integers.
+void walk_dot(const PlainDots &dots, float x, float y, float s);

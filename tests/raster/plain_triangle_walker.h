@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// A slow triangle filler that visits every row and every pixel, to compare the fast ones with.
+#pragma once
+
+#include "raster/triangle_fillers.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+enum class Filler { zcolour, flat, gouraud, mapped };
+
+/// A frame of the reference's own.
+struct PlainFrame {
+    PlainFrame(int frame_columns, int frame_rows);
+
+    int width;
+    int height;
+    std::vector<std::uint8_t> pixels;
+    std::vector<std::uint16_t> depths;
+};
+
+/// Draws a triangle with finite y and sorts the block. `map` has 65536 texels.
+void walk_triangle(PlainFrame &frame, TriangleParams &block, Filler filler, const std::uint8_t *map);

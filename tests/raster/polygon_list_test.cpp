@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// Tests of the walk over the polygon list.
+#include "raster/polygon_list.h"
+
+#include "support/model_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+struct Visited {
+    std::size_t vertices;
+    std::vector<std::uint16_t> words;
+    bool is_usable;
+
+    bool operator==(const Visited &) const = default;
+};
+
+std::ostream &operator<<(std::ostream &out, const Visited &visited) {
+    out << visited.vertices << " {";
+    for (const std::uint16_t word : visited.words) {
+        out << ' ' << word;
+    }
+    return out << (visited.is_usable ? " } usable" : " } unusable");
+}
+
+/// Three points unless told otherwise.
+std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t points = 3) {
+    reset_program_state();
+    set_model(std::vector<Vec3>(points), words);
+    std::vector<Visited> list;
+    for_each_polygon([&list](std::size_t vertices, std::span<const std::uint16_t> indices, bool is_usable) {
+        list.push_back({vertices, {indices.begin(), indices.end()}, is_usable});
+    });
+    return list;
+}
+
+using Walk = std::vector<Visited>;
+
+} // namespace
+
+TEST(PolygonList, EmptyListHasNoPolygons) {
+    EXPECT_EQ(walk({}), Walk{});
+}
+
+TEST(PolygonList, GivesThePointsOfEachPolygonInListOrder) {
+    const std::vector<std::uint16_t> words{3, 0, 1, 2, 7, 4, 2, 1, 0, 1, 9};
+    EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 2}, true}, {4, {2, 1, 0, 1}, true}}));
+}
+
+TEST(PolygonList, LastPolygonNeedsNoSurfaceWord) {
+    EXPECT_EQ(walk({3, 0, 1, 2}), (Walk{{3, {0, 1, 2}, true}}));
+}
+
+TEST(PolygonList, EndsAtAPolygonThatTheListCutsShort) {
+    EXPECT_EQ(walk({3, 0, 1, 2, 0, 3, 0, 1}), (Walk{{3, {0, 1, 2}, true}}));
+    EXPECT_EQ(walk({5, 0, 1, 2, 0}), Walk{});
+    EXPECT_EQ(walk({65535, 0, 1, 2, 0}), Walk{});
+}
+
+TEST(PolygonList, PolygonWithAnIndexThatIsNoPointIsUnusableAndTheWalkGoesOn) {
+    const std::vector<std::uint16_t> words{3, 0, 1, 3, 0, 3, 0, 1, 2, 0};
+    EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 3}, false}, {3, {0, 1, 2}, true}}));
+}
+
+TEST(PolygonList, OneBadIndexBehindTheFirstThreeMakesAPolygonUnusable) {
+    EXPECT_EQ(walk({4, 0, 1, 2, 65535, 0}), (Walk{{4, {0, 1, 2, 65535}, false}}));
+}
+
+TEST(PolygonList, SurfaceWordIsNotTakenForAPoint) {
+    EXPECT_EQ(walk({3, 0, 1, 2, 500}), (Walk{{3, {0, 1, 2}, true}}));
+}
+
+TEST(PolygonList, LineUsesItsSurfaceWordAsThirdPoint) {
+    const std::vector<std::uint16_t> words{2, 0, 1, 2, 3, 2, 1, 0, 0};
+    EXPECT_EQ(walk(words), (Walk{{2, {0, 1, 2}, true}, {3, {2, 1, 0}, true}}));
+    EXPECT_EQ(walk({2, 0, 1, 500}), (Walk{{2, {0, 1, 500}, false}}));
+}
+
+TEST(PolygonList, SinglePointReachesIntoTheNextPolygon) {
+    const std::vector<std::uint16_t> words{1, 0, 1, 2, 1, 0, 2};
+    EXPECT_EQ(walk(words), (Walk{{1, {0, 1, 2}, true}, {2, {1, 0, 2}, true}}));
+}
+
+TEST(PolygonList, PolygonWithoutPointsTakesTwoWords) {
+    const std::vector<std::uint16_t> words{0, 1, 3, 0, 1, 2, 0};
+    EXPECT_EQ(walk(words, 4), (Walk{{0, {1, 3, 0}, true}, {3, {0, 1, 2}, true}}));
+}
+
+TEST(PolygonList, EndsAtAPolygonOfFewPointsWithoutThreeWordsBehindIt) {
+    EXPECT_EQ(walk({2, 0, 1}), Walk{});
+    EXPECT_EQ(walk({0, 0, 1}), Walk{});
+    EXPECT_EQ(walk({0}), Walk{});
+}
+
+TEST(PolygonList, IgnoresAnOddLastByte) {
+    reset_program_state();
+    set_model(std::vector<Vec3>(3), {3, 0, 1, 2});
+    polygon_chunk_bytes = 2 * 3 + 1;
+    int polygons = 0;
+    for_each_polygon([&polygons](std::size_t, std::span<const std::uint16_t>, bool) { ++polygons; });
+    EXPECT_EQ(polygons, 0) << "the fourth word has only one of its bytes";
+
+    polygon_chunk_bytes = 2 * 4 + 1;
+    for_each_polygon([&polygons](std::size_t, std::span<const std::uint16_t>, bool) { ++polygons; });
+    EXPECT_EQ(polygons, 1);
+}
+
+TEST(PolygonList, TrailingPartialPointIsNoPoint) {
+    reset_program_state();
+    set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});
+    point_chunk_bytes = 3 * 12 + 11;
+    bool usable = true;
+    for_each_polygon(
+        [&usable](std::size_t, std::span<const std::uint16_t>, bool is_usable) { usable = is_usable; });
+    EXPECT_FALSE(usable);
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// The conversion to integers that the tests' own reference routines use, written without the program's.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+/// Truncates toward zero, saturates, and makes not-a-number the smallest integer.
+inline std::int32_t plain_int(double value) {
+    if (std::isnan(value)) {
+        return std::numeric_limits<std::int32_t>::min();
+    }
+    return static_cast<std::int32_t>(std::clamp(std::trunc(value), -2147483648.0, 2147483647.0));
+}

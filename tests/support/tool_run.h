@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// Runs one of the built programs as a user would.
+#pragma once
+
+#include "support/temporary_files.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+/// What a program left behind.
+struct ToolRun {
+    /// The exit code, or minus the number of the signal that ended it.
+    int exit_code = 0;
+    std::string output;
+    std::string errors;
+};
+
+/// Where and with what a program runs.
+struct ToolPlace {
+    /// The current directory.
+    std::string folder;
+    /// TMPDIR.
+    std::string temporary_folder;
+    /// Called with the process's number while it runs, if set.
+    std::function<void(pid_t)> meanwhile;
+};
+
+/// Runs a program of the build with these arguments and waits for its end.
+inline ToolRun run_tool(const std::string &name, const std::vector<std::string> &arguments,
+                        const ToolPlace &place) {
+    const TemporaryFiles files;
+    const std::string program = std::string(ZELVO_BIN_FOLDER) + "/" + name;
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child < 0) {
+        throw std::runtime_error("cannot fork");
+    }
+    if (child == 0) {
+        std::vector<char *> words{const_cast<char *>(program.c_str())};
+        for (const std::string &argument : arguments) {
+            words.push_back(const_cast<char *>(argument.c_str()));
+        }
+        words.push_back(nullptr);
+        if (std::freopen(files.path("output").c_str(), "w", stdout) != nullptr &&
+            std::freopen(files.path("errors").c_str(), "w", stderr) != nullptr &&
+            chdir(place.folder.c_str()) == 0 && setenv("TMPDIR", place.temporary_folder.c_str(), 1) == 0) {
+            execv(program.c_str(), words.data());
+        }
+        std::_Exit(127);
+    }
+    if (place.meanwhile) {
+        place.meanwhile(child);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), files.read("output"),
+            files.read("errors")};
+}

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+// What tests of the running viewer share: settings folders of their own, the state as text, the fixed texts.
+#pragma once
+
+#include "main_68k/viewer_state.h"
+#include "support/model_builder.h"
+#include "support/program_run.h"
+#include "support/temporary_files.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What the program prints when the screen-mode requester was closed with its default, and when a display is
+/// closed.
+inline constexpr char default_display_line[] = "display parameters: 0x00000000, 320, 256\n";
+inline constexpr char display_closed_line[] = "changescreenbuffer done\n";
+
+/// Every text that the program can end with.
+inline constexpr std::array fatal_texts{
+    "Couldn't open Gfx V39\n",
+    "Couldn't open Intuition V39\n",
+    "Couldn't open LowLevel V39\n",
+    "Couldn't open Asl V38\n",
+    "No filename given\n",
+    "File open error\n",
+    "This is not a(n) LW object\n",
+    "Couldn't allocate PNTS chunk memory\n",
+    "Couldn't allocate POLS chunk memory\n",
+    "nincs polygon az objektben!\n",
+    "Couldn't allocate *lwopoints2 memory\n",
+    "Couldn't allocate *lwopoints3 memory\n",
+    "Couldn't allocate *lwonormals2 memory\n",
+    "Couldn't allocate *lwonormals3 memory\n",
+    "Couldn't allocate *lwofis memory\n",
+    "Couldn't allocate envmap filebuffer memory\n",
+    "envmap file open error\n",
+    "Couldn't allocate 'dot' memory\n",
+    "Couldn't allocate *chunkybuf1 memory\n",
+    "Couldn't allocate *chunkybuf2 memory\n",
+    "Couldn't allocate *zbuf memory\n",
+    "Couldn't allocate *planarbuf1 memory\n",
+    "Couldn't allocate *planarbuf2 memory\n",
+    "Couldn't open screen\n",
+    "Couldn't open window\n",
+    "AllocScreenBuffer() failed",
+};
+
+/// The text of a settings file with the defaults, but for these values by their labels.
+inline std::string settings_text(const std::map<std::string, std::string> &changes = {}) {
+    const std::vector<std::pair<std::string, std::string>> defaults{
+        {"gammas", "1.000000 1.000000 1.000000"},
+        {"rotate", "0.000000"},
+        {"obj style", "1"},
+        {"clear style", "0"},
+        {"fps", "1"},
+        {"dots", "0"},
+        {"dot lum", "25600"},
+        {"dot lum in blur", "2560"},
+        {"internal c2p enabled", "0"},
+        {"envmap filename", "Zelvo_envmap.chunky"},
+        {"ModeID", "0"},
+        {"width", "320"},
+        {"height", "256"},
+    };
+    std::string text;
+    for (const auto &[label, value] : defaults) {
+        const auto change = changes.find(label);
+        text.append(label).append(": ").append(change != changes.end() ? change->second : value).append("\n");
+    }
+    return text + "*** Please don't edit this file! ***";
+}
+
+/// Every field of the state, one line each, numbers exact.
+inline std::vector<std::string> state_as_lines(const ViewerState &state) {
+    std::vector<std::string> lines;
+    const auto add = [&lines](const char *name, double value) {
+        std::array<char, 96> line{};
+        std::snprintf(line.data(), line.size(), "%s=%.17g", name, value);
+        lines.emplace_back(line.data());
+    };
+    const auto add_vector = [&add](const char *name, const Vec3 &v) {
+        add((std::string(name) + ".x").c_str(), double{v.x});
+        add((std::string(name) + ".y").c_str(), double{v.y});
+        add((std::string(name) + ".z").c_str(), double{v.z});
+    };
+    add("red gamma", state.gammas.red);
+    add("green gamma", state.gammas.green);
+    add("blue gamma", state.gammas.blue);
+    add("rotate", state.rotate);
+    add("obj_style", state.obj_style);
+    add("clear_style", state.clear_style);
+    add("fps", state.fps);
+    add("dots", state.dots);
+    add("dot_lum", state.dot_lum);
+    add("dot_lum_in_blur", state.dot_lum_in_blur);
+    add("internal_c2p_enabled", state.internal_c2p_enabled);
+    lines.push_back(std::string("envmap_filename=") + state.envmap_filename.data());
+    add("ModeID", state.ModeID);
+    add("width", state.width);
+    add("height", state.height);
+    add("lightsource_rotating", state.lightsource_rotating);
+    add("flip", state.flip);
+    add("doubleside", state.doubleside);
+    add("tilt_x", state.tilt_x);
+    add("tilt_y", state.tilt_y);
+    add("spin_angle", state.spin_angle);
+    add_vector("light_base", state.light_base);
+    add_vector("light_source", state.light_source);
+    add_vector("light", state.light);
+    lines.push_back(std::string("message_line=") + state.message_line.data());
+    add("message_timer", state.message_timer);
+    add("frames_drawn", state.frames_drawn);
+    return lines;
+}
+
+/// The texts that the program drew, in order, without their quotes.
+inline std::vector<std::string> texts_drawn(const ProgramRun &run) {
+    std::vector<std::string> texts;
+    for (const std::string &call : run.calls) {
+        if (call.starts_with("Text(\"")) {
+            texts.push_back(call.substr(6, call.size() - 8));
+        }
+    }
+    return texts;
+}
+
+/// How many calls begin like this.
+inline int count_calls(const ProgramRun &run, const std::string &beginning) {
+    return static_cast<int>(std::count_if(run.calls.begin(), run.calls.end(), [&](const std::string &call) {
+        return call.starts_with(beginning);
+    }));
+}
+
+/// Where the first call stands that begins like this; the number of calls if there is none.
+inline std::ptrdiff_t call_place(const ProgramRun &run, const std::string &beginning) {
+    return std::find_if(run.calls.begin(), run.calls.end(),
+                        [&](const std::string &call) { return call.starts_with(beginning); }) -
+           run.calls.begin();
+}
+
+/// Checks that a run ended with this output through a failure, and gave everything back.
+inline void expect_failure(const ProgramRun &run, const std::string &output) {
+    EXPECT_EQ(run.exit_code, 20);
+    EXPECT_EQ(run.output, output);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.held, std::vector<std::string>{});
+}
+
+/// Checks that a run ended as a user ends it, and gave everything back.
+inline void expect_normal_end(const ProgramRun &run) {
+    EXPECT_EQ(run.exit_code, 0) << run.output;
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.held, std::vector<std::string>{});
+}
+
+/// Tests whose runs have settings folders of their own, empty at first.
+class ViewerTest : public testing::Test {
+protected:
+    /// A run starts with the state of this process, which tests of single functions leave changed.
+    ViewerTest() { reset_program_state(); }
+
+    /// A set-up without a settings file, so that the screen-mode requester opens the display.
+    offscreen::Setup first_start(int passes = 1, const std::string &object = "cube") const {
+        offscreen::Setup setup = viewer_setup(object, passes);
+        setup.volumes["ENV"] = env.folder();
+        setup.volumes["ENVARC"] = envarc.folder();
+        return setup;
+    }
+
+    /// A set-up with a settings file that holds the defaults but for these values.
+    offscreen::Setup later_start(int passes = 1,
+                                 const std::map<std::string, std::string> &changes = {}) const {
+        env.write("Zelvo.vars", settings_text(changes));
+        return first_start(passes);
+    }
+
+    TemporaryFiles env;
+    TemporaryFiles envarc;
+};
