@@ -131,8 +131,8 @@ void write_chunk_seeds() {
     object_seed("empty-points", chunk("PNTS", "") + words_chunk);
     object_seed("empty-polygons", points_chunk + chunk("POLS", ""));
     object_seed("polygons-first", words_chunk + points_chunk);
-    object_seed("other-chunks", chunk("SRFS", "plain\0") + points_chunk + chunk("CRVS", "") + words_chunk +
-                                    chunk("SURF", std::string(33, '\1')));
+    object_seed("other-chunks", chunk("SRFS", std::string("plain\0", 6)) + points_chunk + chunk("CRVS", "") +
+                                    words_chunk + chunk("SURF", std::string(33, '\1')));
     object_seed("points-repeated", chunk("PNTS", point_data({{9, 9, 9}})) + words_chunk + points_chunk);
     object_seed("points-repeated-fewer", points_chunk + words_chunk + chunk("PNTS", point_data({{9, 9, 9}})));
     object_seed("polygons-repeated", points_chunk + chunk("POLS", word_data({3, 2, 1, 0, 1})) + words_chunk);

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// zelvo-math-values: two sums over a million sines, cosines and powers of this system's C library. The first
+// is over what the program makes of them, the second over the doubles themselves.
+#include "raster/fixed_point.h"
+
+#include <bit>
+#include <cinttypes>
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+/// An order-dependent sum, the same on processors of either byte order.
+struct Sum {
+    std::uint64_t value = 14695981039346656037U;
+    void add(std::uint64_t number) { value = (value ^ number) * 1099511628211U; }
+};
+
+/// The same numbers everywhere.
+struct Numbers {
+    std::uint64_t state = 88172645463325252U;
+
+    /// -1 to 1.
+    double next() {
+        state ^= state << 13;
+        state ^= state >> 7;
+        state ^= state << 17;
+        return static_cast<double>(static_cast<std::int64_t>(state)) / 9223372036854775808.0;
+    }
+};
+
+} // namespace
+
+int main() {
+    constexpr int values = 1000000;
+    // Angles near the origin, those of a mouse that went far, and those of a spin that went on for years.
+    constexpr double ranges[] = {10.0, 1e4, 1e15};
+    Numbers numbers;
+    Sum used;
+    Sum doubles;
+    for (int i = 0; i < values; ++i) {
+        const double angle = numbers.next() * ranges[i % 3];
+        const double gamma = 0.02 + std::fabs(numbers.next()) * 2.98;
+        const double sine = std::sin(angle);
+        const double cosine = std::cos(angle);
+        const double power = std::pow(i % 256 / 255.0, 1.0 / gamma);
+        used.add(std::bit_cast<std::uint32_t>(static_cast<float>(sine)));
+        used.add(std::bit_cast<std::uint32_t>(static_cast<float>(cosine)));
+        used.add(static_cast<std::uint32_t>(to_int(power * 255.0)));
+        doubles.add(std::bit_cast<std::uint64_t>(sine));
+        doubles.add(std::bit_cast<std::uint64_t>(cosine));
+        doubles.add(std::bit_cast<std::uint64_t>(power));
+    }
+    std::printf("%016" PRIx64 " %016" PRIx64 "\n", used.value, doubles.value);
+}
