@@ -92,6 +92,11 @@ void Animation::add(const offscreen::Picture &picture) {
     put_delay(gif);
     const ColourMap own_palette =
         picture.palette == *global_palette ? nullptr : make_colour_map(picture.palette);
+    // giflib forgets a picture's own palette, rather than freeing it, when the next picture has none.
+    if (own_palette == nullptr && gif->Image.ColorMap != nullptr) {
+        GifFreeMapObject(gif->Image.ColorMap);
+        gif->Image.ColorMap = nullptr;
+    }
     // giflib draws the line between frames inside and outside the animation by the size it knows.
     gif->SWidth = width;
     gif->SHeight = height;

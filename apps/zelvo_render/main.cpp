@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -31,7 +32,8 @@ void finish() {
 
 void read_input(const std::string &path, offscreen::Setup &setup) {
     std::ifstream script(path);
-    if (!script) {
+    // A folder opens like a file and only then cannot be read.
+    if (!script || std::filesystem::is_directory(path)) {
         give_up("cannot read " + path);
     }
     if (const auto error = offscreen::read_script(script, setup)) {

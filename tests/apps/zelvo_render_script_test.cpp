@@ -182,6 +182,13 @@ TEST_F(RenderScript, IsRefusedWithItsLineBeforeAnythingRuns) {
     }
 }
 
+TEST_F(RenderScript, CannotBeAFolder) {
+    std::filesystem::create_directory(work.path("folder"));
+    const ToolRun run = render_cube({"--input", "folder"});
+    expect_misuse(run, "a folder");
+    EXPECT_EQ(run.output, "");
+}
+
 TEST_F(RenderScript, IsRefusedInItsLastLineWithoutALineEnd) {
     const ToolRun run = render_cube(script("1 key b\n1 keys b"));
     expect_misuse(run, "no line end");
