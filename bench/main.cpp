@@ -331,7 +331,9 @@ int main(int argc, char **argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
     }
-    meshes = {make_cube(), make_sphere(4), make_sphere(5), make_sphere(6), make_torus(160, 64)};
+    meshes = {make_cube(),         make_sphere(4),
+              make_sphere(5),      make_sphere(6),
+              make_torus(160, 64), mesh_of_file("torus knot", ZELVO_DATA_FOLDER "/torus_knot.lwo")};
     constexpr std::size_t middle_sphere = 2;
     open_frame(sizes[0].width, sizes[0].height);
     const ObjectFile largest(make_largest_sphere());

@@ -194,6 +194,12 @@ void read_object_file(const std::string &path) {
     read_object(file);
 }
 
+Mesh mesh_of_file(const std::string &name, const std::string &path) {
+    read_object_file(path);
+    return {name, std::vector<Vec3>(point_chunk.get(), point_chunk.get() + point_count()),
+            std::vector<std::uint16_t>(polygon_chunk.get(), polygon_chunk.get() + polygon_word_count())};
+}
+
 std::vector<unsigned char> file_bytes(const Mesh &mesh) {
     const std::size_t point_bytes = mesh.points.size() * sizeof(Vec3);
     const std::size_t polygon_bytes = mesh.polygons.size() * 2;

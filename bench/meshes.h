@@ -32,6 +32,9 @@ Mesh make_largest_sphere();
 /// prepared.
 void read_object_file(const std::string &path);
 
+/// The object of a LightWave file as a mesh of this name.
+Mesh mesh_of_file(const std::string &name, const std::string &path);
+
 /// Makes `mesh` the current object and prepares it.
 void show_mesh(const Mesh &mesh);
 
