@@ -3,28 +3,18 @@
 #include "platform/intuition.h"
 
 #include "platform/offscreen/state.h"
+#include "platform/shared/screen_size.h"
 
 #include <new>
 
 using namespace offscreen;
 
-namespace {
-
-/// Sizes that a screen can have, each way.
-constexpr std::int32_t smallest_side = 1;
-constexpr std::int32_t largest_side = 16384;
-
-bool is_possible_side(std::int32_t side) {
-    return side >= smallest_side && side <= largest_side;
-}
-
-} // namespace
-
 Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
     record("OpenScreenTagList", {tags_as_text(tags)});
     const auto width = static_cast<std::int32_t>(tag_value(tags, SA_Width, 0));
     const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
-    if (is_refused("OpenScreenTagList") || !is_possible_side(width) || !is_possible_side(height)) {
+    if (is_refused("OpenScreenTagList") || !host::is_possible_side(width) ||
+        !host::is_possible_side(height)) {
         return nullptr;
     }
     try {

@@ -2,15 +2,14 @@
 // The dialog that asks for a display mode and a size.
 #include "platform/sdl/gtk_loop.h"
 
+#include "platform/shared/screen_size.h"
+
 #include <algorithm>
 #include <array>
 
 namespace desktop {
 
 namespace {
-
-constexpr int smallest_side = 1;
-constexpr int largest_side = 16384;
 
 /// The sizes to choose from: the common ones of the viewer's first home and of later displays.
 struct Size {
@@ -81,7 +80,7 @@ void add_row(GtkGrid *grid, int row, const char *label_text, GtkWidget *field) {
 }
 
 GtkWidget *make_side_field(int value) {
-    GtkWidget *field = gtk_spin_button_new_with_range(smallest_side, largest_side, 1);
+    GtkWidget *field = gtk_spin_button_new_with_range(host::smallest_side, host::largest_side, 1);
     gtk_spin_button_set_numeric(GTK_SPIN_BUTTON(field), TRUE);
     gtk_spin_button_set_value(GTK_SPIN_BUTTON(field), value);
     gtk_entry_set_activates_default(GTK_ENTRY(field), TRUE);

@@ -4,6 +4,7 @@
 
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/screen_size.h"
 
 #include <cstdio>
 
@@ -13,14 +14,6 @@ using namespace desktop;
 struct MsgPort {};
 
 namespace {
-
-/// Sizes that a screen can have, each way.
-constexpr std::int32_t smallest_side = 1;
-constexpr std::int32_t largest_side = 16384;
-
-bool is_possible_side(std::int32_t side) {
-    return side >= smallest_side && side <= largest_side;
-}
 
 struct DesktopBuffer : ScreenBuffer {
     /// A bitmap of the buffer's own; none if it wraps the screen's.
@@ -40,7 +33,7 @@ Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
     const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
     const auto *title = reinterpret_cast<const char *>(tag_value(tags, SA_Title, tag_pointer("")));
     const DisplayMode *mode = find_display_mode(mode_id);
-    if (mode == nullptr || !is_possible_side(width) || !is_possible_side(height)) {
+    if (mode == nullptr || !host::is_possible_side(width) || !host::is_possible_side(height)) {
         std::fprintf(stderr, "zelvo: no display mode %ld of %ld x %ld\n",
                      static_cast<long>(static_cast<std::int32_t>(mode_id)), static_cast<long>(width),
                      static_cast<long>(height));
