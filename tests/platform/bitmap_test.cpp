@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <numeric>
 
@@ -198,4 +199,19 @@ TEST(LoadPalette, DropsEntriesBeyondThePalette) {
     EXPECT_EQ(palette[255], (host::Colour{255, 255, 255}));
     EXPECT_EQ(palette[0], host::Colour{});
     EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the range behind is read from its own place";
+}
+
+TEST(TrueColour, IsTheOpaqueColourOfEachPixelAndLeavesTheRestOfARow) {
+    BitMap picture(3, 2);
+    std::iota(picture.pixels.begin(), picture.pixels.end(), std::uint8_t{250});
+    host::Palette palette{};
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        const auto value = static_cast<std::uint8_t>(i);
+        palette[i] = {value, static_cast<std::uint8_t>(value ^ 0x55), static_cast<std::uint8_t>(255 - value)};
+    }
+    std::array<std::uint32_t, 8> pixels{};
+    pixels.fill(7);
+    host::expand_palette(picture, palette, pixels.data(), 4 * 4);
+    EXPECT_EQ(pixels, (std::array<std::uint32_t, 8>{0xFFFAAF05, 0xFFFBAE04, 0xFFFCA903, 7, 0xFFFDA802,
+                                                    0xFFFEAB01, 0xFFFFAA00, 7}));
 }

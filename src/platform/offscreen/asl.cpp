@@ -3,6 +3,7 @@
 #include "platform/asl.h"
 
 #include "platform/offscreen/state.h"
+#include "platform/shared/tags.h"
 
 using namespace offscreen;
 
@@ -22,7 +23,8 @@ std::optional<Answer> take_answer(bool (*is_for)(const Answer &)) {
 
 APTR make_file_requester(const TagItem *tags) {
     auto requester = std::make_unique<OffscreenFileRequester>();
-    requester->file = reinterpret_cast<const char *>(tag_value(tags, ASLFR_InitialFile, tag_pointer("")));
+    requester->file =
+        reinterpret_cast<const char *>(host::tag_value(tags, ASLFR_InitialFile, tag_pointer("")));
     requester->fr_File = requester->file.data();
     requester->fr_Drawer = requester->drawer.data();
     state.file_requesters.push_back(std::move(requester));

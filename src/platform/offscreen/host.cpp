@@ -154,15 +154,6 @@ bool is_refused(const std::string &call, const std::string &argument) {
            refused.contains(call + "#" + std::to_string(count)) || refused.contains(call + ":" + argument);
 }
 
-TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise) {
-    for (; tags->ti_Tag != TAG_DONE; ++tags) {
-        if (tags->ti_Tag == tag) {
-            return tags->ti_Data;
-        }
-    }
-    return otherwise;
-}
-
 std::string tags_as_text(const TagItem *tags) {
     std::string text;
     for (; tags != nullptr && tags->ti_Tag != TAG_DONE; ++tags) {

@@ -4,6 +4,7 @@
 
 #include "platform/offscreen/state.h"
 #include "platform/shared/screen_size.h"
+#include "platform/shared/tags.h"
 
 #include <new>
 
@@ -11,8 +12,8 @@ using namespace offscreen;
 
 Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
     record("OpenScreenTagList", {tags_as_text(tags)});
-    const auto width = static_cast<std::int32_t>(tag_value(tags, SA_Width, 0));
-    const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
+    const auto width = static_cast<std::int32_t>(host::tag_value(tags, SA_Width, 0));
+    const auto height = static_cast<std::int32_t>(host::tag_value(tags, SA_Height, 0));
     if (is_refused("OpenScreenTagList") || !host::is_possible_side(width) ||
         !host::is_possible_side(height)) {
         return nullptr;
@@ -36,7 +37,7 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
         return nullptr;
     }
     auto *screen = static_cast<OffscreenScreen *>(
-        reinterpret_cast<Screen *>(tag_value(tags, WA_CustomScreen, tag_pointer(nullptr))));
+        reinterpret_cast<Screen *>(host::tag_value(tags, WA_CustomScreen, tag_pointer(nullptr))));
     auto window = std::make_unique<OffscreenWindow>();
     host::initialise_context(window->context);
     window->context.BitMap = screen->shown;

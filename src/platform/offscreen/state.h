@@ -89,9 +89,6 @@ void record(const char *call, std::initializer_list<std::string> arguments);
 /// argument or its place among all of them.
 bool is_refused(const std::string &call, const std::string &argument = "");
 
-/// The value of a tag in a list, or `otherwise`.
-TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise);
-
 /// The tags of a list as text, in order.
 std::string tags_as_text(const TagItem *tags);
 

@@ -7,6 +7,7 @@
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/requesters.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/tags.h"
 
 #include <filesystem>
 
@@ -108,8 +109,9 @@ APTR AllocAslRequest(ULONG type, const TagItem *tags) {
     }
     requesters.push_back(std::make_unique<DesktopRequester>(type));
     DesktopRequester &requester = *requesters.back();
-    requester.title = reinterpret_cast<const char *>(tag_value(tags, ASLFR_TitleText, tag_pointer("")));
-    requester.file = reinterpret_cast<const char *>(tag_value(tags, ASLFR_InitialFile, tag_pointer("")));
+    requester.title = reinterpret_cast<const char *>(host::tag_value(tags, ASLFR_TitleText, tag_pointer("")));
+    requester.file =
+        reinterpret_cast<const char *>(host::tag_value(tags, ASLFR_InitialFile, tag_pointer("")));
     requester.mode_request = {state.current.mode_id, state.current.width, state.current.height};
     update_texts(requester);
     return address(requester);

@@ -20,15 +20,6 @@ void request_quit() {
     quit_requested = 1;
 }
 
-TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise) {
-    for (; tags != nullptr && tags->ti_Tag != TAG_DONE; ++tags) {
-        if (tags->ti_Tag == tag) {
-            return tags->ti_Data;
-        }
-    }
-    return otherwise;
-}
-
 void finish_pass() {
     if (state.picture_due) {
         state.picture_due = false;

@@ -5,6 +5,7 @@
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/state.h"
 #include "platform/shared/screen_size.h"
+#include "platform/shared/tags.h"
 
 #include <cstdio>
 
@@ -28,10 +29,10 @@ struct DesktopWindow : Window {
 } // namespace
 
 Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
-    const auto mode_id = static_cast<std::uint32_t>(tag_value(tags, SA_DisplayID, 0));
-    const auto width = static_cast<std::int32_t>(tag_value(tags, SA_Width, 0));
-    const auto height = static_cast<std::int32_t>(tag_value(tags, SA_Height, 0));
-    const auto *title = reinterpret_cast<const char *>(tag_value(tags, SA_Title, tag_pointer("")));
+    const auto mode_id = static_cast<std::uint32_t>(host::tag_value(tags, SA_DisplayID, 0));
+    const auto width = static_cast<std::int32_t>(host::tag_value(tags, SA_Width, 0));
+    const auto height = static_cast<std::int32_t>(host::tag_value(tags, SA_Height, 0));
+    const auto *title = reinterpret_cast<const char *>(host::tag_value(tags, SA_Title, tag_pointer("")));
     const DisplayMode *mode = find_display_mode(mode_id);
     if (mode == nullptr || !host::is_possible_side(width) || !host::is_possible_side(height)) {
         std::fprintf(stderr, "zelvo: no display mode %ld of %ld x %ld\n",

@@ -157,25 +157,12 @@ bool is_full_screen() {
 }
 
 void fill_texture(const BitMap &bitmap, const host::Palette &palette) {
-    std::array<std::uint32_t, 256> colours{};
-    for (std::size_t i = 0; i < colours.size(); ++i) {
-        const auto [red, green, blue] = palette[i];
-        colours[i] = 0xFF000000U | static_cast<std::uint32_t>(red) << 16 |
-                     static_cast<std::uint32_t>(green) << 8 | blue;
-    }
-    void *memory = nullptr;
+    void *pixels = nullptr;
     int bytes_per_row = 0;
-    if (SDL_LockTexture(texture, nullptr, &memory, &bytes_per_row) != 0) {
+    if (SDL_LockTexture(texture, nullptr, &pixels, &bytes_per_row) != 0) {
         return;
     }
-    const std::uint8_t *source = bitmap.pixels.data();
-    auto *row = static_cast<std::uint8_t *>(memory);
-    for (int y = 0; y < bitmap.height; ++y, row += bytes_per_row) {
-        auto *pixels = reinterpret_cast<std::uint32_t *>(row);
-        for (int x = 0; x < bitmap.width; ++x) {
-            pixels[x] = colours[*source++];
-        }
-    }
+    host::expand_palette(bitmap, palette, static_cast<std::uint32_t *>(pixels), bytes_per_row);
     SDL_UnlockTexture(texture);
 }
 

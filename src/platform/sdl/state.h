@@ -55,9 +55,6 @@ extern State state;
 /// Set by request_quit, outside the state since a signal may come at any time.
 extern volatile std::sig_atomic_t quit_requested;
 
-/// The value of a tag in a list, or `otherwise`.
-TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise);
-
 /// Presents the picture if one is due, waits for the refresh, and takes the user's input in.
 void finish_pass();
 

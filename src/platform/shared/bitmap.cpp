@@ -53,6 +53,21 @@ void load_palette(Palette &palette, const ULONG *table) {
     }
 }
 
+void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t *pixels, int bytes_per_row) {
+    std::array<std::uint32_t, 256> colours{};
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+        const auto [red, green, blue] = palette[i];
+        colours[i] = 0xFF000000U | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 | blue;
+    }
+    const std::uint8_t *source = bitmap.pixels.data();
+    for (int y = 0; y < bitmap.height; ++y) {
+        for (int x = 0; x < bitmap.width; ++x) {
+            pixels[x] = colours[*source++];
+        }
+        pixels += static_cast<std::size_t>(bytes_per_row) / sizeof *pixels;
+    }
+}
+
 void initialise_context(RastPort &context) {
     context = RastPort{nullptr, 255, 0, JAM2, 0, 0};
 }

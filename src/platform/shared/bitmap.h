@@ -29,6 +29,10 @@ using Palette = std::array<Colour, 256>;
 /// Sets palette entries from a table in LoadRGB32's form; entries beyond the palette are dropped.
 void load_palette(Palette &palette, const ULONG *table);
 
+/// Writes the bitmap's pixels as opaque true colour, 0xAARRGGBB each, into rows of `bytes_per_row` bytes, a
+/// multiple of four.
+void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t *pixels, int bytes_per_row);
+
 /// Sets a drawing context to the system's defaults.
 void initialise_context(RastPort &context);
 

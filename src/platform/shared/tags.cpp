@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// The walk over a tag list.
+#include "platform/shared/tags.h"
+
+namespace host {
+
+TagData tag_value(const TagItem *tags, ULONG tag, TagData otherwise) {
+    for (; tags != nullptr && tags->ti_Tag != TAG_DONE; ++tags) {
+        if (tags->ti_Tag == tag) {
+            return tags->ti_Data;
+        }
+    }
+    return otherwise;
+}
+
+} // namespace host
