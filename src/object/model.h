@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The model: the object's points and polygons as read, and the arrays that every frame is made from.
+// The model: the object's points and polygons as read, and the arrays that every frame is made from. Every
+// array ends with one element more than there are points or words, for a trailing partial record, and so that
+// the last point can be read as four floats.
 #pragma once
 
 #include "main_68k/heap_array.h"

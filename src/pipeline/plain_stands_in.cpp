@@ -28,8 +28,12 @@ void rotate_normals() {
     plain::rotate_normals();
 }
 
-void scale_normals() {
-    plain::scale_normals();
+void fit_object() {
+    plain::fit_object();
+}
+
+void build_vertex_normals() {
+    plain::build_vertex_normals();
 }
 
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {

@@ -17,9 +17,6 @@
 
 namespace {
 
-/// Radius of the prepared object, which keeps it on the screen from an eye 250 units away.
-constexpr double prepared_radius = 110.0;
-
 std::span<Vec3> points_as_read() {
     return {point_chunk.get(), static_cast<std::size_t>(worked_points())};
 }
@@ -57,47 +54,51 @@ void scale_object(std::span<Vec3> points) {
     }
 }
 
+} // namespace
+
+namespace plain {
+
+void fit_object() {
+    const std::span<Vec3> points = points_as_read();
+    centre_object(points);
+    scale_object(points);
+    std::copy(points.begin(), points.end(), lwopoints2.get());
+}
+
 /// Adds each polygon's normal to the normals of its points, unnormalised, so that large faces weigh more. The
 /// sums start from (1, 1, 1); the small bias is part of the picture.
 void build_vertex_normals() {
-    const auto points = static_cast<std::size_t>(worked_points());
-    std::fill_n(lwonormals2.get(), points, Vec3{1.0F, 1.0F, 1.0F});
-    for_each_polygon([](std::size_t vertices, std::span<const std::uint16_t> indices, bool is_usable) {
-        if (!is_usable) {
+    const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(worked_points()));
+    std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});
+    for_each_polygon([](const Polygon &polygon) {
+        if (!polygon.is_usable) {
             return;
         }
+        const auto &indices = polygon.indices;
         const Vec3 normal =
             face_normal(lwopoints2[indices[0]], lwopoints2[indices[1]], lwopoints2[indices[2]]);
-        for (const std::uint16_t point : indices.first(vertices)) {
+        for (const std::uint16_t point : indices.first(polygon.vertices)) {
             Vec3 &sum = lwonormals2[point];
             sum = {sum.x + normal.x, sum.y + normal.y, sum.z + normal.z};
         }
     });
-    draws_fast ? fast::scale_normals() : plain::scale_normals();
-}
-
-} // namespace
-
-void plain::scale_normals(std::size_t first) {
-    const auto points = static_cast<std::size_t>(worked_points());
-    for (std::size_t i = first; i < points; ++i) {
-        scale_to_length(lwonormals2[i], normal_length);
+    for (Vec3 &normal : normals) {
+        scale_to_length(normal, normal_length);
     }
 }
+
+} // namespace plain
 
 void prepare_object() {
     build_sine_table();
     build_dot_image();
 
-    const std::span<Vec3> points = points_as_read();
-    if (!points.empty()) {
-        centre_object(points);
-        scale_object(points);
-        std::copy(points.begin(), points.end(), lwopoints2.get());
+    if (worked_points() > 0) {
+        draws_fast ? fast::fit_object() : plain::fit_object();
     }
     transform_and_project();
     rotate_light();
-    build_vertex_normals();
+    draws_fast ? fast::build_vertex_normals() : plain::build_vertex_normals();
     reset_vertex_colours();
 }
 

@@ -21,10 +21,16 @@ void scale_to_length(Vec3 &v, float length);
 /// Length of a prepared vertex normal, which keeps map coordinates within 128 of the map's centre.
 constexpr float normal_length = 123.0F;
 
-/// Both forms of scaling `lwonormals2` to that length, from the point `first` on up to the last.
+/// Radius of the prepared object, which keeps it on the screen from an eye 250 units away.
+constexpr double prepared_radius = 110.0;
+
+/// Both forms of the two steps that touch every point or polygon: fit_object puts the points as read, one at
+/// least, into the sphere, in place and in `lwopoints2`; build_vertex_normals makes `lwonormals2` of them.
 namespace plain {
-void scale_normals(std::size_t first = 0);
-}
+void fit_object();
+void build_vertex_normals();
+} // namespace plain
 namespace fast {
-void scale_normals();
-}
+void fit_object();
+void build_vertex_normals();
+} // namespace fast

@@ -48,7 +48,8 @@ void set_viewing_rotation() {
     set_rotation(a, b, 0.0);
 }
 
-/// Rounds to thousandths, half up for positive values and toward zero for negative ones.
+/// Rounds to thousandths: half of one is added, and what is then behind the point dropped toward zero, so
+/// that a negative number loses up to one and a half.
 float snap(float value) {
     return static_cast<float>(to_int(value * 1000.0F + 0.5)) * (1.0F / 1000.0F);
 }

@@ -49,27 +49,27 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
     faces_seen = 0;
     triangles_drawn = 0;
     std::int32_t drawn_before = 0;
-    const std::int32_t alike =
-        for_each_polygon([&](std::size_t vertices, std::span<const std::uint16_t> points, bool is_usable) {
-            ++faces_seen;
-            drawn_before = triangles_drawn;
-            if (!is_usable) {
-                return;
+    const std::int32_t alike = for_each_polygon([&](const Polygon &polygon) {
+        const auto &points = polygon.indices;
+        ++faces_seen;
+        drawn_before = triangles_drawn;
+        if (!polygon.is_usable) {
+            return;
+        }
+        if (viewer.doubleside == 0 &&
+            faces_away(lwopoints3[points[0]], lwopoints3[points[1]], lwopoints3[points[2]])) {
+            return;
+        }
+        for (std::size_t k = 2; k == 2 || k < polygon.vertices; ++k) {
+            const Corners corners{points[0], points[k - 1], points[k]};
+            place_corners(block, corners);
+            if (k == 2) {
+                begin_polygon();
             }
-            if (viewer.doubleside == 0 &&
-                faces_away(lwopoints3[points[0]], lwopoints3[points[1]], lwopoints3[points[2]])) {
-                return;
-            }
-            for (std::size_t k = 2; k == 2 || k < vertices; ++k) {
-                const Corners corners{points[0], points[k - 1], points[k]};
-                place_corners(block, corners);
-                if (k == 2) {
-                    begin_polygon();
-                }
-                fill(corners);
-                ++triangles_drawn;
-            }
-        });
+            fill(corners);
+            ++triangles_drawn;
+        }
+    });
     // What is left is like the last polygon, down to the pixels.
     faces_seen += alike;
     triangles_drawn += alike * (triangles_drawn - drawn_before);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 /// How many polygons without vertices, of two words each, begin in this many words of zeros, four at least,
@@ -15,34 +16,60 @@ inline std::int32_t empty_polygons(std::size_t words) {
     return static_cast<std::int32_t>((words - 2) / 2);
 }
 
-/// Calls `visit` for each polygon in list order with its vertex count n and the words behind the count: the n
-/// point indices, and never fewer than three words, since a polygon of fewer points is used as the triangle
-/// of the three words that follow its count. `is_usable` is false when one of these words is not the index of
-/// a point. The walk ends at the first polygon that the list cuts short.
+/// One polygon: its vertex count n and the words behind the count: the n point indices, and never fewer than
+/// three words, since a polygon of fewer points is used as the triangle of the three words that follow its
+/// count. It is not usable when one of these words is not the index of a point.
+struct Polygon {
+    std::size_t vertices;
+    std::span<const std::uint16_t> indices;
+    bool is_usable;
+
+    /// The word behind the polygon and its surface.
+    std::size_t next(std::size_t at) const { return at + vertices + 2; }
+};
+
+/// Words of a triangle: its count, three indices and its surface.
+constexpr std::size_t triangle_words = 5;
+
+/// The polygon whose count is the word `at` of the list; none if the list cuts it short, which is where every
+/// walk ends.
+inline std::optional<Polygon> polygon_at(std::span<const std::uint16_t> words, std::size_t at) {
+    const std::size_t vertices = words[at];
+    const std::size_t used = std::max<std::size_t>(vertices, 3);
+    if (at + used >= words.size()) {
+        return std::nullopt;
+    }
+    const auto points = static_cast<std::uint32_t>(point_count());
+    const std::span<const std::uint16_t> indices = words.subspan(at + 1, used);
+    const bool is_usable =
+        std::all_of(indices.begin(), indices.end(), [points](std::uint16_t i) { return i < points; });
+    return Polygon{vertices, indices, is_usable};
+}
+
+/// The whole list.
+inline std::span<const std::uint16_t> polygon_words() {
+    return {polygon_chunk.get(), static_cast<std::size_t>(polygon_word_count())};
+}
+
+/// Calls `visit` for each polygon in list order. The walk ends at the first polygon that the list cuts short.
 ///
 /// Where the list goes on in nothing but zeros that no byte of the file reached, all polygons are the same;
 /// the first of them is visited, and the number of the others is returned, so that a walk takes no longer
 /// than the file is.
 template <typename Visit>
 std::int32_t for_each_polygon(Visit visit) {
-    const auto points = static_cast<std::uint32_t>(point_count());
-    const std::span<const std::uint16_t> words(polygon_chunk.get(),
-                                               static_cast<std::size_t>(polygon_word_count()));
+    const std::span<const std::uint16_t> words = polygon_words();
     const std::size_t read_words = words.size() - static_cast<std::size_t>(unread_polygon_words);
     for (std::size_t at = 0; at < words.size();) {
-        const std::size_t vertices = words[at];
-        const std::size_t used = std::max<std::size_t>(vertices, 3);
-        if (at + used >= words.size()) {
+        const std::optional<Polygon> polygon = polygon_at(words, at);
+        if (!polygon) {
             return 0;
         }
-        const std::span<const std::uint16_t> indices = words.subspan(at + 1, used);
-        const bool is_usable =
-            std::all_of(indices.begin(), indices.end(), [points](std::uint16_t i) { return i < points; });
-        visit(vertices, indices, is_usable);
+        visit(*polygon);
         if (at >= read_words) {
             return empty_polygons(words.size() - at) - 1;
         }
-        at += vertices + 2;
+        at = polygon->next(at);
     }
     return 0;
 }

@@ -31,8 +31,9 @@ std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t p
     reset_program_state();
     set_model(std::vector<Vec3>(points), words);
     std::vector<Visited> list;
-    for_each_polygon([&list](std::size_t vertices, std::span<const std::uint16_t> indices, bool is_usable) {
-        list.push_back({vertices, {indices.begin(), indices.end()}, is_usable});
+    for_each_polygon([&list](const Polygon &polygon) {
+        list.push_back(
+            {polygon.vertices, {polygon.indices.begin(), polygon.indices.end()}, polygon.is_usable});
     });
     return list;
 }
@@ -100,11 +101,11 @@ TEST(PolygonList, IgnoresAnOddLastByte) {
     set_model(std::vector<Vec3>(3), {3, 0, 1, 2});
     polygon_chunk_bytes = 2 * 3 + 1;
     int polygons = 0;
-    for_each_polygon([&polygons](std::size_t, std::span<const std::uint16_t>, bool) { ++polygons; });
+    for_each_polygon([&polygons](const Polygon &) { ++polygons; });
     EXPECT_EQ(polygons, 0) << "the fourth word has only one of its bytes";
 
     polygon_chunk_bytes = 2 * 4 + 1;
-    for_each_polygon([&polygons](std::size_t, std::span<const std::uint16_t>, bool) { ++polygons; });
+    for_each_polygon([&polygons](const Polygon &) { ++polygons; });
     EXPECT_EQ(polygons, 1);
 }
 
@@ -113,7 +114,6 @@ TEST(PolygonList, TrailingPartialPointIsNoPoint) {
     set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});
     point_chunk_bytes = 3 * 12 + 11;
     bool usable = true;
-    for_each_polygon(
-        [&usable](std::size_t, std::span<const std::uint16_t>, bool is_usable) { usable = is_usable; });
+    for_each_polygon([&usable](const Polygon &polygon) { usable = polygon.is_usable; });
     EXPECT_FALSE(usable);
 }

@@ -159,12 +159,13 @@ void restore_frame(const FrameContents &contents) {
 int make_random_object(Shapes shapes, int polygons, Random &random) {
     const int points = 16 + random.below(polygons);
     const auto count = static_cast<std::size_t>(points);
+    const std::size_t records = count + 1;
     point_chunk_bytes = points * 12;
-    point_chunk = allocate_array<Vec3>(count);
-    lwopoints2 = allocate_array<Vec3>(count);
-    lwopoints3 = allocate_array<Vec3>(count);
-    lwonormals2 = allocate_array<Vec3>(count);
-    lwonormals3 = allocate_array<Vec3>(count);
+    point_chunk = allocate_array<Vec3>(records);
+    lwopoints2 = allocate_array<Vec3>(records);
+    lwopoints3 = allocate_array<Vec3>(records);
+    lwonormals2 = allocate_array<Vec3>(records);
+    lwonormals3 = allocate_array<Vec3>(records);
     lwofis = allocate_array<float>(count);
     Vec3 centre{};
     for (std::size_t i = 0; i < count; ++i) {

@@ -36,10 +36,18 @@ struct FrameSize {
     int height;
 };
 
-/// Small frames, frames whose rows are no multiple of a vector, frames that are hardly drawn into, and the
-/// sizes that people use.
-constexpr std::array<FrameSize, 9> frame_sizes{
-    {{320, 256}, {100, 75}, {333, 217}, {640, 480}, {16, 14}, {17, 40}, {7, 33}, {200, 11}, {1921, 60}}};
+/// Small frames, frames whose rows are no multiple of a vector, frames that are hardly drawn into, the sizes
+/// that people use, and rows that are longer than any buffer of a stage.
+constexpr std::array<FrameSize, 10> frame_sizes{{{320, 256},
+                                                 {100, 75},
+                                                 {333, 217},
+                                                 {640, 480},
+                                                 {16, 14},
+                                                 {17, 40},
+                                                 {7, 33},
+                                                 {200, 11},
+                                                 {1921, 60},
+                                                 {5000, 20}}};
 
 /// Opens frame buffers of exactly this size and fills them, the texture and the dot sprite with noise.
 void open_noisy_frame(FrameSize size, Random &random);

@@ -4,6 +4,7 @@
 
 #include "display/frame_buffers.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -31,15 +32,25 @@ using SumLanes = hn::Repartition<std::uint16_t, ByteLanes>;
 using Bytes = hn::Vec<ByteLanes>;
 using Sums = hn::Vec<SumLanes>;
 
+/// Pixels up to the first one, among `count`, where a vector can be stored without crossing a cache line.
+HWY_INLINE std::size_t pixels_to_boundary(const std::uint8_t *destination, std::size_t count) {
+    const std::size_t lanes = hn::Lanes(ByteLanes());
+    const auto beyond = reinterpret_cast<std::uintptr_t>(destination) % lanes;
+    return beyond == 0 ? 0 : std::min(lanes - beyond, count);
+}
+
 void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count) {
     const ByteLanes bytes;
     const auto one = hn::Set(bytes, 1);
     const std::size_t lanes = hn::Lanes(bytes);
-    std::size_t p = 0;
+    std::size_t p = pixels_to_boundary(destination, count);
+    plain::fade_pixels(source, destination, p);
+    // Four vectors a turn: as the loop stands, its counting would cost a third of its time.
+#pragma GCC unroll 4
     for (; p + lanes <= count; p += lanes) {
         const Bytes value = hn::LoadU(bytes, source + p);
         const Bytes sixteenth = hn::ShiftRight<4>(value);
-        hn::StoreU(hn::SaturatedSub(hn::Sub(value, sixteenth), one), bytes, destination + p);
+        hn::Store(hn::SaturatedSub(hn::Sub(value, sixteenth), one), bytes, destination + p);
     }
     plain::fade_pixels(source + p, destination + p, count - p);
 }

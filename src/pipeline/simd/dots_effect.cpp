@@ -18,6 +18,8 @@
 
 #include "hwy/highway.h"
 
+#include "pipeline/simd/half_vectors-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
@@ -30,33 +32,26 @@ using plain::plot_effect_curve;
 
 #else
 
-using DoubleLanes = hn::ScalableTag<double>;
-using FloatLanes = hn::Rebind<float, DoubleLanes>;
-using IntLanes = hn::Rebind<std::int32_t, DoubleLanes>;
-using Doubles = hn::Vec<DoubleLanes>;
-using Floats = hn::Vec<FloatLanes>;
-using Ints = hn::Vec<IntLanes>;
-
 /// Angles truncate and saturate like every number; not-a-number, which the conversion may take either way,
 /// gives the smallest integer.
-HWY_INLINE Ints table_angle(Doubles units) {
-    const IntLanes ints;
+HWY_INLINE HalfInts table_angle(Doubles units) {
+    const HalfIntLanes ints;
     const auto smallest = hn::Set(DoubleLanes(), std::numeric_limits<std::int32_t>::min());
     return hn::DemoteTo(ints, hn::IfThenElse(hn::IsNaN(units), smallest, units));
 }
 
-HWY_INLINE Floats sines(Ints angle) {
-    const auto in_table = hn::And(angle, hn::Set(IntLanes(), sine_period - 1));
-    return hn::GatherIndex(FloatLanes(), sine_table.data(), in_table);
+HWY_INLINE HalfFloats sines(HalfInts angle) {
+    const auto in_table = hn::And(angle, hn::Set(HalfIntLanes(), sine_period - 1));
+    return hn::GatherIndex(HalfFloatLanes(), sine_table.data(), in_table);
 }
 
-HWY_INLINE Floats cosines(Ints angle) {
-    return sines(hn::Add(angle, hn::Set(IntLanes(), sine_period / 4)));
+HWY_INLINE HalfFloats cosines(HalfInts angle) {
+    return sines(hn::Add(angle, hn::Set(HalfIntLanes(), sine_period / 4)));
 }
 
 void place_dots(const EffectParameters &parameters, EffectDots &dots) {
     const DoubleLanes doubles;
-    const FloatLanes floats;
+    const HalfFloatLanes floats;
     const auto constant = [doubles](double value) HWY_ATTR { return hn::Set(doubles, value); };
     const auto times = [doubles](Doubles v, float factor)
                            HWY_ATTR { return hn::Mul(v, hn::Set(doubles, static_cast<double>(factor))); };
@@ -66,9 +61,9 @@ void place_dots(const EffectParameters &parameters, EffectDots &dots) {
     for (std::size_t i = 0; i < parameters.count; i += hn::Lanes(doubles)) {
         const Doubles units = hn::Mul(hn::LoadU(doubles, &parameters.t[i]), constant(effect_angle_units));
         const Doubles wound = hn::Div(units, constant(effect_windings));
-        const Ints around = table_angle(units);
-        const Ints along = table_angle(wound);
-        const Ints across =
+        const HalfInts around = table_angle(units);
+        const HalfInts along = table_angle(wound);
+        const HalfInts across =
             table_angle(hn::Mul(hn::Mul(wound, constant(viewer.spin_angle)), constant(deformation_per_spin)));
         const auto px = hn::PromoteTo(doubles, hn::Mul(hn::Mul(sphere, sines(around)), cosines(along)));
         const auto py = hn::PromoteTo(doubles, hn::Mul(hn::Mul(sphere, cosines(around)), cosines(along)));

@@ -12,6 +12,7 @@
 #include "hwy/highway.h"
 
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/point_records-inl.h"
 #include "raster/simd/row_spans-inl.h"
 #include "raster/simd/span_drawing-inl.h"
 #include "raster/simd/triangle_edges-inl.h"
@@ -136,14 +137,13 @@ HWY_INLINE void draw_group(const TriangleBatch &batch, const BatchEdges &edges, 
 }
 
 /// Copies x and y of each corner's record into the map coordinates.
-HWY_INLINE void gather_map_coordinates(TriangleBatch &batch, const Vec3 *records) {
+HWY_INLINE void copy_map_coordinates(TriangleBatch &batch, const Vec3 *records) {
     const FloatLanes floats;
-    const IntLanes ints;
     for (std::size_t at = 0; at < batch.count; at += hn::Lanes(floats)) {
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            const auto points = hn::BitCast(ints, hn::Load(WordLanes(), &batch.point[corner][at]));
-            hn::Store(gather_coordinate(records, points, 0), floats, &batch.quantity[1][corner][at]);
-            hn::Store(gather_coordinate(records, points, 1), floats, &batch.quantity[2][corner][at]);
+            const Points p = load_points(records, &batch.point[corner][at]);
+            hn::Store(p.x, floats, &batch.quantity[1][corner][at]);
+            hn::Store(p.y, floats, &batch.quantity[2][corner][at]);
         }
     }
 }
@@ -172,8 +172,9 @@ HWY_INLINE void make_colour_bytes(TriangleBatch &batch) {
 /// The face loop: `complete` gives each batch what its filler interpolates besides the depth.
 template <Filler filler, typename Complete>
 HWY_INLINE void draw_polygons(bool keeps_lit_corners, Complete complete) {
-    // Lanes without a triangle or row are computed like the others and dropped, so they start as zeros: point
-    // indices and lane numbers among them are valid then.
+    // Lanes without a triangle or row are computed like the others and dropped. They start as zeros, and
+    // later hold what earlier triangles or the packing of a vector left there, whose points were all checked
+    // before: the indices among them are valid always.
     TriangleBatch batch{};
     BatchEdges edges;
     RowList rows{};
@@ -202,7 +203,7 @@ HWY_INLINE void draw_mapped(const Vec3 *records, FaceLight face_light) {
                                       if (face_light != nullptr) {
                                           light_faces_singly(batch, face_light);
                                       }
-                                      gather_map_coordinates(batch, records);
+                                      copy_map_coordinates(batch, records);
                                   });
 }
 

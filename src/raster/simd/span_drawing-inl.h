@@ -35,72 +35,82 @@ constexpr std::size_t quantities_of(Filler filler) {
 /// A vector of pixels in 32-bit lanes; the frame's depths and bytes in narrower vectors of as many lanes.
 using DepthLanes = hn::Rebind<std::uint16_t, IntLanes>;
 using ByteLanes = hn::Rebind<std::uint8_t, IntLanes>;
+using Colours = hn::Vec<ByteLanes>;
 
 /// `Count` quantities from `First` on, of a vector of pixels along a span.
 template <std::size_t First, std::size_t Count>
 struct PixelValues {
     std::array<Words, Count> value;
-    /// What one pixel adds.
-    std::array<Fixed, Count> step;
+    /// What a whole vector of pixels adds.
+    std::array<Words, Count> stride;
 
     HWY_INLINE PixelValues(const SpanList &spans, std::size_t span) {
         const WordLanes words;
         for (std::size_t q = 0; q < Count; ++q) {
-            step[q] = spans.step[First + q][span];
+            const Words step = hn::Set(words, spans.step[First + q][span]);
             const Words first_pixel = hn::Set(words, spans.value[First + q][span]);
-            value[q] = hn::Add(first_pixel, hn::Mul(hn::Iota(words, 0), hn::Set(words, step[q])));
+            value[q] = hn::Add(first_pixel, hn::Mul(hn::Iota(words, 0), step));
+            stride[q] = hn::Mul(step, hn::Set(words, static_cast<std::uint32_t>(hn::Lanes(words))));
         }
     }
 
     /// Goes on by one vector.
     HWY_INLINE void advance() {
-        const WordLanes words;
         for (std::size_t q = 0; q < Count; ++q) {
-            value[q] = hn::Add(value[q], hn::Set(words, step[q] * static_cast<Fixed>(hn::Lanes(words))));
+            value[q] = hn::Add(value[q], stride[q]);
         }
     }
 };
 
-/// Writes the pixels that are nearer than what the frame holds, among the first `count` lanes. A whole vector
-/// is written back, the other pixels as they were.
-HWY_INLINE void write_nearer(Ints depth, Ints colour, std::int32_t count, std::uint8_t *pixels,
-                             std::uint16_t *depths) {
+/// A mask of pixels as a mask of narrower lanes.
+template <class Narrow>
+HWY_INLINE hn::Mask<Narrow> narrow_mask(Narrow narrow, hn::Mask<IntLanes> mask) {
+    const IntLanes ints;
+#if HWY_TARGET <= HWY_AVX3
+    // Here a mask is one bit for each lane, whatever the lanes are.
+    std::array<std::uint8_t, 8> bits{};
+    hn::StoreMaskBits(ints, mask, bits.data());
+    return hn::LoadMaskBits(narrow, bits.data());
+#else
+    const Words all_ones = hn::BitCast(WordLanes(), hn::VecFromMask(ints, mask));
+    return hn::MaskFromVec(hn::TruncateTo(narrow, all_ones));
+#endif
+}
+
+/// Writes the pixels that are nearer than what the frame holds, among the first `count` lanes. Depths are in
+/// 8.8, from accumulators in 16.16. A whole vector is written back, the other pixels as they were.
+HWY_INLINE void write_nearer(Words accumulated_depth, Colours colour, std::int32_t count,
+                             std::uint8_t *pixels, std::uint16_t *depths) {
     const IntLanes ints;
     const DepthLanes depth_lanes;
     const ByteLanes bytes;
-    const Ints old_depth = hn::PromoteTo(ints, hn::LoadU(depth_lanes, depths));
-    const Ints old_colour = hn::PromoteTo(ints, hn::LoadU(bytes, pixels));
-    const auto is_drawn = hn::And(hn::Gt(depth, old_depth), hn::Lt(hn::Iota(ints, 0), hn::Set(ints, count)));
-    const WordLanes words;
-    const Words new_depth = hn::BitCast(words, hn::IfThenElse(is_drawn, depth, old_depth));
-    const Words new_colour = hn::BitCast(words, hn::IfThenElse(is_drawn, colour, old_colour));
-    hn::StoreU(hn::TruncateTo(depth_lanes, new_depth), depth_lanes, depths);
-    hn::StoreU(hn::TruncateTo(bytes, new_colour), bytes, pixels);
-}
-
-/// Depths in 8.8 from accumulators in 16.16.
-HWY_INLINE Ints depth_of(Words value) {
-    return hn::ShiftRight<8>(as_signed(value));
-}
-
-/// The colours of accumulators in 16.16, in the low bytes.
-HWY_INLINE Ints colour_of(Words value) {
-    return as_signed(hn::ShiftRight<16>(value));
+    const Ints depth = hn::ShiftRight<8>(as_signed(accumulated_depth));
+    const auto old_depth = hn::LoadU(depth_lanes, depths);
+    const auto is_drawn = hn::And(hn::Gt(depth, hn::PromoteTo(ints, old_depth)),
+                                  hn::Lt(hn::Iota(ints, 0), hn::Set(ints, count)));
+    const auto new_depth = hn::TruncateTo(depth_lanes, as_fixed(depth));
+    hn::StoreU(hn::IfThenElse(narrow_mask(depth_lanes, is_drawn), new_depth, old_depth), depth_lanes, depths);
+    const Colours old_colour = hn::LoadU(bytes, pixels);
+    hn::StoreU(hn::IfThenElse(narrow_mask(bytes, is_drawn), colour, old_colour), bytes, pixels);
 }
 
 /// Draws the spans of the modes that compute their colours, and empties the list.
 template <Filler filler>
 HWY_INLINE void draw_computed_spans(SpanList &spans) {
-    const IntLanes ints;
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(ints));
+    const ByteLanes bytes;
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
     for (std::size_t i = 0; i < spans.count; ++i) {
         std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
         std::uint16_t *depths = zbuf.get() + spans.offset[i];
         PixelValues<0, quantities_of(filler)> pixel(spans, i);
-        const Ints flat_colour = hn::Set(ints, static_cast<std::int32_t>(spans.colour[i]));
         for (std::int32_t left = spans.length[i];;) {
-            const Ints colour = filler == Filler::flat ? flat_colour : colour_of(pixel.value.back());
-            write_nearer(depth_of(pixel.value[0]), colour, left, pixels, depths);
+            Colours colour;
+            if constexpr (filler == Filler::flat) {
+                colour = hn::Set(bytes, static_cast<std::uint8_t>(spans.colour[i]));
+            } else {
+                colour = hn::TruncateTo(bytes, hn::ShiftRight<16>(pixel.value.back()));
+            }
+            write_nearer(pixel.value[0], colour, left, pixels, depths);
             left -= lanes;
             if (left <= 0) {
                 break;
@@ -113,10 +123,11 @@ HWY_INLINE void draw_computed_spans(SpanList &spans) {
     spans.count = 0;
 }
 
-/// Texels of several spans, back to back, with room for a vector behind the last.
+/// Texels of several spans, back to back, with room for a vector behind the last. Indices are zeros at first:
+/// a few behind the last are fetched with it, and dropped.
 struct TexelBuffer {
     static constexpr std::size_t capacity = 2048;
-    alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_bytes> index;
+    alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_bytes> index{};
     alignas(vector_bytes) std::array<std::uint8_t, capacity + vector_bytes> colour;
 };
 
@@ -136,29 +147,24 @@ HWY_INLINE hn::Vec<IndexLanes> texel_indices(const std::array<Words, 2> &first,
     return hn::Add(hn::Add(integer_parts(first[0], second[0]), row), centre);
 }
 
-/// Draws the spans `first` to `last` - 1, all of whose texels fit the buffer. The texels' indices are
-/// computed first, the texels then fetched in one plain loop, and the spans drawn last: a fetch in the middle
-/// of a vector's work costs more than all three.
-HWY_INLINE void draw_mapped_run(const SpanList &spans, std::size_t first, std::size_t last,
-                                TexelBuffer &texels) {
-    const IntLanes ints;
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(ints));
-    std::size_t count = 0;
-    for (std::size_t i = first; i < last; ++i) {
-        PixelValues<1, 2> pixel(spans, i);
-        const std::int32_t length = spans.length[i];
-        for (std::int32_t x = 0;; pixel.advance()) {
-            const std::array<Words, 2> first_half = pixel.value;
-            pixel.advance();
-            hn::StoreU(texel_indices(first_half, pixel.value), IndexLanes(),
-                       &texels.index[count + static_cast<std::size_t>(x)]);
-            x += 2 * lanes;
-            if (x >= length) {
-                break;
-            }
+/// Puts the texel indices of a span's pixels at `index`.
+HWY_INLINE void put_texel_indices(const SpanList &spans, std::size_t i, std::uint16_t *index) {
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
+    PixelValues<1, 2> pixel(spans, i);
+    const std::int32_t length = spans.length[i];
+    for (std::int32_t x = 0;; pixel.advance()) {
+        const std::array<Words, 2> first_half = pixel.value;
+        pixel.advance();
+        hn::StoreU(texel_indices(first_half, pixel.value), IndexLanes(), index + x);
+        x += 2 * lanes;
+        if (x >= length) {
+            break;
         }
-        count += static_cast<std::size_t>(spans.length[i]);
     }
+}
+
+/// Fetches the first `count` texels of the buffer, eight at a time.
+HWY_INLINE void fetch_texels(TexelBuffer &texels, std::size_t count) {
     const std::uint8_t *map = envmap.get();
     for (std::size_t i = 0; i < count; i += 8) {
         std::uint64_t eight = 0;
@@ -167,32 +173,58 @@ HWY_INLINE void draw_mapped_run(const SpanList &spans, std::size_t first, std::s
         }
         std::memcpy(&texels.colour[i], &eight, sizeof eight);
     }
+}
+
+/// Draws a span with the colours of its texels.
+HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std::uint8_t *colours) {
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
+    std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
+    std::uint16_t *depths = zbuf.get() + spans.offset[i];
+    PixelValues<0, 1> pixel(spans, i);
+    const std::int32_t length = spans.length[i];
+    for (std::int32_t x = 0;; pixel.advance()) {
+        const Colours colour = hn::LoadU(ByteLanes(), colours + x);
+        write_nearer(pixel.value[0], colour, length - x, pixels + x, depths + x);
+        x += lanes;
+        if (x >= length) {
+            break;
+        }
+    }
+}
+
+/// Draws spans from `first` on, as many as have their texels in the buffer together, and returns the first
+/// one left. The texels' indices are computed first, the texels then fetched in one plain loop, and the spans
+/// drawn last: a fetch in the middle of a vector's work costs more than all three.
+HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first, TexelBuffer &texels) {
+    std::size_t count = 0;
+    std::size_t last = first;
+    for (; last < spans.count; ++last) {
+        const auto length = static_cast<std::size_t>(spans.length[last]);
+        if (count + length > TexelBuffer::capacity) {
+            break;
+        }
+        put_texel_indices(spans, last, &texels.index[count]);
+        count += length;
+    }
+    fetch_texels(texels, count);
     const std::uint8_t *colours = texels.colour.data();
     for (std::size_t i = first; i < last; ++i) {
-        std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
-        std::uint16_t *depths = zbuf.get() + spans.offset[i];
-        PixelValues<0, 1> pixel(spans, i);
-        const std::int32_t length = spans.length[i];
-        for (std::int32_t x = 0;; pixel.advance()) {
-            const Ints colour = hn::PromoteTo(ints, hn::LoadU(ByteLanes(), colours + x));
-            write_nearer(depth_of(pixel.value[0]), colour, length - x, pixels + x, depths + x);
-            x += lanes;
-            if (x >= length) {
-                break;
-            }
-        }
-        colours += length;
+        draw_mapped_span(spans, i, colours);
+        colours += spans.length[i];
     }
+    return last;
 }
 
 /// Draws the first pixels of a span that is longer than the buffer, until the rest fits.
 HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels) {
     constexpr auto piece = static_cast<std::int32_t>(TexelBuffer::capacity);
     while (spans.length[i] > piece) {
-        const std::int32_t length = spans.length[i];
+        const std::int32_t rest = spans.length[i] - piece;
         spans.length[i] = piece;
-        draw_mapped_run(spans, i, i + 1, texels);
-        spans.length[i] = length - piece;
+        put_texel_indices(spans, i, texels.index.data());
+        fetch_texels(texels, TexelBuffer::capacity);
+        draw_mapped_span(spans, i, texels.colour.data());
+        spans.length[i] = rest;
         spans.offset[i] += TexelBuffer::capacity;
         for (std::size_t q = 0; q < 3; ++q) {
             spans.value[q][i] += static_cast<std::uint32_t>(piece) * spans.step[q][i];
@@ -202,18 +234,11 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
 
 /// Draws the spans of the mapped modes, and empties the list.
 HWY_INLINE void draw_mapped_spans(SpanList &spans, TexelBuffer &texels) {
-    std::size_t first = 0;
-    std::size_t pixels = 0;
-    for (std::size_t i = 0; i < spans.count; ++i) {
-        if (pixels + static_cast<std::size_t>(spans.length[i]) > TexelBuffer::capacity) {
-            draw_mapped_run(spans, first, i, texels);
-            shorten_span(spans, i, texels);
-            first = i;
-            pixels = 0;
-        }
-        pixels += static_cast<std::size_t>(spans.length[i]);
+    for (std::size_t first = 0; first < spans.count;) {
+        // All spans but one that is longer than the buffer find room in it when they come first.
+        shorten_span(spans, first, texels);
+        first = draw_mapped_run(spans, first, texels);
     }
-    draw_mapped_run(spans, first, spans.count, texels);
     spans.count = 0;
 }
 

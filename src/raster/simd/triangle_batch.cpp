@@ -3,6 +3,7 @@
 #include "raster/simd/triangle_batch.h"
 
 #include "main_68k/viewer_state.h"
+#include "raster/polygon_list.h"
 
 #include <algorithm>
 
@@ -32,18 +33,15 @@ void put_corner(TriangleBatch &batch, std::size_t corner, std::uint16_t index, s
 /// Opens the fan of the polygon at the walk's word and moves the walk behind it; the fan stays closed if the
 /// polygon is not drawn.
 void open_fan(PolygonWalk &walk) {
-    const std::size_t vertices = walk.words[walk.at];
-    const std::size_t used = std::max<std::size_t>(vertices, 3);
-    if (walk.at + used >= walk.words.size()) {
+    const std::optional<Polygon> polygon = polygon_at(walk.words, walk.at);
+    if (!polygon) {
         walk.at = walk.words.size();
         return;
     }
-    const auto indices = walk.words.subspan(walk.at + 1, used);
-    walk.at += vertices + 2;
+    walk.at = polygon->next(walk.at);
     ++walk.polygons;
-    const bool is_usable =
-        std::all_of(indices.begin(), indices.end(), [&walk](std::uint16_t i) { return i < walk.points; });
-    if (is_usable &&
+    const auto &indices = polygon->indices;
+    if (polygon->is_usable &&
         is_drawn(lwopoints3[indices[0]], lwopoints3[indices[1]], lwopoints3[indices[2]], walk.sides)) {
         walk.fan = indices;
         walk.next_of_fan = 2;
@@ -55,7 +53,7 @@ void open_fan(PolygonWalk &walk) {
 PolygonWalk start_polygon_walk() {
     const bool both = viewer.doubleside != 0;
     PolygonWalk walk;
-    walk.words = {polygon_chunk.get(), static_cast<std::size_t>(polygon_word_count())};
+    walk.words = polygon_words();
     walk.points = point_count();
     walk.sides = {both || viewer.flip != 1, both || viewer.flip != 0};
     return walk;
@@ -110,7 +108,7 @@ void light_faces(TriangleBatch &batch, FaceLight face_light, FaceLights face_lig
 
 void light_points(const TriangleBatch &batch, VertexLight vertex_light, VertexLights vertex_lights) {
     constexpr float not_yet_lit = -1.0F;
-    std::array<std::uint32_t, 3 * TriangleBatch::capacity + vector_lanes> unlit;
+    std::array<std::uint32_t, 3 * TriangleBatch::capacity> unlit;
     std::size_t count = 0;
     for (std::size_t i = 0; i < batch.count; ++i) {
         for (const auto &points : batch.point) {
@@ -128,7 +126,6 @@ void light_points(const TriangleBatch &batch, VertexLight vertex_light, VertexLi
         }
     }
     if (count != 0) {
-        std::fill_n(unlit.begin() + static_cast<std::ptrdiff_t>(count), vector_lanes, unlit[0]);
         vertex_lights(unlit.data(), count);
     }
 }

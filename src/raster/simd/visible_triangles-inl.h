@@ -9,36 +9,30 @@
 #endif
 
 #include "object/model.h"
+#include "raster/polygon_list.h"
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/point_records-inl.h"
 #include "raster/simd/triangle_batch.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
+// A processor without any vectors draws by the plain forms.
+#if HWY_TARGET < HWY_EMU128
+
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// The corners of a vector of triangles on the screen, where the back-face test looks: the triangle's first
-/// corner, and the second and third of the polygon that it is cut from.
-struct TestedCorners {
-    std::array<Floats, 3> x;
-    std::array<Floats, 3> y;
-};
-
-/// One coordinate, 0 to 2, of the projected points with these indices.
-HWY_INLINE Floats gather_coordinate(const Vec3 *records, Ints points, std::size_t coordinate) {
-    const auto *floats = reinterpret_cast<const float *>(records) + coordinate;
-    const auto at = hn::Add(points, hn::Add(points, points));
-    return hn::GatherIndex(FloatLanes(), floats, at);
-}
+/// Three corners of a vector of triangles.
+using Corners = std::array<Points, 3>;
 
 /// Which lanes are drawn: all when faces are double-sided, else by their winding on the screen.
-HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const TestedCorners &p, const FaceSides &sides) {
+HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const Corners &p, const FaceSides &sides) {
     const FloatLanes floats;
-    const auto front = hn::Gt(hn::Mul(hn::Sub(p.x[1], p.x[0]), hn::Sub(p.y[2], p.y[0])),
-                              hn::Mul(hn::Sub(p.y[1], p.y[0]), hn::Sub(p.x[2], p.x[0])));
+    const auto front = hn::Gt(hn::Mul(hn::Sub(p[1].x, p[0].x), hn::Sub(p[2].y, p[0].y)),
+                              hn::Mul(hn::Sub(p[1].y, p[0].y), hn::Sub(p[2].x, p[0].x)));
     const auto all = hn::Eq(hn::Zero(floats), hn::Zero(floats));
     const auto none = hn::Not(all);
     return hn::Or(sides.draws_front ? front : none, sides.draws_back ? hn::Not(front) : none);
@@ -50,42 +44,45 @@ HWY_INLINE void append(D lanes, hn::Vec<D> value, M drawn, T *end) {
     hn::StoreU(hn::Compress(value, hn::RebindMask(lanes, drawn)), lanes, end);
 }
 
-/// The point indices of the next vector of triangles as the polygon list gives them.
+/// A point index for each lane.
+struct alignas(vector_bytes) LaneIndices : std::array<std::uint32_t, vector_lanes> {};
+
+/// The point indices of the next vector of triangles as the polygon list gives them: of their own corners,
+/// and where those are others, of the second and third of the polygon that they are cut from, which tell
+/// where it faces.
 struct TriangleIndices {
-    alignas(vector_bytes) std::array<std::int32_t, vector_lanes> first;
-    alignas(vector_bytes) std::array<std::int32_t, vector_lanes> second;
-    alignas(vector_bytes) std::array<std::int32_t, vector_lanes> third;
-    /// The second and third point of the triangle's polygon.
-    alignas(vector_bytes) std::array<std::int32_t, vector_lanes> tested_second;
-    alignas(vector_bytes) std::array<std::int32_t, vector_lanes> tested_third;
+    std::array<LaneIndices, 3> corner;
+    std::array<LaneIndices, 2> tested;
 };
+
+/// Whether all corners are points of the object; the tested points are corners of one triangle or another.
+HWY_INLINE bool are_usable(const std::array<LaneIndices, 3> &corners, const PolygonWalk &walk) {
+    const WordLanes words;
+    const auto second_or_third =
+        hn::Max(hn::Load(words, corners[1].data()), hn::Load(words, corners[2].data()));
+    const auto largest = hn::Max(hn::Load(words, corners[0].data()), second_or_third);
+    return hn::AllTrue(words, hn::Lt(largest, hn::Set(words, static_cast<std::uint32_t>(walk.points))));
+}
 
 /// Puts those triangles of the vector that face the viewer behind the batch. False, with nothing done, if an
 /// index is not one of a point.
 template <bool is_quad>
 HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk &walk, TriangleBatch &batch) {
     const FloatLanes floats;
-    const IntLanes ints;
     const WordLanes words;
-    const auto a = hn::Load(ints, indices.first.data());
-    const auto b = hn::Load(ints, indices.second.data());
-    const auto c = hn::Load(ints, indices.third.data());
-    const auto tested_b = is_quad ? hn::Load(ints, indices.tested_second.data()) : b;
-    const auto tested_c = is_quad ? hn::Load(ints, indices.tested_third.data()) : c;
-    auto largest = hn::Max(a, hn::Max(b, c));
-    if (is_quad) {
-        largest = hn::Max(largest, tested_b);
-    }
-    if (!hn::AllTrue(ints, hn::Lt(largest, hn::Set(ints, walk.points)))) {
+    if (!are_usable(indices.corner, walk)) {
         return false;
     }
-
     const Vec3 *records = lwopoints3.get();
-    TestedCorners tested;
-    tested.x = {gather_coordinate(records, a, 0), gather_coordinate(records, tested_b, 0),
-                gather_coordinate(records, tested_c, 0)};
-    tested.y = {gather_coordinate(records, a, 1), gather_coordinate(records, tested_b, 1),
-                gather_coordinate(records, tested_c, 1)};
+    Corners corners;
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+        corners[corner] = load_points(records, indices.corner[corner].data());
+    }
+    Corners tested = corners;
+    if (is_quad) {
+        tested[1] = load_points(records, indices.tested[0].data());
+        tested[2] = load_points(records, indices.tested[1].data());
+    }
     const auto drawn = facing_viewer(tested, walk.sides);
     const std::size_t count = hn::CountTrue(floats, drawn);
     if (count == 0) {
@@ -93,23 +90,15 @@ HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk 
     }
 
     const std::size_t end = batch.count;
-    const std::array<Ints, 3> corners{a, b, c};
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        const auto x =
-            is_quad && corner > 0 ? gather_coordinate(records, corners[corner], 0) : tested.x[corner];
-        const auto y =
-            is_quad && corner > 0 ? gather_coordinate(records, corners[corner], 1) : tested.y[corner];
-        const auto depth = gather_coordinate(records, corners[corner], 2);
-        append(words, hn::BitCast(words, corners[corner]), drawn, &batch.point[corner][end]);
-        append(floats, x, drawn, &batch.x[corner][end]);
-        append(floats, y, drawn, &batch.y[corner][end]);
-        append(floats, depth, drawn, &batch.quantity[0][corner][end]);
+        append(words, hn::Load(words, indices.corner[corner].data()), drawn, &batch.point[corner][end]);
+        append(floats, corners[corner].x, drawn, &batch.x[corner][end]);
+        append(floats, corners[corner].y, drawn, &batch.y[corner][end]);
+        append(floats, corners[corner].z, drawn, &batch.quantity[0][corner][end]);
         if (batch.keeps_lit_corners) {
-            const std::array<Ints, 3> lit{a, tested_b, tested_c};
-            append(floats, tested.x[corner], drawn, &batch.lit_x[corner][end]);
-            append(floats, tested.y[corner], drawn, &batch.lit_y[corner][end]);
-            append(floats, is_quad ? gather_coordinate(records, lit[corner], 2) : depth, drawn,
-                   &batch.lit_depth[corner][end]);
+            append(floats, tested[corner].x, drawn, &batch.lit_x[corner][end]);
+            append(floats, tested[corner].y, drawn, &batch.lit_y[corner][end]);
+            append(floats, tested[corner].z, drawn, &batch.lit_depth[corner][end]);
         }
     }
     if (batch.keeps_lit_corners) {
@@ -123,19 +112,20 @@ HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk 
 
 /// Takes as many polygons as a vector has lanes if all of them are triangles of points of the object.
 HWY_INLINE bool take_triangles(PolygonWalk &walk, TriangleBatch &batch) {
-    constexpr std::size_t words_each = 5;
+    constexpr std::size_t words_each = triangle_words;
     const std::size_t lanes = hn::Lanes(FloatLanes());
     if (walk.at + words_each * lanes > walk.words.size()) {
         return false;
     }
     TriangleIndices indices;
+    auto &[first, second, third] = indices.corner;
     const std::uint16_t *word = walk.words.data() + walk.at;
     std::uint32_t other_count = 0;
     for (std::size_t lane = 0; lane < lanes; ++lane, word += words_each) {
         other_count |= word[0] ^ 3U;
-        indices.first[lane] = word[1];
-        indices.second[lane] = word[2];
-        indices.third[lane] = word[3];
+        first[lane] = word[1];
+        second[lane] = word[2];
+        third[lane] = word[3];
     }
     if (other_count != 0 || !append_facing<false>(indices, walk, batch)) {
         return false;
@@ -150,20 +140,22 @@ HWY_INLINE bool take_triangles(PolygonWalk &walk, TriangleBatch &batch) {
 HWY_INLINE bool take_quads(PolygonWalk &walk, TriangleBatch &batch) {
     constexpr std::size_t words_each = 6;
     const std::size_t quads = hn::Lanes(FloatLanes()) / 2;
-    if (quads == 0 || walk.at + words_each * quads > walk.words.size()) {
+    if (walk.at + words_each * quads > walk.words.size()) {
         return false;
     }
     TriangleIndices indices;
+    auto &[first, second, third] = indices.corner;
+    auto &[tested_second, tested_third] = indices.tested;
     const std::uint16_t *word = walk.words.data() + walk.at;
     std::uint32_t other_count = 0;
     for (std::size_t lane = 0; lane < 2 * quads; lane += 2, word += words_each) {
         other_count |= word[0] ^ 4U;
         for (const std::size_t half : {std::size_t{0}, std::size_t{1}}) {
-            indices.first[lane + half] = word[1];
-            indices.second[lane + half] = word[2 + half];
-            indices.third[lane + half] = word[3 + half];
-            indices.tested_second[lane + half] = word[2];
-            indices.tested_third[lane + half] = word[3];
+            first[lane + half] = word[1];
+            second[lane + half] = word[2 + half];
+            third[lane + half] = word[3 + half];
+            tested_second[lane + half] = word[2];
+            tested_third[lane + half] = word[3];
         }
     }
     if (other_count != 0 || !append_facing<true>(indices, walk, batch)) {
@@ -183,7 +175,7 @@ HWY_INLINE bool collect_triangles(PolygonWalk &walk, TriangleBatch &batch) {
             take_polygon(walk, batch);
         } else if (!take_triangles(walk, batch) && !take_quads(walk, batch)) {
             // One unfit polygon spoils a whole vector, so that many of them cost one try in a vector.
-            walk.singly_until = walk.at + 5 * lanes;
+            walk.singly_until = walk.at + triangle_words * lanes;
         }
     }
     return batch.count != 0;
@@ -192,5 +184,7 @@ HWY_INLINE bool collect_triangles(PolygonWalk &walk, TriangleBatch &batch) {
 } // namespace HWY_NAMESPACE
 } // namespace fast
 HWY_AFTER_NAMESPACE();
+
+#endif
 
 #endif
