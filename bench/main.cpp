@@ -2,6 +2,7 @@
 // Measures frames, stages and loading, and other rasterisers on the same frames, in one process.
 #include "peers/peer.h"
 #include "scene.h"
+#include "span_lengths.h"
 #include "table.h"
 
 #include "display/frame_buffers.h"
@@ -22,6 +23,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <limits>
+#include <malloc.h>
+#include <map>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -67,18 +72,6 @@ void turn() {
     }
 }
 
-/// Rows that the visible triangles touch.
-double triangle_rows() {
-    double rows = 0.0;
-    for_each_visible_triangle(
-        [](const Vec3 &, const Vec3 &, const Vec3 &) {},
-        [&rows](std::uint16_t a, std::uint16_t b, std::uint16_t c) {
-            const auto [low, high] = std::minmax({lwopoints3[a].y, lwopoints3[b].y, lwopoints3[c].y});
-            rows += static_cast<int>(high) - static_cast<int>(low) + 1;
-        });
-    return rows;
-}
-
 void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, int mode, bool is_fast) {
     use_scene(mesh, size);
     viewer.obj_style = mode;
@@ -94,7 +87,15 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
     state.counters["pixels"] =
         static_cast<double>(frame_pixels()) -
         static_cast<double>(std::count(chunkybuf1.get(), chunkybuf1.get() + frame_pixels(), 0));
-    state.counters["rows"] = triangle_rows();
+    // Modes that draw triangles have the same spans, and counting them takes long.
+    static std::map<std::pair<std::size_t, std::size_t>, double> span_lengths;
+    if (triangles_drawn > 0) {
+        const auto [known, is_new] = span_lengths.try_emplace({mesh, size});
+        if (is_new) {
+            known->second = mean_span_length();
+        }
+        state.counters["span"] = known->second;
+    }
 }
 
 /// A peer's frame takes the viewer's own points, normals and marks of the colours; it clears, lights and
@@ -165,6 +166,32 @@ struct Stage {
     std::function<void()> run;
 };
 
+/// As many faces as the sphere has that the stages are measured on, of no particular shape.
+struct FaceArrays {
+    static constexpr std::size_t faces = 20480;
+    /// What a vector of faces may reach beyond the last.
+    static constexpr std::size_t padding = 16;
+    std::array<std::vector<float>, 9> values;
+
+    FaceArrays() {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            for (std::size_t face = 0; face < faces + padding; ++face) {
+                values[i].push_back(static_cast<float>(face * (i + 3) % 257));
+            }
+        }
+    }
+
+    FaceCorners corners() const {
+        FaceCorners corners;
+        for (std::size_t c = 0; c < 3; ++c) {
+            corners.x[c] = values[3 * c].data();
+            corners.y[c] = values[3 * c + 1].data();
+            corners.depth[c] = values[3 * c + 2].data();
+        }
+        return corners;
+    }
+};
+
 std::vector<Stage> all_stages() {
     const auto clear = [](int style) {
         return [style] {
@@ -187,6 +214,21 @@ std::vector<Stage> all_stages() {
         {"z clear", clear_zbuffer},
         {"transform", transform_and_project},
         {"normals", static_cast<void (*)()>(rotate_normals)},
+        {"light of points",
+         [] {
+             static const std::vector<std::uint32_t> points = [] {
+                 std::vector<std::uint32_t> all(static_cast<std::size_t>(point_count()));
+                 std::iota(all.begin(), all.end(), 0U);
+                 return all;
+             }();
+             vertex_lights(points.data(), points.size());
+         }},
+        {"light of faces",
+         [] {
+             static const FaceArrays faces;
+             static std::vector<float> colours(FaceArrays::faces + FaceArrays::padding);
+             face_lights(faces.corners(), FaceArrays::faces, colours.data());
+         }},
         {"face loop envmap", loop(static_cast<void (*)()>(face_loop_envmap))},
         {"face loop texture", loop([] { face_loop_texturemap(face_light, face_lights); })},
         {"face loop flat", loop([] { face_loop_lightsourced(face_light, face_lights); })},
@@ -227,6 +269,17 @@ void add_stages(std::size_t mesh) {
             for (auto _ : state) {
                 host::write_pixels(context, 0, 0, static_cast<ULONG>(frame_width - 1),
                                    static_cast<ULONG>(frame_height - 1), chunkybuf2.get(), frame_width);
+                benchmark::ClobberMemory();
+            }
+        });
+        add(at + "palette expansion", 100, [mesh, size](benchmark::State &state) {
+            use_scene(mesh, size);
+            BitMap bitmap(frame_width, frame_height);
+            std::copy_n(chunkybuf2.get(), frame_pixels(), bitmap.pixels.begin());
+            const host::Palette palette{};
+            std::vector<std::uint32_t> pixels(frame_pixels());
+            for (auto _ : state) {
+                host::expand_palette(bitmap, palette, pixels.data(), frame_width * 4);
                 benchmark::ClobberMemory();
             }
         });
@@ -271,44 +324,72 @@ private:
     std::string path_;
 };
 
+/// Gives all memory that is not in use back to the system, the object's arrays among it, so that what is
+/// allocated next comes from fresh pages, as for the one object that a run of the viewer loads.
+void give_memory_back() {
+    point_chunk.reset();
+    polygon_chunk.reset();
+    lwopoints2.reset();
+    lwopoints3.reset();
+    lwonormals2.reset();
+    lwonormals3.reset();
+    lwofis.reset();
+    malloc_trim(0);
+}
+
+void read_and_copy(const ObjectFile &object) {
+    std::FILE *file = std::fopen(object.path().c_str(), "rb");
+    void *read = std::malloc(object.size());
+    void *copy = std::malloc(object.size());
+    if (file == nullptr || std::fread(read, 1, object.size(), file) != object.size()) {
+        std::exit(1);
+    }
+    std::memcpy(copy, read, object.size());
+    benchmark::DoNotOptimize(copy);
+    benchmark::ClobberMemory();
+    std::free(copy);
+    std::free(read);
+    std::fclose(file);
+}
+
 void add_loading(const ObjectFile &object) {
-    const auto forget_scene = [] { current_mesh = SIZE_MAX; };
-    add("load/read and copy", 20, [&object](benchmark::State &state) {
-        for (auto _ : state) {
-            std::FILE *file = std::fopen(object.path().c_str(), "rb");
-            void *read = std::malloc(object.size());
-            void *copy = std::malloc(object.size());
-            if (file == nullptr || std::fread(read, 1, object.size(), file) != object.size()) {
-                std::exit(1);
+    const auto read = [&object] { read_object_file(object.path()); };
+    const auto read_and_prepare = [read] {
+        read();
+        prepare_object();
+    };
+    const auto copy = [&object] { read_and_copy(object); };
+    for (const auto &[step, run] : std::array<std::pair<std::string, std::function<void()>>, 2>{
+             {{"read and copy", copy}, {"read and prepare", read_and_prepare}}}) {
+        add("load/fresh/" + step, 20, [run = run](benchmark::State &state) {
+            current_mesh = SIZE_MAX;
+            for (auto _ : state) {
+                state.PauseTiming();
+                give_memory_back();
+                state.ResumeTiming();
+                run();
             }
-            std::memcpy(copy, read, object.size());
-            benchmark::DoNotOptimize(copy);
-            benchmark::ClobberMemory();
-            std::free(copy);
-            std::free(read);
-            std::fclose(file);
-        }
-    });
-    add("load/read and prepare", 20, [&object, forget_scene](benchmark::State &state) {
-        for (auto _ : state) {
-            read_object_file(object.path());
-            prepare_object();
-        }
-        forget_scene();
-    });
-    add("load/read", 20, [&object, forget_scene](benchmark::State &state) {
-        for (auto _ : state) {
-            read_object_file(object.path());
-        }
-        forget_scene();
-    });
-    add("load/prepare", 20, [&object, forget_scene](benchmark::State &state) {
-        read_object_file(object.path());
-        for (auto _ : state) {
-            prepare_object();
-        }
-        forget_scene();
-    });
+        });
+    }
+    for (const auto &[step, run] :
+         std::array<std::pair<std::string, std::function<void()>>, 4>{{{"read and copy", copy},
+                                                                       {"read and prepare", read_and_prepare},
+                                                                       {"read", read},
+                                                                       {"prepare", prepare_object}}}) {
+        add("load/kept/" + step, 20, [read, run = run](benchmark::State &state) {
+            current_mesh = SIZE_MAX;
+            read();
+            for (auto _ : state) {
+                run();
+            }
+        });
+    }
+}
+
+/// Makes the heap keep what is freed until it is told to give it back.
+void keep_freed_memory() {
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
 /// Takes "--steps=N" out of the arguments.
@@ -326,6 +407,7 @@ void take_steps(int &argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
+    keep_freed_memory();
     take_steps(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {

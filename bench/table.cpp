@@ -53,7 +53,7 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
         "drawn triangle and a covered pixel,\nand what the plain forms and the peers take as a "
         "multiple of the viewer's time\n\n");
     std::printf(
-        "| object | size | mode | triangles | pixels | pixels/row | us | ns/triangle | ns/pixel | plain |");
+        "| object | size | mode | triangles | pixels | pixels/span | us | ns/triangle | ns/pixel | plain |");
     const std::array<const Peer *, 3> peers{&allegro_peer, &sdl_peer, &osmesa_peer};
     for (const Peer *peer : peers) {
         std::printf(" %s |", peer->name);
@@ -70,10 +70,10 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
                 const double us = own->median();
                 const double triangles = own->counters.at("triangles");
                 const double pixels = own->counters.at("pixels");
-                const double rows = own->counters.at("rows");
                 std::printf("| %s | %s | %s | %.0f | %.0f |", mesh.c_str(), size.c_str(), mode_names[mode],
                             triangles, pixels);
-                std::printf(triangles > 0 ? " %.1f |" : " - |", pixels / rows);
+                std::printf(triangles > 0 ? " %.1f |" : " - |",
+                            triangles > 0 ? own->counters.at("span") : 0.0);
                 std::printf(" %.1f |", us);
                 std::printf(triangles > 0 ? " %.1f |" : " - |", 1000.0 * us / triangles);
                 std::printf(" %.2f |", 1000.0 * us / pixels);
@@ -97,13 +97,15 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
 }
 
 void print_stages(const Collector &collector, const std::vector<std::string> &sizes) {
-    constexpr std::array<const char *, 17> stages{"clear",
+    constexpr std::array<const char *, 20> stages{"clear",
                                                   "fade",
                                                   "blur",
                                                   "rising blur",
                                                   "z clear",
                                                   "transform",
                                                   "normals",
+                                                  "light of points",
+                                                  "light of faces",
                                                   "face loop envmap",
                                                   "face loop texture",
                                                   "face loop flat",
@@ -112,6 +114,7 @@ void print_stages(const Collector &collector, const std::vector<std::string> &si
                                                   "dots overlay",
                                                   "dots effect",
                                                   "presentation",
+                                                  "palette expansion",
                                                   "memset frame",
                                                   "memcpy frame"};
     std::printf(
@@ -135,17 +138,24 @@ void print_stages(const Collector &collector, const std::vector<std::string> &si
 }
 
 void print_loading(const Collector &collector) {
-    const Measurement *copy = collector.find("load/read and copy");
-    if (copy == nullptr) {
+    if (collector.find("load/fresh/read and copy") == nullptr) {
         return;
     }
-    std::printf(
-        "\nThe largest sphere: median microseconds, and as a multiple of reading its file and copying it "
-        "once\n\n| step | us | multiple |\n|---|--:|--:|\n");
+    std::printf("\nThe largest sphere: median microseconds, and as a multiple of reading its file and "
+                "copying it once, "
+                "in fresh pages of the\nsystem and in memory that the heap has kept\n\n"
+                "| step | fresh | multiple | kept | multiple |\n|---|--:|--:|--:|--:|\n");
     for (const char *step : {"read and copy", "read and prepare", "read", "prepare"}) {
-        const Measurement *own = collector.find(std::string("load/") + step);
-        if (own != nullptr) {
-            std::printf("| %s | %.0f | %.2f |\n", step, own->median(), own->median() / copy->median());
+        std::printf("| %s |", step);
+        for (const std::string memory : {"load/fresh/", "load/kept/"}) {
+            const Measurement *copy = collector.find(memory + "read and copy");
+            const Measurement *own = collector.find(memory + step);
+            if (copy == nullptr || own == nullptr) {
+                std::printf(" - | - |");
+            } else {
+                std::printf(" %.0f | %.2f |", own->median(), own->median() / copy->median());
+            }
         }
+        std::printf("\n");
     }
 }

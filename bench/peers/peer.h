@@ -34,8 +34,9 @@ extern const Peer osmesa_peer;
 /// its triangles. All peers are given their triangles by this walk.
 template <typename Begin, typename Triangle>
 void for_each_visible_triangle(Begin begin, Triangle triangle) {
-    for_each_polygon([&](std::size_t vertices, std::span<const std::uint16_t> points, bool is_usable) {
-        if (!is_usable) {
+    for_each_polygon([&](const Polygon &polygon) {
+        const auto &points = polygon.indices;
+        if (!polygon.is_usable) {
             return;
         }
         const Vec3 &p = lwopoints3[points[0]];
@@ -45,7 +46,7 @@ void for_each_visible_triangle(Begin begin, Triangle triangle) {
             return;
         }
         begin(p, q, r);
-        for (std::size_t k = 2; k < vertices; ++k) {
+        for (std::size_t k = 2; k < polygon.vertices; ++k) {
             triangle(points[0], points[k - 1], points[k]);
         }
     });
