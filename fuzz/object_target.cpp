@@ -8,12 +8,14 @@
 #include "pipeline/preparation.h"
 #include "platform/dos.h"
 #include "raster/dots.h"
+#include "raster/drawing_path.h"
 #include "raster/texture_map.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -54,13 +56,35 @@ void load_object() {
     prepare_object();
 }
 
+/// What a frame left behind: its pixels, its depths and both counters, the first two as hashes.
+struct FrameTrace {
+    std::size_t pixels;
+    std::size_t depths;
+    std::int32_t faces;
+    std::int32_t triangles;
+
+    bool operator==(const FrameTrace &) const = default;
+};
+
+std::vector<FrameTrace> frames_drawn;
+
+void draw_frame(int mode, int style) {
+    fuzz::draw(mode, style);
+    const auto hash_of = [](const auto &array) {
+        return std::hash<std::string_view>{}(
+            {reinterpret_cast<const char *>(array.get()), frame_pixels() * sizeof array[0]});
+    };
+    // The buffers have been exchanged.
+    frames_drawn.push_back({hash_of(chunkybuf2), hash_of(zbuf), faces_seen, triangles_drawn});
+}
+
 /// Every mode in every clear style. All polygons are drawn in every other style, so that culling hides none.
 void draw_all(FrameSize size) {
     fuzz::open_frame(size.width, size.height);
     for (int style = 0; style < clear_styles; ++style) {
         viewer.doubleside = style % 2;
         for (int mode = 0; mode < modes; ++mode) {
-            fuzz::draw(mode, style);
+            draw_frame(mode, style);
         }
     }
 }
@@ -75,7 +99,25 @@ void draw_some(std::uint32_t choice) {
         return static_cast<int>(chosen);
     };
     const int mode = 1 + choose(modes - 1);
-    fuzz::draw(mode, choose(clear_styles));
+    draw_frame(mode, choose(clear_styles));
+}
+
+/// The whole way of an object from its file to its frames, which stay in `frames_drawn`.
+int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
+    draws_fast = is_fast;
+    frames_drawn.clear();
+    const fuzz::Ending ending = fuzz::run([choice, draws_all] {
+        load_object();
+        viewer.rotate = 2.5;
+        viewer.tilt_x = 30;
+        if (draws_all) {
+            draw_all(small_size);
+            draw_all(default_size);
+        } else {
+            draw_some(choice);
+        }
+    });
+    return ending.exit_code;
 }
 
 } // namespace
@@ -86,20 +128,19 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    constexpr std::uint32_t one_in = 512;
+    constexpr std::uint32_t all_frames_one_in = 512;
+    constexpr std::uint32_t plain_one_in = 4;
     const std::uint32_t choice = hash(data, size);
     fuzz::files = {{object_name, std::string(data, data + size)}};
-    const fuzz::Ending ending = fuzz::run([choice] {
-        load_object();
-        viewer.rotate = 2.5;
-        viewer.tilt_x = 30;
-        if (is_thorough || choice % one_in == 0) {
-            draw_all(small_size);
-            draw_all(default_size);
-        } else {
-            draw_some(choice);
-        }
-    });
-    fuzz::require(ending.exit_code == 0 || ending.exit_code == 20, "the object is drawn or refused");
+    const bool draws_all = is_thorough || choice % all_frames_one_in == 0;
+    const int exit_code = draw_object(choice, draws_all, true);
+    fuzz::require(exit_code == 0 || exit_code == 20, "the object is drawn or refused");
+    // Some bits of the choice choose the mode and the style; these must not be among them.
+    if (is_thorough || (choice >> 24) % plain_one_in == 0) {
+        const std::vector<FrameTrace> fast_frames = frames_drawn;
+        const int plain_exit_code = draw_object(choice, draws_all, false);
+        fuzz::require(plain_exit_code == exit_code, "both forms of the stages draw or refuse the object");
+        fuzz::require(frames_drawn == fast_frames, "both forms of the stages draw the same frames");
+    }
     return 0;
 }
