@@ -141,7 +141,9 @@ class Display:
         self.manager = None
         if manager:
             self.manager = subprocess.Popen(
-                ["openbox", "--sm-disable"],
+                # A window that comes before the manager is done with its start may never be mapped. It runs this
+                # command when it is.
+                ["openbox", "--sm-disable", "--startup", "xprop -root -f MANAGED 8s -set MANAGED yes"],
                 env=self.environment,
                 stdout=subprocess.DEVNULL,
                 stderr=subprocess.DEVNULL,
@@ -154,9 +156,9 @@ class Display:
 
     def _is_managed(self):
         answer = subprocess.run(
-            ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment, capture_output=True, text=True
+            ["xprop", "-root", "MANAGED"], env=self.environment, capture_output=True, text=True
         )
-        return "window id" in answer.stdout
+        return "yes" in answer.stdout
 
     def close(self):
         for process in (self.manager, self.server):
