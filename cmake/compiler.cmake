@@ -21,6 +21,10 @@ if(ZELVO_SANITIZE)
         add_compile_options(-Wno-maybe-uninitialized)
     endif()
     add_link_options(${sanitizers})
+    if(NOT ZELVO_FUZZ)
+        # Tests wait longer for the compiler than for themselves; a report's lines are all that is asked of a debugger.
+        add_compile_options(-O1 -g1)
+    endif()
 endif()
 if(ZELVO_FUZZ)
     # Every file counts what it executes. Comparisons are not traced: the mutators know what the files look like, and in
