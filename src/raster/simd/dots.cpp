@@ -20,6 +20,7 @@
 #include "hwy/highway.h"
 
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/packing-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -140,9 +141,9 @@ HWY_INLINE void place_dots(const float *x, const float *y, const float *radius, 
         hn::Add(hn::Mul(as_fixed(rows.first), hn::Set(words, static_cast<std::uint32_t>(frame_width))),
                 as_fixed(columns.first));
     const std::size_t end = batch.count;
-    const auto put = [is_drawn, end](auto tag, auto value, auto &array) HWY_ATTR {
-        hn::StoreU(hn::Compress(value, hn::RebindMask(tag, is_drawn)), tag, &array[end]);
-    };
+    const Packing pack(is_drawn);
+    const auto put = [&pack, end](auto lanes, auto value, auto &array)
+                         HWY_ATTR { pack(lanes, value, &array[end]); };
     put(words, offset, batch.offset);
     put(ints, columns.count, batch.columns);
     put(ints, rows.count, batch.rows);

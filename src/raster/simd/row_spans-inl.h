@@ -10,6 +10,7 @@
 
 #include "display/frame_buffers.h"
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/packing-inl.h"
 #include "raster/simd/triangle_batch.h"
 
 #include <algorithm>
@@ -74,9 +75,9 @@ HWY_INLINE void append_spans(const TriangleBatch &batch, const BatchEdges &edges
         hn::Add(hn::Mul(as_fixed(frame_row), hn::Set(words, static_cast<std::uint32_t>(frame_width))),
                 as_fixed(first));
     const std::size_t end = spans.count;
-    const auto put = [is_drawn, end](auto lanes, auto value, auto &array) HWY_ATTR {
-        hn::StoreU(hn::Compress(value, hn::RebindMask(lanes, is_drawn)), lanes, &array[end]);
-    };
+    const Packing pack(is_drawn);
+    const auto put = [&pack, end](auto lanes, auto value, auto &array)
+                         HWY_ATTR { pack(lanes, value, &array[end]); };
     put(words, offset, spans.offset);
     put(ints, length, spans.length);
 

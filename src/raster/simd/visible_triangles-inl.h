@@ -11,6 +11,7 @@
 #include "object/model.h"
 #include "raster/polygon_list.h"
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/packing-inl.h"
 #include "raster/simd/point_records-inl.h"
 #include "raster/simd/triangle_batch.h"
 
@@ -36,12 +37,6 @@ HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const Corners &p, const FaceSides 
     const auto all = hn::Eq(hn::Zero(floats), hn::Zero(floats));
     const auto none = hn::Not(all);
     return hn::Or(sides.draws_front ? front : none, sides.draws_back ? hn::Not(front) : none);
-}
-
-/// Appends the lanes of `value` that `drawn` selects.
-template <class D, class M, typename T>
-HWY_INLINE void append(D lanes, hn::Vec<D> value, M drawn, T *end) {
-    hn::StoreU(hn::Compress(value, hn::RebindMask(lanes, drawn)), lanes, end);
 }
 
 /// A point index for each lane.
@@ -90,21 +85,22 @@ HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk 
     }
 
     const std::size_t end = batch.count;
+    const Packing append(hn::RebindMask(IntLanes(), drawn));
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        append(words, hn::Load(words, indices.corner[corner].data()), drawn, &batch.point[corner][end]);
-        append(floats, corners[corner].x, drawn, &batch.x[corner][end]);
-        append(floats, corners[corner].y, drawn, &batch.y[corner][end]);
-        append(floats, corners[corner].z, drawn, &batch.quantity[0][corner][end]);
+        append(words, hn::Load(words, indices.corner[corner].data()), &batch.point[corner][end]);
+        append(floats, corners[corner].x, &batch.x[corner][end]);
+        append(floats, corners[corner].y, &batch.y[corner][end]);
+        append(floats, corners[corner].z, &batch.quantity[0][corner][end]);
         if (batch.keeps_lit_corners) {
-            append(floats, tested[corner].x, drawn, &batch.lit_x[corner][end]);
-            append(floats, tested[corner].y, drawn, &batch.lit_y[corner][end]);
-            append(floats, tested[corner].z, drawn, &batch.lit_depth[corner][end]);
+            append(floats, tested[corner].x, &batch.lit_x[corner][end]);
+            append(floats, tested[corner].y, &batch.lit_y[corner][end]);
+            append(floats, tested[corner].z, &batch.lit_depth[corner][end]);
         }
     }
     if (batch.keeps_lit_corners) {
         const auto all = hn::Set(words, 1);
         const auto even = hn::AndNot(hn::Iota(words, 0), all);
-        append(words, is_quad ? even : all, drawn, &batch.begins_polygon[end]);
+        append(words, is_quad ? even : all, &batch.begins_polygon[end]);
     }
     batch.count += count;
     return true;
