@@ -16,9 +16,11 @@
 #include "raster/dots.h"
 #include "raster/drawing_path.h"
 #include "raster/face_loops.h"
+#include "simd/instruction_sets.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -392,23 +394,43 @@ void keep_freed_memory() {
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
-/// Takes "--steps=N" out of the arguments.
-void take_steps(int &argc, char **argv) {
+/// Makes the fast forms use this instruction set; false if it is not one of those that can be had here.
+bool choose_instruction_set(const std::string &name) {
+    for (const std::int64_t set : instruction_sets()) {
+        if (instruction_set_name(set) == name) {
+            use_instruction_set(set);
+            return true;
+        }
+    }
+    std::fprintf(stderr, "zelvo-bench: no instruction set %s here\n", name.c_str());
+    return false;
+}
+
+/// Takes "--steps=N" and "--instruction-set=NAME" out of the arguments; false if a name is unknown.
+bool take_options(int &argc, char **argv) {
+    const std::string set_option = "--instruction-set=";
     int kept = 1;
+    bool is_known = true;
     for (int i = 1; i < argc; ++i) {
-        if (std::sscanf(argv[i], "--steps=%d", &measured_steps) != 1) {
+        const std::string word = argv[i];
+        if (word.starts_with(set_option)) {
+            is_known = choose_instruction_set(word.substr(set_option.size())) && is_known;
+        } else if (std::sscanf(argv[i], "--steps=%d", &measured_steps) != 1) {
             argv[kept++] = argv[i];
         }
     }
     argc = kept;
     measured_steps = std::clamp(measured_steps, 1, steps_per_turn);
+    return is_known;
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
     keep_freed_memory();
-    take_steps(argc, argv);
+    if (!take_options(argc, argv)) {
+        return 1;
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
