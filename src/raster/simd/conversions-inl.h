@@ -31,13 +31,36 @@ using Words = hn::Vec<WordLanes>;
 
 static_assert(HWY_MAX_BYTES <= vector_bytes);
 
-/// Truncates toward zero and saturates; not-a-number, which a vector conversion may take either way by its
-/// sign, gives the smallest integer as everywhere.
+#if HWY_ARCH_X86 && HWY_TARGET < HWY_EMU128
+
+/// The processor's own truncation toward zero, which gives the smallest integer for whatever an integer
+/// cannot hold, not-a-number among it.
+HWY_INLINE Ints processor_truncation(Floats value) {
+#if HWY_TARGET <= HWY_AVX3
+    return Ints{_mm512_cvttps_epi32(value.raw)};
+#elif HWY_TARGET <= HWY_AVX2
+    return Ints{_mm256_cvttps_epi32(value.raw)};
+#else
+    return Ints{_mm_cvttps_epi32(value.raw)};
+#endif
+}
+
+#endif
+
+/// Truncates toward zero and saturates; not-a-number gives the smallest integer as everywhere.
 HWY_INLINE Ints to_int(Floats value) {
     const IntLanes ints;
+#if HWY_ARCH_X86 && HWY_TARGET < HWY_EMU128
+    // Highway's conversion saturates here as well, in twice as many steps.
+    const auto largest = hn::Set(ints, std::numeric_limits<std::int32_t>::max());
+    const auto is_too_large = hn::Ge(value, hn::Set(FloatLanes(), 2147483648.0F));
+    return hn::IfThenElse(hn::RebindMask(ints, is_too_large), largest, processor_truncation(value));
+#else
+    // A vector conversion may take not-a-number either way by its sign.
     const auto smallest = hn::Set(ints, std::numeric_limits<std::int32_t>::min());
     const auto is_nan = hn::RebindMask(ints, hn::IsNaN(value));
     return hn::IfThenElse(is_nan, smallest, hn::ConvertTo(ints, value));
+#endif
 }
 
 /// `value` in 16.16. A float's product with a power of two is exact, or too large for either conversion, so
