@@ -28,8 +28,9 @@ struct Polygon {
     std::size_t next(std::size_t at) const { return at + vertices + 2; }
 };
 
-/// Words of a triangle: its count, three indices and its surface.
+/// Words of a triangle and of a quad: the count, the indices and the surface.
 constexpr std::size_t triangle_words = 5;
+constexpr std::size_t quad_words = 6;
 
 /// The polygon whose count is the word `at` of the list; none if the list cuts it short, which is where every
 /// walk ends.

@@ -129,6 +129,27 @@ TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
     EXPECT_GT(drawn, triangles / 4);
 }
 
+TEST(FastFaceLoops, DrawNothingOfAnObjectWithoutPoints) {
+    Random random(11);
+    open_noisy_frame({320, 256}, random);
+    make_random_object(Shapes::any, 300, random);
+    point_chunk_bytes = 0;
+    viewer = ViewerState{};
+    viewer.doubleside = 1;
+    const FrameContents empty = frame_contents();
+    for (const LoopPair &pair : loop_pairs()) {
+        const LoopResult expected = run_loop(pair.plain);
+        EXPECT_GT(expected.faces, 0);
+        EXPECT_EQ(expected.triangles, 0) << pair.name;
+        EXPECT_TRUE(expected.frame == empty) << pair.name;
+        for (const std::int64_t set : instruction_sets()) {
+            use_instruction_set(set);
+            EXPECT_TRUE(run_loop(pair.fast) == expected) << pair.name << " on " << instruction_set_name(set);
+        }
+    }
+    use_instruction_set(0);
+}
+
 TEST(FastFaceLoops, CallASingleLightInTheOrderOfThePlainOnes) {
     static std::vector<float> lit;
     Random random(7);

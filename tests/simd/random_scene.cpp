@@ -107,15 +107,19 @@ float random_record(Shapes shapes, Random &random) {
                                                        : random.between(-128.0F, 128.0F);
 }
 
-/// Appends one polygon of `vertices` points near each other in the list, and returns its triangles.
+/// Appends one polygon of `vertices` points near each other in the list, and returns its triangles. Now and
+/// then one of its indices is not one of a point.
 int add_polygon(std::vector<std::uint16_t> &words, int vertices, int points, Random &random) {
     words.push_back(static_cast<std::uint16_t>(vertices));
     const int first = random.below(points);
-    const bool names_no_point = random.once_in(200);
-    for (int i = 0; i < std::max(vertices, 3) + 1; ++i) {
+    const int used = std::max(vertices, 3);
+    const int stranger = random.once_in(200) ? random.below(used) : used;
+    for (int i = 0; i < used; ++i) {
         const int near = (first + random.below(4)) % points;
-        words.push_back(static_cast<std::uint16_t>(names_no_point ? points + i : near));
+        words.push_back(static_cast<std::uint16_t>(i == stranger ? points + random.below(3) : near));
     }
+    const bool names_no_point = stranger < used;
+    words.push_back(static_cast<std::uint16_t>(random.once_in(2) ? first : random.below(0x10000)));
     if (vertices < 3) {
         // The next polygon begins at this one's words; what they say is as good a count as any.
         words.resize(words.size() - static_cast<std::size_t>(3 - vertices));

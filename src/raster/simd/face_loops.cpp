@@ -141,7 +141,8 @@ HWY_INLINE void copy_map_coordinates(TriangleBatch &batch, const Vec3 *records) 
     const FloatLanes floats;
     for (std::size_t at = 0; at < batch.count; at += hn::Lanes(floats)) {
         for (std::size_t corner = 0; corner < 3; ++corner) {
-            const Points p = load_points(records, &batch.point[corner][at]);
+            const std::uint32_t *points = &batch.point[corner][at];
+            const Points p = load_points(records, [points](std::size_t lane) { return points[lane]; });
             hn::Store(p.x, floats, &batch.quantity[1][corner][at]);
             hn::Store(p.y, floats, &batch.quantity[2][corner][at]);
         }
@@ -203,6 +204,7 @@ HWY_INLINE void draw_mapped(const Vec3 *records, FaceLight face_light) {
                                       if (face_light != nullptr) {
                                           light_faces_singly(batch, face_light);
                                       }
+                                      number_corners(batch);
                                       copy_map_coordinates(batch, records);
                                   });
 }
@@ -225,6 +227,7 @@ void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
 
 void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
     draw_polygons<Filler::gouraud>(false, [vertex_light, vertex_lights](TriangleBatch &batch) HWY_ATTR {
+        number_corners(batch);
         light_points(batch, vertex_light, vertex_lights);
         gather_colours(batch);
     });

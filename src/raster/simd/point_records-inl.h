@@ -29,27 +29,28 @@ struct Points {
     Floats z;
 };
 
-/// The records of every fourth point, one in each block of four lanes. The last lane of a block is what
-/// follows the record in memory: every array of points has a record to spare.
-template <class D>
-HWY_INLINE hn::Vec<D> load_blocks(D lanes, const Vec3 *records, const std::uint32_t *points) {
+/// The records of every fourth point from that of lane `first` on, one in each block of four lanes. The last
+/// lane of a block is what follows the record in memory: every array of points has a record to spare.
+template <class D, typename PointOf>
+HWY_INLINE hn::Vec<D> load_blocks(D lanes, const Vec3 *records, PointOf point_of, std::size_t first) {
     if constexpr (hn::MaxLanes(D()) == 4) {
-        return hn::LoadU(lanes, &records[points[0]].x);
+        return hn::LoadU(lanes, &records[point_of(first)].x);
     } else {
         const hn::Half<D> half;
-        return hn::Combine(lanes, load_blocks(half, records, points + hn::Lanes(half)),
-                           load_blocks(half, records, points));
+        return hn::Combine(lanes, load_blocks(half, records, point_of, first + hn::MaxLanes(half)),
+                           load_blocks(half, records, point_of, first));
     }
 }
 
-/// The points of these numbers, one for each lane, out of an array of records. A gather for each coordinate
+/// The points `point_of(lane)`, one for each lane, out of an array of records. A gather for each coordinate
 /// would read the same; whole records, read and transposed, are three times as fast.
-HWY_INLINE Points load_points(const Vec3 *records, const std::uint32_t *points) {
+template <typename PointOf>
+HWY_INLINE Points load_points(const Vec3 *records, PointOf point_of) {
     const FloatLanes floats;
     const hn::RepartitionToWide<WordLanes> pairs;
     std::array<Floats, 4> every_fourth;
     for (std::size_t i = 0; i < every_fourth.size(); ++i) {
-        every_fourth[i] = load_blocks(floats, records, points + i);
+        every_fourth[i] = load_blocks(floats, records, point_of, i);
     }
     const auto &[a, b, c, d] = every_fourth;
     const auto xy_ab = hn::BitCast(pairs, hn::InterleaveLower(floats, a, b));

@@ -20,7 +20,6 @@ bool is_drawn(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3, const FaceSides &s
 void put_corner(TriangleBatch &batch, std::size_t corner, std::uint16_t index, std::uint16_t lit_index) {
     const std::size_t at = batch.count;
     const Vec3 &point = lwopoints3[index];
-    batch.point[corner][at] = index;
     batch.x[corner][at] = point.x;
     batch.y[corner][at] = point.y;
     batch.quantity[0][corner][at] = point.z;
@@ -48,6 +47,21 @@ void open_fan(PolygonWalk &walk) {
     }
 }
 
+/// The words of polygons of this many points, each of them a point of the object.
+WordPattern word_pattern(std::size_t vertices, std::int32_t points) {
+    constexpr std::uint16_t any = 0xFFFF;
+    const auto last_point = static_cast<std::uint16_t>(std::min<std::int32_t>(points - 1, any));
+    WordPattern pattern;
+    for (std::size_t i = 0; i < WordPattern::words; ++i) {
+        const std::size_t word = i % (vertices + 2);
+        const bool is_count = word == 0;
+        const bool is_surface = word > vertices;
+        pattern.least[i] = is_count ? static_cast<std::uint16_t>(vertices) : 0;
+        pattern.spread[i] = is_count ? 0 : is_surface ? any : last_point;
+    }
+    return pattern;
+}
+
 } // namespace
 
 PolygonWalk start_polygon_walk() {
@@ -56,6 +70,8 @@ PolygonWalk start_polygon_walk() {
     walk.words = polygon_words();
     walk.points = point_count();
     walk.sides = {both || viewer.flip != 1, both || viewer.flip != 0};
+    walk.triangles = word_pattern(3, walk.points);
+    walk.quads = word_pattern(4, walk.points);
     return walk;
 }
 
@@ -67,16 +83,29 @@ void take_polygon(PolygonWalk &walk, TriangleBatch &batch) {
         }
     }
     const auto &fan = walk.fan;
+    const auto fan_at = static_cast<std::size_t>(fan.data() - walk.words.data());
     while (walk.next_of_fan < fan.size() && batch.count < TriangleBatch::capacity) {
         const std::size_t k = walk.next_of_fan++;
         put_corner(batch, 0, fan[0], fan[0]);
         put_corner(batch, 1, fan[k - 1], fan[1]);
         put_corner(batch, 2, fan[k], fan[2]);
+        batch.first_corner[batch.count] = static_cast<std::uint32_t>(fan_at);
+        batch.second_corner[batch.count] = static_cast<std::uint32_t>(fan_at + k - 1);
         batch.begins_polygon[batch.count] = k == 2 ? 1 : 0;
         ++batch.count;
     }
     if (walk.next_of_fan == fan.size()) {
         walk.next_of_fan = 0;
+    }
+}
+
+void number_corners(TriangleBatch &batch) {
+    const std::span<const std::uint16_t> words = polygon_words();
+    for (std::size_t i = 0; i < batch.count; ++i) {
+        const std::size_t second = batch.second_corner[i];
+        batch.point[0][i] = words[batch.first_corner[i]];
+        batch.point[1][i] = words[second];
+        batch.point[2][i] = words[second + 1];
     }
 }
 

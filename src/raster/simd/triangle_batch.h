@@ -6,6 +6,7 @@
 #include "display/frame_buffers.h"
 #include "object/model.h"
 #include "raster/face_loops.h"
+#include "raster/polygon_list.h"
 
 #include <array>
 #include <cstddef>
@@ -36,7 +37,10 @@ struct TriangleBatch {
     static constexpr std::size_t capacity = batch_triangles;
 
     std::size_t count = 0;
-    /// Point indices of the corners.
+    /// Which words of the polygon list name the first and the second corner. The third follows the second.
+    BatchArray<std::uint32_t> first_corner;
+    BatchArray<std::uint32_t> second_corner;
+    /// Point indices of the corners, once `number_corners` has read them.
     std::array<BatchArray<std::uint32_t>, 3> point;
     /// The corners on the screen.
     CornerArrays x;
@@ -66,12 +70,25 @@ struct FaceSides {
     bool draws_back;
 };
 
+/// What the words of polygons of equally many points may be, from a polygon's count on: word i is right if it
+/// is `least[i]` or up to `spread[i]` more.
+struct WordPattern {
+    /// The words of as many triangles as the widest vector takes; quads need fewer.
+    static constexpr std::size_t words = triangle_words * vector_lanes;
+
+    alignas(vector_bytes) std::array<std::uint16_t, words> least;
+    alignas(vector_bytes) std::array<std::uint16_t, words> spread;
+};
+
 /// A walk over the polygon list that stops whenever a batch is full.
 struct PolygonWalk {
     std::span<const std::uint16_t> words;
     /// Points of the object.
     std::int32_t points;
     FaceSides sides;
+    /// Triangles and quads of points of the object, which needs one point at least.
+    WordPattern triangles;
+    WordPattern quads;
 
     /// The next polygon's word.
     std::size_t at = 0;
@@ -94,6 +111,9 @@ PolygonWalk start_polygon_walk();
 /// Takes one polygon of any number of points, or goes on with the one that the last batch had no room for.
 /// The batch has room for one triangle at least.
 void take_polygon(PolygonWalk &walk, TriangleBatch &batch);
+
+/// Reads the point indices of the batch's corners from the polygon list.
+void number_corners(TriangleBatch &batch);
 
 /// Lights the polygons that begin in the batch one at a time, and gives every triangle its polygon's light.
 void light_faces_singly(TriangleBatch &batch, FaceLight face_light);

@@ -39,55 +39,101 @@ HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const Corners &p, const FaceSides 
     return hn::Or(sides.draws_front ? front : none, sides.draws_back ? hn::Not(front) : none);
 }
 
-/// A point index for each lane.
-struct alignas(vector_bytes) LaneIndices : std::array<std::uint32_t, vector_lanes> {};
+/// How polygons of one kind fill a vector: a triangle in each lane, or the two triangles of a quad in two
+/// lanes.
+enum class Kind { triangles, quads };
 
-/// The point indices of the next vector of triangles as the polygon list gives them: of their own corners,
-/// and where those are others, of the second and third of the polygon that they are cut from, which tell
-/// where it faces.
-struct TriangleIndices {
-    std::array<LaneIndices, 3> corner;
-    std::array<LaneIndices, 2> tested;
-};
-
-/// Whether all corners are points of the object; the tested points are corners of one triangle or another.
-HWY_INLINE bool are_usable(const std::array<LaneIndices, 3> &corners, const PolygonWalk &walk) {
-    const WordLanes words;
-    const auto second_or_third =
-        hn::Max(hn::Load(words, corners[1].data()), hn::Load(words, corners[2].data()));
-    const auto largest = hn::Max(hn::Load(words, corners[0].data()), second_or_third);
-    return hn::AllTrue(words, hn::Lt(largest, hn::Set(words, static_cast<std::uint32_t>(walk.points))));
+constexpr std::size_t words_each(Kind kind) {
+    return kind == Kind::triangles ? triangle_words : quad_words;
 }
 
-/// Puts those triangles of the vector that face the viewer behind the batch. False, with nothing done, if an
-/// index is not one of a point.
-template <bool is_quad>
-HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk &walk, TriangleBatch &batch) {
+constexpr std::size_t lanes_each(Kind kind) {
+    return kind == Kind::triangles ? 1 : 2;
+}
+
+/// The word that names a corner of a lane's polygon, counted from the count of the vector's first polygon.
+constexpr std::size_t polygon_corner(Kind kind, std::size_t lane, std::size_t corner) {
+    return lane / lanes_each(kind) * words_each(kind) + 1 + corner;
+}
+
+/// The word that names a corner of a lane's triangle: a quad's second one takes the last two corners.
+constexpr std::size_t triangle_corner(Kind kind, std::size_t lane, std::size_t corner) {
+    return polygon_corner(kind, lane, corner == 0 ? 0 : corner + lane % lanes_each(kind));
+}
+
+/// Whether the first `count` words, a vector at least, are what the pattern allows.
+template <std::size_t count>
+HWY_INLINE bool follow(const std::uint16_t *words, const WordPattern &pattern) {
+    const hn::Repartition<std::uint16_t, WordLanes> lanes;
+    constexpr std::size_t width = hn::MaxLanes(lanes);
+    static_assert(width <= count && count <= WordPattern::words);
+    auto excess = hn::Zero(lanes);
+    const auto look_at = [&](std::size_t at) HWY_ATTR {
+        // Below the least it wraps, and exceeds every spread but that of any word.
+        const auto above = hn::Sub(hn::LoadU(lanes, words + at), hn::LoadU(lanes, &pattern.least[at]));
+        excess = hn::Or(excess, hn::SaturatedSub(above, hn::LoadU(lanes, &pattern.spread[at])));
+    };
+    for (std::size_t at = 0; at + width <= count; at += width) {
+        look_at(at);
+    }
+    look_at(count - width);
+    return hn::AllTrue(lanes, hn::Eq(excess, hn::Zero(lanes)));
+}
+
+/// Where the list names the corners of each lane's triangle.
+struct CornerPlaces {
+    Words first;
+    Words second;
+    /// 1 in the lanes of a quad's second triangle.
+    Words is_second;
+};
+
+template <Kind kind>
+HWY_INLINE CornerPlaces corner_places(std::size_t at) {
+    const WordLanes words;
+    const Words lane = hn::Iota(words, 0);
+    const bool is_quad = kind == Kind::quads;
+    const Words polygon = is_quad ? hn::ShiftRight<1>(lane) : lane;
+    const Words is_second = is_quad ? hn::And(lane, hn::Set(words, 1)) : hn::Zero(words);
+    const auto each = hn::Set(words, static_cast<std::uint32_t>(words_each(kind)));
+    const auto next = hn::Set(words, static_cast<std::uint32_t>(at + 1));
+    const Words first = hn::Add(hn::Mul(polygon, each), next);
+    return {first, hn::Add(hn::Add(first, is_second), hn::Set(words, 1)), is_second};
+}
+
+/// Puts those triangles of the vector of polygons at the walk's word that face the viewer behind the batch.
+template <Kind kind>
+HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
     const FloatLanes floats;
     const WordLanes words;
-    if (!are_usable(indices.corner, walk)) {
-        return false;
-    }
     const Vec3 *records = lwopoints3.get();
+    const std::uint16_t *list = walk.words.data() + walk.at;
     Corners corners;
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        corners[corner] = load_points(records, indices.corner[corner].data());
+        corners[corner] = load_points(
+            records, [list, corner](std::size_t lane) { return list[triangle_corner(kind, lane, corner)]; });
     }
+    // A polygon is tested, and lit, by its first three corners.
     Corners tested = corners;
-    if (is_quad) {
-        tested[1] = load_points(records, indices.tested[0].data());
-        tested[2] = load_points(records, indices.tested[1].data());
+    if constexpr (kind == Kind::quads) {
+        for (const std::size_t corner : {1U, 2U}) {
+            tested[corner] = load_points(records, [list, corner](std::size_t lane) {
+                return list[polygon_corner(kind, lane, corner)];
+            });
+        }
     }
     const auto drawn = facing_viewer(tested, walk.sides);
     const std::size_t count = hn::CountTrue(floats, drawn);
     if (count == 0) {
-        return true;
+        return;
     }
 
     const std::size_t end = batch.count;
     const Packing append(hn::RebindMask(IntLanes(), drawn));
+    const CornerPlaces places = corner_places<kind>(walk.at);
+    append(words, places.first, &batch.first_corner[end]);
+    append(words, places.second, &batch.second_corner[end]);
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        append(words, hn::Load(words, indices.corner[corner].data()), &batch.point[corner][end]);
         append(floats, corners[corner].x, &batch.x[corner][end]);
         append(floats, corners[corner].y, &batch.y[corner][end]);
         append(floats, corners[corner].z, &batch.quantity[0][corner][end]);
@@ -98,67 +144,23 @@ HWY_INLINE bool append_facing(const TriangleIndices &indices, const PolygonWalk 
         }
     }
     if (batch.keeps_lit_corners) {
-        const auto all = hn::Set(words, 1);
-        const auto even = hn::AndNot(hn::Iota(words, 0), all);
-        append(words, is_quad ? even : all, &batch.begins_polygon[end]);
+        append(words, hn::Sub(hn::Set(words, 1), places.is_second), &batch.begins_polygon[end]);
     }
     batch.count += count;
-    return true;
 }
 
-/// Takes as many polygons as a vector has lanes if all of them are triangles of points of the object.
-HWY_INLINE bool take_triangles(PolygonWalk &walk, TriangleBatch &batch) {
-    constexpr std::size_t words_each = triangle_words;
-    const std::size_t lanes = hn::Lanes(FloatLanes());
-    if (walk.at + words_each * lanes > walk.words.size()) {
+/// Takes as many polygons as fill a vector if all of them are of this kind and of points of the object.
+template <Kind kind>
+HWY_INLINE bool take_vector(PolygonWalk &walk, const WordPattern &pattern, TriangleBatch &batch) {
+    constexpr std::size_t polygons = hn::MaxLanes(FloatLanes()) / lanes_each(kind);
+    constexpr std::size_t words = polygons * words_each(kind);
+    if (walk.points == 0 || walk.at + words > walk.words.size() ||
+        !follow<words>(walk.words.data() + walk.at, pattern)) {
         return false;
     }
-    TriangleIndices indices;
-    auto &[first, second, third] = indices.corner;
-    const std::uint16_t *word = walk.words.data() + walk.at;
-    std::uint32_t other_count = 0;
-    for (std::size_t lane = 0; lane < lanes; ++lane, word += words_each) {
-        other_count |= word[0] ^ 3U;
-        first[lane] = word[1];
-        second[lane] = word[2];
-        third[lane] = word[3];
-    }
-    if (other_count != 0 || !append_facing<false>(indices, walk, batch)) {
-        return false;
-    }
-    walk.at += words_each * lanes;
-    walk.polygons += static_cast<std::int32_t>(lanes);
-    return true;
-}
-
-/// Takes half as many polygons as a vector has lanes if all of them are quads of points of the object; two
-/// lanes hold the two triangles of each.
-HWY_INLINE bool take_quads(PolygonWalk &walk, TriangleBatch &batch) {
-    constexpr std::size_t words_each = 6;
-    const std::size_t quads = hn::Lanes(FloatLanes()) / 2;
-    if (walk.at + words_each * quads > walk.words.size()) {
-        return false;
-    }
-    TriangleIndices indices;
-    auto &[first, second, third] = indices.corner;
-    auto &[tested_second, tested_third] = indices.tested;
-    const std::uint16_t *word = walk.words.data() + walk.at;
-    std::uint32_t other_count = 0;
-    for (std::size_t lane = 0; lane < 2 * quads; lane += 2, word += words_each) {
-        other_count |= word[0] ^ 4U;
-        for (const std::size_t half : {std::size_t{0}, std::size_t{1}}) {
-            first[lane + half] = word[1];
-            second[lane + half] = word[2 + half];
-            third[lane + half] = word[3 + half];
-            tested_second[lane + half] = word[2];
-            tested_third[lane + half] = word[3];
-        }
-    }
-    if (other_count != 0 || !append_facing<true>(indices, walk, batch)) {
-        return false;
-    }
-    walk.at += words_each * quads;
-    walk.polygons += static_cast<std::int32_t>(quads);
+    append_facing<kind>(walk, batch);
+    walk.at += words;
+    walk.polygons += static_cast<std::int32_t>(polygons);
     return true;
 }
 
@@ -169,7 +171,8 @@ HWY_INLINE bool collect_triangles(PolygonWalk &walk, TriangleBatch &batch) {
     while (batch.count + lanes <= TriangleBatch::capacity && !walk.is_at_end()) {
         if (walk.fan_is_open() || walk.singly_until > walk.at) {
             take_polygon(walk, batch);
-        } else if (!take_triangles(walk, batch) && !take_quads(walk, batch)) {
+        } else if (!take_vector<Kind::triangles>(walk, walk.triangles, batch) &&
+                   !take_vector<Kind::quads>(walk, walk.quads, batch)) {
             // One unfit polygon spoils a whole vector, so that many of them cost one try in a vector.
             walk.singly_until = walk.at + triangle_words * lanes;
         }
