@@ -53,20 +53,14 @@ struct SpanDrawer {
         }
     }
 
-    /// Makes room for a vector of spans.
-    HWY_INLINE void make_room() {
-        if (spans.count + vector_lanes > SpanList::capacity) {
-            draw();
-        }
-    }
+    /// Whether there is no room for a vector of spans.
+    HWY_INLINE bool is_full() const { return spans.count + vector_lanes > SpanList::capacity; }
 };
 
-/// The rows of a group of triangles, one lane each, as triangle and row within it. A group of few rows is
-/// listed before any of it is drawn.
+/// The places of the rows of a group of triangles. A group of few rows is listed before any of it is drawn.
 struct RowList {
     static constexpr std::size_t capacity = 256;
-    alignas(vector_bytes) std::array<std::int32_t, capacity + vector_lanes> triangle;
-    alignas(vector_bytes) std::array<std::int32_t, capacity + vector_lanes> row;
+    alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_lanes> place;
 };
 
 /// Lists the rows of one vector of triangles of a batch and turns them into spans.
@@ -75,45 +69,59 @@ class RowLister {
 public:
     HWY_INLINE RowLister(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
                          RowList &list, SpanDrawer<filler> &drawer)
-        : batch_(batch), edges_(edges), group_(group), list_(list), drawer_(drawer) {}
+        : batch_(batch), edges_(edges), group_(group), list_(list), drawer_(drawer),
+          first_span_(drawer.spans.count) {}
 
     /// A triangle of few rows waits in the list, so that one vector takes the rows of several; one of many
     /// rows fills vectors of its own.
     HWY_INLINE void add(std::size_t triangle) {
-        const IntLanes ints;
-        const std::size_t lanes = hn::Lanes(ints);
+        const WordLanes words;
+        const ListLanes listed;
+        const std::size_t lanes = hn::Lanes(words);
         const auto rows = static_cast<std::size_t>(edges_.rows[group_ + triangle]);
-        const auto number = hn::Set(ints, static_cast<std::int32_t>(triangle));
-        const auto ascending = hn::Iota(ints, 0);
         if (rows <= lanes) {
-            hn::StoreU(number, ints, &list_.triangle[count_]);
-            hn::StoreU(ascending, ints, &list_.row[count_]);
+            hn::StoreU(row_places(listed, triangle, 0), listed, &list_.place[count_]);
             count_ += rows;
             if (count_ + lanes > RowList::capacity) {
-                finish();
+                empty_list();
             }
             return;
         }
-        finish();
+        empty_list();
         for (std::size_t row = 0; row < rows; row += lanes) {
-            append(number, hn::Add(ascending, hn::Set(ints, static_cast<std::int32_t>(row))), rows - row);
+            append(row_places(words, triangle, row), rows - row);
         }
     }
 
     /// Turns the rows that are left into spans.
     HWY_INLINE void finish() {
-        const IntLanes ints;
-        for (std::size_t at = 0; at < count_; at += hn::Lanes(ints)) {
-            append(hn::Load(ints, &list_.triangle[at]), hn::Load(ints, &list_.row[at]), count_ - at);
+        empty_list();
+        complete();
+    }
+
+private:
+    using ListLanes = hn::Rebind<std::uint16_t, WordLanes>;
+
+    HWY_INLINE void empty_list() {
+        const WordLanes words;
+        for (std::size_t at = 0; at < count_; at += hn::Lanes(words)) {
+            append(hn::PromoteTo(words, hn::Load(ListLanes(), &list_.place[at])), count_ - at);
         }
         count_ = 0;
     }
 
-private:
-    HWY_INLINE void append(Ints triangle, Ints row, std::size_t count) {
-        drawer_.make_room();
-        append_spans<quantities_of(filler), filler == Filler::flat>(batch_, edges_, group_, triangle, row,
-                                                                    count, drawer_.spans);
+    HWY_INLINE void append(Words place, std::size_t count) {
+        if (drawer_.is_full()) {
+            complete();
+            drawer_.draw();
+            first_span_ = 0;
+        }
+        append_spans(edges_, group_, place, count, drawer_.spans);
+    }
+
+    HWY_INLINE void complete() {
+        complete_spans<quantities_of(filler), filler == Filler::flat>(batch_, edges_, group_, first_span_,
+                                                                      drawer_.spans);
     }
 
     const TriangleBatch &batch_;
@@ -121,6 +129,9 @@ private:
     const std::size_t group_;
     RowList &list_;
     SpanDrawer<filler> &drawer_;
+    /// The first span of this group in the drawer's list.
+    std::size_t first_span_;
+    /// Rows in the list.
     std::size_t count_ = 0;
 };
 

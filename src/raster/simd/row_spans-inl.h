@@ -21,82 +21,110 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// Takes a value of each lane's own triangle out of a vector that holds one value for each triangle of a
-/// group.
-class OfTriangle {
-public:
-    explicit OfTriangle(Ints triangle) : indices_(hn::IndicesFromVec(IntLanes(), triangle)) {}
+/// A row's place in a group of triangles: the triangle's lane in the low bits, its row among the drawn ones
+/// above.
+constexpr int place_shift = 4;
+static_assert(vector_lanes == 1U << place_shift);
 
-    template <class D, typename T>
-    HWY_INLINE hn::Vec<D> operator()(D lanes, const T *group) const {
-        const auto values = hn::BitCast(IntLanes(), hn::Load(lanes, group));
-        return hn::BitCast(lanes, hn::TableLookupLanes(values, indices_));
+/// The places of consecutive rows of a triangle.
+template <class D>
+HWY_INLINE hn::Vec<D> row_places(D lanes, std::size_t triangle, std::size_t first_row) {
+    const auto first = static_cast<hn::TFromD<D>>((first_row << place_shift) + triangle);
+    return hn::Add(hn::ShiftLeft<place_shift>(hn::Iota(lanes, 0)), hn::Set(lanes, first));
+}
+
+/// A vector of rows, each of its own triangle of the group that begins at `group` of a batch.
+class RowVector {
+public:
+    HWY_INLINE RowVector(const BatchEdges &edges, std::size_t group, Words place)
+        : group_(group), triangle_(hn::IndicesFromVec(IntLanes(), triangles(place))),
+          row_(hn::ShiftRight<place_shift>(place)),
+          is_upper_(hn::RebindMask(WordLanes(), hn::Lt(as_signed(row_), of_triangle(edges.upper_rows)))) {}
+
+    Words row() const { return row_; }
+
+    /// What each lane's triangle has in an array of the batch.
+    template <typename T>
+    HWY_INLINE hn::Vec<hn::ScalableTag<T>> of_triangle(const BatchArray<T> &array) const {
+        const hn::ScalableTag<T> lanes;
+        const auto group = hn::BitCast(IntLanes(), hn::Load(lanes, &array[group_]));
+        return hn::BitCast(lanes, hn::TableLookupLanes(group, triangle_));
+    }
+
+    /// The accumulator in each lane's row: counted along the upper rows' edge or the lower rows'.
+    HWY_INLINE Words value(const EdgeWalk &upper, const EdgeWalk &lower) const {
+        const Words start = hn::IfThenElse(is_upper_, of_triangle(upper.start), of_triangle(lower.start));
+        const Words step = hn::IfThenElse(is_upper_, of_triangle(upper.step), of_triangle(lower.step));
+        return hn::Add(start, hn::Mul(row_, step));
     }
 
 private:
-    decltype(hn::IndicesFromVec(IntLanes(), Ints())) indices_;
+    static HWY_INLINE Ints triangles(Words place) {
+        const WordLanes words;
+        const auto last_lane = hn::Set(words, static_cast<std::uint32_t>(hn::Lanes(words) - 1));
+        return as_signed(hn::And(place, last_lane));
+    }
+
+    std::size_t group_;
+    decltype(hn::IndicesFromVec(IntLanes(), Ints())) triangle_;
+    Words row_;
+    hn::Mask<WordLanes> is_upper_;
 };
 
-/// The accumulator in each lane's row: counted along the upper rows' edge or the lower rows'.
-HWY_INLINE Words value_in_row(const EdgeWalk &upper, const EdgeWalk &lower, std::size_t group,
-                              const OfTriangle &of_triangle, hn::Mask<WordLanes> is_upper, Words row) {
-    const WordLanes words;
-    const auto start = hn::IfThenElse(is_upper, of_triangle(words, &upper.start[group]),
-                                      of_triangle(words, &lower.start[group]));
-    const auto step = hn::IfThenElse(is_upper, of_triangle(words, &upper.step[group]),
-                                     of_triangle(words, &lower.step[group]));
-    return hn::Add(start, hn::Mul(row, step));
-}
-
-/// Appends the spans of a vector of rows, `row[i]` of the triangle in lane `triangle[i]` of the group, those
-/// with pixels among the first `count` lanes.
-template <std::size_t Count, bool has_colour>
-HWY_INLINE void append_spans(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
-                             Ints triangle, Ints row, std::size_t count, SpanList &spans) {
-    const FloatLanes floats;
+/// Appends the spans of a vector of rows, those with pixels among the first `count` lanes: where they lie and
+/// which rows they are. What their pixels need is computed when all spans of the group are known: many rows
+/// have no pixel.
+HWY_INLINE void append_spans(const BatchEdges &edges, std::size_t group, Words place, std::size_t count,
+                             SpanList &spans) {
     const IntLanes ints;
     const WordLanes words;
-    const OfTriangle of_triangle(triangle);
-    const auto is_upper = hn::RebindMask(words, hn::Lt(row, of_triangle(ints, &edges.upper_rows[group])));
-    const Words row_word = as_fixed(row);
-
-    const Words left_x =
-        value_in_row(edges.upper.left_x, edges.lower.left_x, group, of_triangle, is_upper, row_word);
-    const Words right_x =
-        value_in_row(edges.upper.right_x, edges.lower.right_x, group, of_triangle, is_upper, row_word);
-    const Ints left = hn::ShiftRight<16>(as_signed(left_x));
+    const RowVector rows(edges, group, place);
+    const Words left_x = rows.value(edges.upper.left_x, edges.lower.left_x);
+    const Words right_x = rows.value(edges.upper.right_x, edges.lower.right_x);
     const Ints right = hn::ShiftRight<16>(as_signed(right_x));
-    const Ints first = hn::Max(left, hn::Zero(ints));
+    const Ints first = hn::Max(hn::ShiftRight<16>(as_signed(left_x)), hn::Zero(ints));
     const Ints length = hn::Sub(hn::Min(right, hn::Set(ints, frame_width)), first);
     const auto is_drawn = hn::And(hn::Gt(length, hn::Zero(ints)), hn::FirstN(ints, count));
 
-    const Ints frame_row = hn::Add(row, of_triangle(ints, &edges.first_row[group]));
-    const Words offset =
-        hn::Add(hn::Mul(as_fixed(frame_row), hn::Set(words, static_cast<std::uint32_t>(frame_width))),
-                as_fixed(first));
+    const Words frame_row = hn::Add(rows.row(), as_fixed(rows.of_triangle(edges.first_row)));
+    const auto width = hn::Set(words, static_cast<std::uint32_t>(frame_width));
     const std::size_t end = spans.count;
     const Packing pack(is_drawn);
-    const auto put = [&pack, end](auto lanes, auto value, auto &array)
-                         HWY_ATTR { pack(lanes, value, &array[end]); };
-    put(words, offset, spans.offset);
-    put(ints, length, spans.length);
-
-    // The left edge's quantities are corrected to the first pixel's own x and advanced by one whole pixel.
-    const Words skipped_and_one = hn::Add(as_fixed(hn::Sub(first, left)), hn::Set(words, 1));
-    const Floats beyond_pixel = hn::ConvertTo(floats, as_signed(hn::And(left_x, hn::Set(words, 0xFFFF))));
-    for (std::size_t q = 0; q < Count; ++q) {
-        const Words at_edge =
-            value_in_row(edges.upper.left[q], edges.lower.left[q], group, of_triangle, is_upper, row_word);
-        const Floats per_pixel = of_triangle(floats, &edges.per_pixel[q][group]);
-        const Words pixel_step = of_triangle(words, &edges.pixel_step[q][group]);
-        const Words at_pixel = hn::Sub(at_edge, as_fixed(to_int(hn::Mul(beyond_pixel, per_pixel))));
-        put(words, hn::Add(at_pixel, hn::Mul(skipped_and_one, pixel_step)), spans.value[q]);
-        put(words, pixel_step, spans.step[q]);
-    }
-    if (has_colour) {
-        put(words, of_triangle(words, &batch.colour[group]), spans.colour);
-    }
+    pack(words, hn::Add(hn::Mul(frame_row, width), as_fixed(first)), &spans.offset[end]);
+    pack(ints, length, &spans.length[end]);
+    pack(words, place, &spans.place[end]);
+    pack(words, left_x, &spans.left_x[end]);
     spans.count += hn::CountTrue(ints, is_drawn);
+}
+
+/// Completes the group's spans, which are those from `first_span` on.
+template <std::size_t Count, bool has_colour>
+HWY_INLINE void complete_spans(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
+                               std::size_t first_span, SpanList &spans) {
+    const FloatLanes floats;
+    const IntLanes ints;
+    const WordLanes words;
+    for (std::size_t at = first_span; at < spans.count; at += hn::Lanes(words)) {
+        const RowVector rows(edges, group, hn::LoadU(words, &spans.place[at]));
+        const Words left_x = hn::LoadU(words, &spans.left_x[at]);
+        // The left edge's quantities are corrected to the first pixel's own x, which is 0 where the edge lies
+        // left of the frame, and advanced by one whole pixel.
+        const Ints outside = hn::Min(hn::ShiftRight<16>(as_signed(left_x)), hn::Zero(ints));
+        const Words skipped_and_one = hn::Sub(hn::Set(words, 1), as_fixed(outside));
+        const Words fraction = hn::And(left_x, hn::Set(words, 0xFFFF));
+        const Floats beyond_pixel = hn::ConvertTo(floats, as_signed(fraction));
+        for (std::size_t q = 0; q < Count; ++q) {
+            const Words at_edge = rows.value(edges.upper.left[q], edges.lower.left[q]);
+            const Floats per_pixel = rows.of_triangle(edges.per_pixel[q]);
+            const Words pixel_step = rows.of_triangle(edges.pixel_step[q]);
+            const Words at_pixel = hn::Sub(at_edge, as_fixed(to_int(hn::Mul(beyond_pixel, per_pixel))));
+            hn::StoreU(hn::Add(at_pixel, hn::Mul(skipped_and_one, pixel_step)), words, &spans.value[q][at]);
+            hn::StoreU(pixel_step, words, &spans.step[q][at]);
+        }
+        if (has_colour) {
+            hn::StoreU(rows.of_triangle(batch.colour), words, &spans.colour[at]);
+        }
+    }
 }
 
 } // namespace HWY_NAMESPACE

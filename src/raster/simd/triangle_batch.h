@@ -162,6 +162,9 @@ struct SpanList {
     /// The first pixel, counted from the frame's first, and the number of pixels.
     Array<std::uint32_t> offset;
     Array<std::int32_t> length;
+    /// The row that the span is made from, by its place, and the left edge's accumulator there.
+    Array<std::uint32_t> place;
+    Array<std::uint32_t> left_x;
     /// The quantities of the first pixel in 16.16, and what each pixel adds.
     std::array<Array<std::uint32_t>, 3> value;
     std::array<Array<std::uint32_t>, 3> step;
