@@ -45,13 +45,7 @@ struct SpanDrawer {
     SpanList spans;
     TexelBuffer texels;
 
-    HWY_INLINE void draw() {
-        if constexpr (filler == Filler::mapped) {
-            draw_mapped_spans(spans, texels);
-        } else {
-            draw_computed_spans<filler>(spans);
-        }
-    }
+    HWY_INLINE void draw() { draw_spans<filler>(spans, texels); }
 
     /// Whether there is no room for a vector of spans.
     HWY_INLINE bool is_full() const { return spans.count + vector_lanes > SpanList::capacity; }

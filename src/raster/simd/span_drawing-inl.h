@@ -32,23 +32,28 @@ constexpr std::size_t quantities_of(Filler filler) {
     return filler == Filler::mapped ? 3 : filler == Filler::gouraud ? 2 : 1;
 }
 
-/// A vector of pixels in 32-bit lanes; the frame's depths and bytes in narrower vectors of as many lanes.
-using DepthLanes = hn::Rebind<std::uint16_t, IntLanes>;
-using ByteLanes = hn::Rebind<std::uint8_t, IntLanes>;
-using Colours = hn::Vec<ByteLanes>;
+/// The frame's depths and bytes in vectors of as many lanes as `D` has pixels in 32 bits.
+template <class D>
+using DepthLanes = hn::Rebind<std::uint16_t, D>;
+template <class D>
+using ByteLanes = hn::Rebind<std::uint8_t, D>;
+
+/// The most pixels that are worth a vector narrower than the widest: some processors take the widest vectors
+/// in two halves, and most spans of a finely cut object are short.
+using NarrowLanes = hn::CappedTag<std::uint32_t, 8>;
 
 /// `Count` quantities from `First` on, of a vector of pixels along a span.
-template <std::size_t First, std::size_t Count>
+template <class D, std::size_t First, std::size_t Count>
 struct PixelValues {
-    std::array<Words, Count> value;
+    std::array<hn::Vec<D>, Count> value;
     /// What a whole vector of pixels adds.
-    std::array<Words, Count> stride;
+    std::array<hn::Vec<D>, Count> stride;
 
     HWY_INLINE PixelValues(const SpanList &spans, std::size_t span) {
-        const WordLanes words;
+        const D words;
         for (std::size_t q = 0; q < Count; ++q) {
-            const Words step = hn::Set(words, spans.step[First + q][span]);
-            const Words first_pixel = hn::Set(words, spans.value[First + q][span]);
+            const auto step = hn::Set(words, spans.step[First + q][span]);
+            const auto first_pixel = hn::Set(words, spans.value[First + q][span]);
             value[q] = hn::Add(first_pixel, hn::Mul(hn::Iota(words, 0), step));
             stride[q] = hn::Mul(step, hn::Set(words, static_cast<std::uint32_t>(hn::Lanes(words))));
         }
@@ -62,55 +67,70 @@ struct PixelValues {
     }
 };
 
-/// A mask of pixels as a mask of narrower lanes.
-template <class Narrow>
-HWY_INLINE hn::Mask<Narrow> narrow_mask(Narrow narrow, hn::Mask<IntLanes> mask) {
-    const IntLanes ints;
+/// A mask of signed lanes as a mask of lanes half as wide.
+template <class D, class Narrow>
+HWY_INLINE hn::Mask<Narrow> narrow_mask(D lanes, Narrow narrow, hn::Mask<D> mask) {
 #if HWY_TARGET <= HWY_AVX3
     // Here a mask is one bit for each lane, whatever the lanes are.
-    std::array<std::uint8_t, 8> bits{};
-    hn::StoreMaskBits(ints, mask, bits.data());
-    return hn::LoadMaskBits(narrow, bits.data());
+    (void)lanes;
+    hn::Mask<Narrow> same_bits;
+    same_bits.raw = static_cast<decltype(same_bits.raw)>(mask.raw);
+    return same_bits;
 #else
-    const Words all_ones = hn::BitCast(WordLanes(), hn::VecFromMask(ints, mask));
-    return hn::MaskFromVec(hn::TruncateTo(narrow, all_ones));
+    return hn::MaskFromVec(hn::DemoteTo(narrow, hn::VecFromMask(lanes, mask)));
+#endif
+}
+
+/// Puts the selected lanes of `value` where `old_value` was read from.
+template <class D, typename T>
+HWY_INLINE void store_selected(D lanes, hn::Mask<D> selected, hn::Vec<D> value, hn::Vec<D> old_value, T *to) {
+#if HWY_TARGET <= HWY_AVX3
+    (void)old_value;
+    hn::BlendedStore(value, selected, lanes, to);
+#else
+    // Highway has a store for this here as well, which goes lane by lane.
+    hn::StoreU(hn::IfThenElse(selected, value, old_value), lanes, to);
 #endif
 }
 
 /// Writes the pixels that are nearer than what the frame holds, among the first `count` lanes. Depths are in
-/// 8.8, from accumulators in 16.16. A whole vector is written back, the other pixels as they were.
-HWY_INLINE void write_nearer(Words accumulated_depth, Colours colour, std::int32_t count,
-                             std::uint8_t *pixels, std::uint16_t *depths) {
-    const IntLanes ints;
-    const DepthLanes depth_lanes;
-    const ByteLanes bytes;
-    const Ints depth = hn::ShiftRight<8>(as_signed(accumulated_depth));
+/// 8.8, from accumulators in 16.16. The other pixels of the vector stay as they were, but may be written.
+template <class D>
+HWY_INLINE void write_nearer(D words, hn::Vec<D> accumulated_depth, hn::Vec<ByteLanes<D>> colour,
+                             std::int32_t count, std::uint8_t *pixels, std::uint16_t *depths) {
+    const hn::RebindToSigned<D> ints;
+    const hn::Rebind<std::int16_t, D> halves;
+    const hn::Rebind<std::int8_t, D> quarters;
+    const DepthLanes<D> depth_lanes;
+    const ByteLanes<D> bytes;
+    const auto depth = hn::ShiftRight<8>(hn::BitCast(ints, accumulated_depth));
     const auto old_depth = hn::LoadU(depth_lanes, depths);
     const auto is_drawn = hn::And(hn::Gt(depth, hn::PromoteTo(ints, old_depth)),
                                   hn::Lt(hn::Iota(ints, 0), hn::Set(ints, count)));
-    const auto new_depth = hn::TruncateTo(depth_lanes, as_fixed(depth));
-    hn::StoreU(hn::IfThenElse(narrow_mask(depth_lanes, is_drawn), new_depth, old_depth), depth_lanes, depths);
-    const Colours old_colour = hn::LoadU(bytes, pixels);
-    hn::StoreU(hn::IfThenElse(narrow_mask(bytes, is_drawn), colour, old_colour), bytes, pixels);
+    const auto new_depth = hn::TruncateTo(depth_lanes, hn::BitCast(words, depth));
+    const auto half_mask = narrow_mask(ints, halves, is_drawn);
+    const auto byte_mask = narrow_mask(halves, quarters, half_mask);
+    store_selected(depth_lanes, hn::RebindMask(depth_lanes, half_mask), new_depth, old_depth, depths);
+    store_selected(bytes, hn::RebindMask(bytes, byte_mask), colour, hn::LoadU(bytes, pixels), pixels);
 }
 
-/// Draws the spans of the modes that compute their colours, and empties the list.
-template <Filler filler>
-HWY_INLINE void draw_computed_spans(SpanList &spans) {
-    const ByteLanes bytes;
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
+/// Draws the spans of the modes that compute their colours, in vectors of these lanes.
+template <Filler filler, class D>
+HWY_INLINE void draw_computed_spans(D words, const SpanList &spans) {
+    const ByteLanes<D> bytes;
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(words));
     for (std::size_t i = 0; i < spans.count; ++i) {
         std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
         std::uint16_t *depths = zbuf.get() + spans.offset[i];
-        PixelValues<0, quantities_of(filler)> pixel(spans, i);
+        PixelValues<D, 0, quantities_of(filler)> pixel(spans, i);
         for (std::int32_t left = spans.length[i];;) {
-            Colours colour;
+            hn::Vec<ByteLanes<D>> colour;
             if constexpr (filler == Filler::flat) {
                 colour = hn::Set(bytes, static_cast<std::uint8_t>(spans.colour[i]));
             } else {
                 colour = hn::TruncateTo(bytes, hn::ShiftRight<16>(pixel.value.back()));
             }
-            write_nearer(pixel.value[0], colour, left, pixels, depths);
+            write_nearer(words, pixel.value[0], colour, left, pixels, depths);
             left -= lanes;
             if (left <= 0) {
                 break;
@@ -120,7 +140,6 @@ HWY_INLINE void draw_computed_spans(SpanList &spans) {
             depths += lanes;
         }
     }
-    spans.count = 0;
 }
 
 /// Texels of several spans, back to back, with room for a vector behind the last. Indices are zeros at first:
@@ -131,11 +150,21 @@ struct TexelBuffer {
     alignas(vector_bytes) std::array<std::uint8_t, capacity + vector_bytes> colour;
 };
 
+/// Puts the texel indices of a span that one vector of pixels covers at `index`. Both coordinates wrap in the
+/// low 16 bits of the sum, to which the map's centre adds the same number everywhere.
+template <class D>
+HWY_INLINE void put_few_texel_indices(D words, const SpanList &spans, std::size_t i, std::uint16_t *index) {
+    const PixelValues<D, 1, 2> pixel(spans, i);
+    const auto row = hn::And(hn::ShiftRight<8>(pixel.value[1]), hn::Set(words, 0xFF00));
+    const auto in_map = hn::Add(hn::ShiftRight<16>(pixel.value[0]), row);
+    const hn::Rebind<std::uint16_t, D> indices;
+    hn::StoreU(hn::TruncateTo(indices, hn::Add(in_map, hn::Set(words, map_centre))), indices, index);
+}
+
 /// Twice as many lanes of 16 bits, which both coordinates' integer parts are as well as a texel's index.
 using IndexLanes = hn::Repartition<std::uint16_t, WordLanes>;
 
-/// Texel indices of two vectors of pixels. Both coordinates wrap in the low 16 bits of the sum, to which the
-/// map's centre adds the same number everywhere.
+/// Texel indices of two vectors of pixels.
 HWY_INLINE hn::Vec<IndexLanes> texel_indices(const std::array<Words, 2> &first,
                                              const std::array<Words, 2> &second) {
     const IndexLanes lanes;
@@ -147,10 +176,10 @@ HWY_INLINE hn::Vec<IndexLanes> texel_indices(const std::array<Words, 2> &first,
     return hn::Add(hn::Add(integer_parts(first[0], second[0]), row), centre);
 }
 
-/// Puts the texel indices of a span's pixels at `index`.
+/// Puts the texel indices of a span of any length at `index`, two vectors of pixels at a time.
 HWY_INLINE void put_texel_indices(const SpanList &spans, std::size_t i, std::uint16_t *index) {
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
-    PixelValues<1, 2> pixel(spans, i);
+    PixelValues<WordLanes, 1, 2> pixel(spans, i);
     const std::int32_t length = spans.length[i];
     for (std::int32_t x = 0;; pixel.advance()) {
         const std::array<Words, 2> first_half = pixel.value;
@@ -176,15 +205,16 @@ HWY_INLINE void fetch_texels(TexelBuffer &texels, std::size_t count) {
 }
 
 /// Draws a span with the colours of its texels.
-HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std::uint8_t *colours) {
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(IntLanes()));
+template <class D>
+HWY_INLINE void draw_mapped_span(D words, const SpanList &spans, std::size_t i, const std::uint8_t *colours) {
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(words));
     std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
     std::uint16_t *depths = zbuf.get() + spans.offset[i];
-    PixelValues<0, 1> pixel(spans, i);
+    PixelValues<D, 0, 1> pixel(spans, i);
     const std::int32_t length = spans.length[i];
     for (std::int32_t x = 0;; pixel.advance()) {
-        const Colours colour = hn::LoadU(ByteLanes(), colours + x);
-        write_nearer(pixel.value[0], colour, length - x, pixels + x, depths + x);
+        const auto colour = hn::LoadU(ByteLanes<D>(), colours + x);
+        write_nearer(words, pixel.value[0], colour, length - x, pixels + x, depths + x);
         x += lanes;
         if (x >= length) {
             break;
@@ -195,7 +225,9 @@ HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std
 /// Draws spans from `first` on, as many as have their texels in the buffer together, and returns the first
 /// one left. The texels' indices are computed first, the texels then fetched in one plain loop, and the spans
 /// drawn last: a fetch in the middle of a vector's work costs more than all three.
-HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first, TexelBuffer &texels) {
+template <bool all_in_one_vector, class D>
+HWY_INLINE std::size_t draw_mapped_run(D words, const SpanList &spans, std::size_t first,
+                                       TexelBuffer &texels) {
     std::size_t count = 0;
     std::size_t last = first;
     for (; last < spans.count; ++last) {
@@ -203,13 +235,17 @@ HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first,
         if (count + length > TexelBuffer::capacity) {
             break;
         }
-        put_texel_indices(spans, last, &texels.index[count]);
+        if constexpr (all_in_one_vector) {
+            put_few_texel_indices(words, spans, last, &texels.index[count]);
+        } else {
+            put_texel_indices(spans, last, &texels.index[count]);
+        }
         count += length;
     }
     fetch_texels(texels, count);
     const std::uint8_t *colours = texels.colour.data();
     for (std::size_t i = first; i < last; ++i) {
-        draw_mapped_span(spans, i, colours);
+        draw_mapped_span(words, spans, i, colours);
         colours += spans.length[i];
     }
     return last;
@@ -223,7 +259,7 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
         spans.length[i] = piece;
         put_texel_indices(spans, i, texels.index.data());
         fetch_texels(texels, TexelBuffer::capacity);
-        draw_mapped_span(spans, i, texels.colour.data());
+        draw_mapped_span(WordLanes(), spans, i, texels.colour.data());
         spans.length[i] = rest;
         spans.offset[i] += TexelBuffer::capacity;
         for (std::size_t q = 0; q < 3; ++q) {
@@ -232,12 +268,47 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
     }
 }
 
-/// Draws the spans of the mapped modes, and empties the list.
-HWY_INLINE void draw_mapped_spans(SpanList &spans, TexelBuffer &texels) {
+/// Draws the spans of the mapped modes in vectors of these lanes; `all_in_one_vector` promises that none of
+/// them is longer than one.
+template <bool all_in_one_vector, class D>
+HWY_INLINE void draw_mapped_spans(D words, SpanList &spans, TexelBuffer &texels) {
     for (std::size_t first = 0; first < spans.count;) {
         // All spans but one that is longer than the buffer find room in it when they come first.
-        shorten_span(spans, first, texels);
-        first = draw_mapped_run(spans, first, texels);
+        if (!all_in_one_vector) {
+            shorten_span(spans, first, texels);
+        }
+        first = draw_mapped_run<all_in_one_vector>(words, spans, first, texels);
+    }
+}
+
+/// The length of the longest span.
+HWY_INLINE std::size_t longest_span(const SpanList &spans) {
+    const IntLanes ints;
+    Ints longest = hn::Zero(ints);
+    for (std::size_t at = 0; at < spans.count; at += hn::Lanes(ints)) {
+        const auto is_span = hn::FirstN(ints, spans.count - at);
+        longest = hn::Max(longest, hn::IfThenElseZero(is_span, hn::Load(ints, &spans.length[at])));
+    }
+    return static_cast<std::size_t>(hn::GetLane(hn::MaxOfLanes(ints, longest)));
+}
+
+/// Draws all spans and empties the list. One decision serves the whole list: the lengths of single spans are
+/// as good as random, and a wrong guess costs more than half a vector.
+template <Filler filler>
+HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels) {
+    const NarrowLanes narrow;
+    const WordLanes words;
+    constexpr bool has_narrower = hn::MaxLanes(NarrowLanes()) < hn::MaxLanes(WordLanes());
+    const std::size_t longest = longest_span(spans);
+    const bool takes_narrow = has_narrower && longest <= hn::Lanes(narrow);
+    if constexpr (filler != Filler::mapped) {
+        takes_narrow ? draw_computed_spans<filler>(narrow, spans) : draw_computed_spans<filler>(words, spans);
+    } else if (takes_narrow) {
+        draw_mapped_spans<true>(narrow, spans, texels);
+    } else if (longest <= hn::Lanes(words)) {
+        draw_mapped_spans<true>(words, spans, texels);
+    } else {
+        draw_mapped_spans<false>(words, spans, texels);
     }
     spans.count = 0;
 }
