@@ -5,6 +5,11 @@
 #include "object/model.h"
 #include "raster/simd/triangle_batch.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "raster/simd/face_loops.cpp"
 #include "hwy/foreach_target.h"

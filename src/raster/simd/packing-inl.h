@@ -12,7 +12,6 @@
 #include "raster/simd/packing_orders.h"
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 HWY_BEFORE_NAMESPACE();

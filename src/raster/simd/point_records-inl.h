@@ -13,7 +13,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 
 // A processor without any vectors has no blocks of lanes, and draws by the plain forms.
 #if HWY_TARGET < HWY_EMU128

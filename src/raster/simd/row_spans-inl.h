@@ -13,9 +13,8 @@
 #include "raster/simd/packing-inl.h"
 #include "raster/simd/triangle_batch.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
+#include <cstdint>
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {

@@ -15,9 +15,9 @@
 #include "raster/simd/point_records-inl.h"
 #include "raster/simd/triangle_batch.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 // A processor without any vectors draws by the plain forms.
 #if HWY_TARGET < HWY_EMU128
