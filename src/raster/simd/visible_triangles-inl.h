@@ -80,25 +80,30 @@ HWY_INLINE bool follow(const std::uint16_t *words, const WordPattern &pattern) {
     return hn::AllTrue(lanes, hn::Eq(excess, hn::Zero(lanes)));
 }
 
-/// Where the list names the corners of each lane's triangle.
-struct CornerPlaces {
-    Words first;
-    Words second;
-    /// 1 in the lanes of a quad's second triangle.
-    Words is_second;
-};
+/// A number for each lane.
+template <typename OfLane>
+constexpr std::array<std::uint32_t, vector_lanes> lane_numbers(OfLane of_lane) {
+    std::array<std::uint32_t, vector_lanes> numbers{};
+    for (std::size_t lane = 0; lane < vector_lanes; ++lane) {
+        numbers[lane] = static_cast<std::uint32_t>(of_lane(lane));
+    }
+    return numbers;
+}
 
+/// Which words name a corner of each lane's triangle, counted like `triangle_corner`.
+template <Kind kind, std::size_t corner>
+HWY_INLINE Words corner_words() {
+    alignas(vector_bytes) static constexpr auto numbers =
+        lane_numbers([](std::size_t lane) { return triangle_corner(kind, lane, corner); });
+    return hn::Load(WordLanes(), numbers.data());
+}
+
+/// 1 in the lanes of triangles that are their polygon's first.
 template <Kind kind>
-HWY_INLINE CornerPlaces corner_places(std::size_t at) {
-    const WordLanes words;
-    const Words lane = hn::Iota(words, 0);
-    const bool is_quad = kind == Kind::quads;
-    const Words polygon = is_quad ? hn::ShiftRight<1>(lane) : lane;
-    const Words is_second = is_quad ? hn::And(lane, hn::Set(words, 1)) : hn::Zero(words);
-    const auto each = hn::Set(words, static_cast<std::uint32_t>(words_each(kind)));
-    const auto next = hn::Set(words, static_cast<std::uint32_t>(at + 1));
-    const Words first = hn::Add(hn::Mul(polygon, each), next);
-    return {first, hn::Add(hn::Add(first, is_second), hn::Set(words, 1)), is_second};
+HWY_INLINE Words begins_polygon() {
+    alignas(vector_bytes) static constexpr auto numbers =
+        lane_numbers([](std::size_t lane) { return lane % lanes_each(kind) == 0 ? 1 : 0; });
+    return hn::Load(WordLanes(), numbers.data());
 }
 
 /// Puts those triangles of the vector of polygons at the walk's word that face the viewer behind the batch.
@@ -130,9 +135,9 @@ HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
 
     const std::size_t end = batch.count;
     const Packing append(hn::RebindMask(IntLanes(), drawn));
-    const CornerPlaces places = corner_places<kind>(walk.at);
-    append(words, places.first, &batch.first_corner[end]);
-    append(words, places.second, &batch.second_corner[end]);
+    const Words at = hn::Set(words, static_cast<std::uint32_t>(walk.at));
+    append(words, hn::Add(at, corner_words<kind, 0>()), &batch.first_corner[end]);
+    append(words, hn::Add(at, corner_words<kind, 1>()), &batch.second_corner[end]);
     for (std::size_t corner = 0; corner < 3; ++corner) {
         append(floats, corners[corner].x, &batch.x[corner][end]);
         append(floats, corners[corner].y, &batch.y[corner][end]);
@@ -144,7 +149,7 @@ HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
         }
     }
     if (batch.keeps_lit_corners) {
-        append(words, hn::Sub(hn::Set(words, 1), places.is_second), &batch.begins_polygon[end]);
+        append(words, begins_polygon<kind>(), &batch.begins_polygon[end]);
     }
     batch.count += count;
 }
