@@ -19,6 +19,7 @@ VIEWER = os.environ["ZELVO"]
 RENDERER = os.environ["ZELVO_RENDER"]
 
 VIEWER_TITLE = "^Zelvo   <Esc> to quit"
+POINTER_HINT = "<Alt> frees the pointer."
 MODE_TITLE = "^Zelvo: screen mode"
 OBJECT_TITLE = "^Select a LightWave Object"
 TEXTURE_TITLE = "^Select Zelvo_envmap.chunky file"
@@ -205,6 +206,33 @@ class Display:
     def wait_until_gone(self, title, patience=PATIENCE):
         wait_until(lambda: self.find(title) is None, "no window " + title, patience)
 
+    def root(self):
+        """The window of the whole screen."""
+        answer = subprocess.run(["xwininfo", "-root"], env=self.environment, capture_output=True, text=True, check=True)
+        return int(answer.stdout.split("Window id: ")[1].split()[0], 16)
+
+    def name_of(self, window):
+        return self.xdotool("getwindowname", window).strip()
+
+    def place_of(self, window):
+        """Corner and size of what is inside the window's frame: x, y, width, height."""
+        answer = self.xdotool("getwindowgeometry", "--shell", window)
+        values = dict(line.split("=") for line in answer.split())
+        return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def wait_until_pointer_is_held(self, window):
+        """The viewer takes the pointer in a pass of its own; its title then says how to free it."""
+        wait_until(lambda: POINTER_HINT in self.name_of(window), "the pointer to be held")
+
+    def wait_until_pointer_is_free(self, window):
+        wait_until(lambda: POINTER_HINT not in self.name_of(window), "the pointer to be free")
+
+    def change_state(self, window, action, *states):
+        """Asks the window manager to add, remove or toggle states such as fullscreen."""
+        subprocess.run(
+            ["wmctrl", "-i", "-r", str(window), "-b", ",".join([action, *states])], env=self.environment, check=True
+        )
+
     def key(self, *names):
         """Presses and releases keys, by their names in X; a name may hold modifiers, such as alt+Return."""
         self.xdotool("key", "--delay", "20", *names)
@@ -317,7 +345,7 @@ class Case(unittest.TestCase):
         window = self.display.wait_for(VIEWER_TITLE)
         wait_until(lambda: not self.picture(window).is_black(), "the first picture")
         # A click so soon after the focus came is taken as the one that brought it, and is no command.
-        time.sleep(0.2)
+        time.sleep(0.7)
         return viewer, window
 
     def picture(self, window):

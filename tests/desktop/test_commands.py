@@ -94,7 +94,7 @@ class Commands(desktop.Case):
         self.follow([key("r"), key("4"), reset], obj_style=6, dots=1, dot_lum=70000)
 
     def test_keys_without_a_meaning_do_nothing(self):
-        quiet = [Step("key z", "key", name) for name in ("z", "Tab", "Return", "F5", "ctrl+c", "ctrl+q", "alt+b")]
+        quiet = [Step("key z", "key", name) for name in ("z", "Tab", "Return", "F5", "ctrl+c", "alt+b", "Alt_R+b", "super+b")]
         self.follow([key("d"), *quiet])
 
     def test_several_keys_within_a_pass_are_all_taken(self):
@@ -156,7 +156,66 @@ class Spin(desktop.Case):
         self.quit(viewer)
 
 
+# Keys by their numbers in X, which do not depend on the layout.
+KEY_1, KEY_P, KEY_S, KEY_B, SCROLL_LOCK = 10, 33, 39, 56, 78
+KEYPAD_UP, KEYPAD_RIGHT = 80, 85
+
+
 class Layout(desktop.Case):
+    def set_layout(self, *words):
+        subprocess.run(["setxkbmap", *words], env=self.display.environment, check=True)
+
+    def wait_for_settings(self, path, **expected):
+        desktop.wait_until(
+            lambda: path.exists() and path.read_text() == desktop.settings(**expected), f"{expected} in {path.name}"
+        )
+
+    def press_letters_by_place(self):
+        """"p", "b", "1", "s" and "S", as on a US keyboard."""
+        self.display.key(KEY_P, KEY_B, KEY_1, KEY_S, f"shift+{KEY_S}")
+        expected = {"dots": 1, "clear_style": 1, "gammas": "0.900000 1.000000 1.000000"}
+        self.wait_for_settings(self.env_file, **expected)
+        self.wait_for_settings(self.envarc_file, **expected)
+
+    def test_letters_are_taken_by_place_on_layouts_without_latin_ones(self):
+        for layout in ("ru", "gr", "il", "ara", "th"):
+            with self.subTest(layout):
+                self.set_layout(layout)
+                self.write_settings()
+                viewer, _ = self.start_viewing()
+                self.press_letters_by_place()
+                self.quit(viewer)
+
+    def test_letters_are_taken_by_place_while_a_second_layout_is_chosen(self):
+        self.set_layout("-layout", "us,ru", "-option", "grp:sclk_toggle")
+        self.write_settings()
+        viewer, _ = self.start_viewing()
+        self.display.key(KEY_P, KEY_S)
+        self.wait_for_settings(self.env_file, dots=1)
+        self.display.key(SCROLL_LOCK, KEY_P, KEY_S)
+        self.wait_for_settings(self.env_file, dots=0)
+        self.display.key(SCROLL_LOCK, KEY_P, KEY_S)
+        self.wait_for_settings(self.env_file, dots=1)
+        self.quit(viewer)
+
+    def test_letters_are_what_a_latin_layout_says(self):
+        """On a Dvorak keyboard the letter "p" is at the place of "r"."""
+        self.set_layout("us", "dvorak")
+        self.write_settings()
+        viewer, _ = self.start_viewing()
+        self.display.key("p", "s")
+        self.wait_for_settings(self.env_file, dots=1)
+        self.quit(viewer)
+
+    def test_the_keypad_steers_without_num_lock(self):
+        self.write_settings()
+        viewer, _ = self.start_viewing()
+        self.display.key(KEYPAD_UP, KEYPAD_RIGHT, "s")
+        self.wait_for_settings(self.env_file, dot_lum=26624, rotate="0.100000")
+        self.display.key("Num_Lock", KEYPAD_UP, KEYPAD_RIGHT, "Num_Lock", "s")
+        self.wait_for_settings(self.env_file, dot_lum=26624, rotate="0.100000", gammas="1.000000 1.000000 1.100000")
+        self.quit(viewer)
+
     def test_commands_are_characters_whatever_the_keyboard(self):
         """A French keyboard has its digits behind Shift, and keys that wait for another one."""
         subprocess.run(["setxkbmap", "fr"], env=self.display.environment, check=True)

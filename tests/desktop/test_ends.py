@@ -29,6 +29,9 @@ class Ends(desktop.Case):
     def test_x(self):
         self.assert_quits_by("key", "x")
 
+    def test_control_q(self):
+        self.assert_quits_by("key", "ctrl+q")
+
     def test_left_button(self):
         self.assert_quits_by("click", 1)
 

@@ -213,6 +213,47 @@ class Files(Requesters):
         self.quit(viewer)
         self.assertIn("envmap filename: Zelvo_envmap.chunky\n", viewer.out())
 
+    def test_escape_held_to_cancel_does_not_quit_the_viewer(self):
+        viewer, window = self.start_viewing()
+        self.display.key("t")
+        self.display.wait_for(TEXTURE_TITLE)
+        self.display.xdotool("keydown", "Escape")
+        self.display.wait_until_gone(TEXTURE_TITLE)
+        self.display.wait_for(VIEWER_TITLE)
+        # A held key begins to repeat after 0.66 s, and does so 25 times a second.
+        desktop.time.sleep(1.5)
+        self.assertIsNone(viewer.process.poll())
+        self.display.xdotool("keyup", "Escape")
+        self.quit(viewer)
+
+    def test_escape_held_to_cancel_the_mode_does_not_quit_the_viewer(self):
+        viewer, window = self.start_viewing()
+        self.display.key("m")
+        self.display.wait_for(MODE_TITLE)
+        self.display.xdotool("keydown", "Escape")
+        self.display.wait_for(VIEWER_TITLE)
+        desktop.time.sleep(1.5)
+        self.assertIsNone(viewer.process.poll())
+        self.display.xdotool("keyup", "Escape")
+        self.quit(viewer)
+
+    def test_the_viewer_is_redrawn_where_a_requester_covered_it(self):
+        viewer, window = self.start_viewing()
+        expected = self.rehearse("", 250, 250, tick=0.01)[0]
+        self.assert_shows(window, expected, "the viewer without its greeting")
+        self.display.key("t")
+        requester = self.display.wait_for(TEXTURE_TITLE)
+        x, y, _, _ = self.display.place_of(window)
+        self.display.xdotool("windowmove", "--sync", requester, x, y)
+        desktop.wait_until(lambda: self.picture(window).difference(expected), "the requester to cover the viewer")
+        # Nearly out of the display, with the viewer in the opposite corner.
+        self.display.xdotool("windowmove", "--sync", requester, 1200, 950)
+        self.display.xdotool("windowmove", "--sync", window, 10, 40)
+        self.assert_shows(window, expected, "the viewer again")
+        self.display.cancel(TEXTURE_TITLE)
+        self.display.wait_for(VIEWER_TITLE)
+        self.quit(viewer)
+
     def test_a_full_screen_makes_room_for_the_requester(self):
         self.write_settings(mode=0)
         viewer, window = self.start_viewing()

@@ -17,13 +17,7 @@ class Scaling(desktop.Case):
         self.still = self.rehearse("", 250, 250, tick=0.01)[0]
 
     def screen(self):
-        return pictures.of_window(self.root(), self.display.environment)
-
-    def root(self):
-        answer = subprocess.run(
-            ["xwininfo", "-root"], env=self.display.environment, capture_output=True, text=True, check=True
-        ).stdout
-        return int(answer.split("Window id: ")[1].split()[0], 16)
+        return pictures.of_window(self.display.root(), self.display.environment)
 
     def assert_stands_at(self, shown, x, y, factor):
         """The still picture at this place, enlarged, and black elsewhere in the width that it takes."""
@@ -69,6 +63,59 @@ class Scaling(desktop.Case):
         self.quit(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings())
 
+    def test_a_held_full_screen_key_switches_once(self):
+        viewer, window = self.start_still()
+        self.display.xdotool("keydown", "F11")
+        desktop.wait_until(lambda: self.picture(window).width == 800, "the full screen")
+        # Long enough for a held key to repeat.
+        for _ in range(10):
+            desktop.time.sleep(0.15)
+            self.assertEqual(self.picture(window).width, 800)
+        self.display.xdotool("keyup", "F11")
+        self.quit(viewer)
+
+    def is_maximised(self, window):
+        answer = subprocess.run(
+            ["xprop", "-id", str(window), "_NET_WM_STATE"], env=self.display.environment, capture_output=True, text=True
+        )
+        return "_NET_WM_STATE_MAXIMIZED_VERT" in answer.stdout and "_NET_WM_STATE_FULLSCREEN" not in answer.stdout
+
+    def test_full_screen_and_back_keeps_the_window_maximised(self):
+        viewer, window = self.start_still()
+        self.display.change_state(window, "add", "maximized_vert", "maximized_horz")
+        desktop.wait_until(lambda: self.is_maximised(window), "the maximised window")
+        maximised = desktop.wait_until(
+            lambda: self.display.place_of(window)[2] == 800 and self.display.place_of(window), "its size"
+        )
+        self.display.key("F11")
+        desktop.wait_until(lambda: self.display.place_of(window)[3] == 600, "the full screen")
+        self.display.key("F11")
+        desktop.wait_until(
+            lambda: self.is_maximised(window) and self.display.place_of(window) == maximised, "the maximised window again"
+        )
+        self.quit(viewer)
+
+    def test_a_full_screen_made_by_the_window_manager_is_left_by_the_key(self):
+        viewer, window = self.start_still()
+        self.display.change_state(window, "add", "fullscreen")
+        desktop.wait_until(lambda: self.display.place_of(window)[2:] == (800, 600), "the full screen")
+        self.display.key("F11")
+        desktop.wait_until(lambda: self.display.place_of(window)[2:] == (320, 256), "the window")
+        self.display.key("F11")
+        desktop.wait_until(lambda: self.display.place_of(window)[2:] == (800, 600), "the full screen again")
+        self.quit(viewer)
+
+    def test_a_full_screen_made_by_the_window_manager_makes_room_for_a_requester(self):
+        viewer, window = self.start_still()
+        self.display.change_state(window, "add", "fullscreen")
+        desktop.wait_until(lambda: self.display.place_of(window)[2:] == (800, 600), "the full screen")
+        self.display.key("t")
+        self.display.wait_for(desktop.TEXTURE_TITLE)
+        self.assertIsNone(self.display.find(desktop.VIEWER_TITLE))
+        self.display.cancel(desktop.TEXTURE_TITLE)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.quit(viewer)
+
     def test_leaving_a_full_screen_mode_leads_to_a_window(self):
         viewer, window = self.start_still(mode=0)
         self.display.key("F11")
@@ -97,6 +144,44 @@ class Scaling(desktop.Case):
         self.assertAlmostEqual(wide[-1], columns[-1] * 1.5, delta=2)
         self.quit(viewer)
 
+    def assert_is_sharp_at_one_and_a_half(self, window):
+        """At this scale the first and the third of three window pixels each lie inside one picture pixel and have its
+        colour; only the one between them is a mixture."""
+        self.display.xdotool("windowsize", "--sync", window, 480, 480)
+        desktop.wait_until(lambda: self.picture(window).width == 480, "the new size")
+        top = 48
+
+        def first_blurred():
+            shown = self.picture(window)
+            for y in range(0, 256, 2):
+                for half in range(2):
+                    row = shown.rows(top + 3 * (y // 2) + 2 * half, top + 3 * (y // 2) + 2 * half + 1).rgb
+                    still = self.still.rows(y + half, y + half + 1).rgb
+                    for x in range(0, 320, 2):
+                        for column in range(2):
+                            at = 3 * (3 * (x // 2) + 2 * column)
+                            if row[at : at + 3] != still[3 * (x + column) : 3 * (x + column) + 3]:
+                                return x + column, y + half
+            return None
+
+        # The window is redrawn a pass after it got its size.
+        desktop.wait_until(lambda: first_blurred() is None, "a sharp picture", 10.0)
+
+    def test_a_fractional_scale_is_sharp(self):
+        viewer, window = self.start_still()
+        self.assert_is_sharp_at_one_and_a_half(window)
+        self.quit(viewer)
+
+    def test_a_fractional_scale_is_sharp_after_another_mode(self):
+        viewer, window = self.start_still()
+        self.assert_is_sharp_at_one_and_a_half(window)
+        self.display.key("m")
+        self.display.wait_for(desktop.MODE_TITLE)
+        self.display.key("Return")
+        window = self.display.wait_for(desktop.VIEWER_TITLE)
+        self.assert_is_sharp_at_one_and_a_half(window)
+        self.quit(viewer)
+
     def test_a_smaller_window_shows_the_whole_picture(self):
         viewer, window = self.start_still()
         self.display.xdotool("windowsize", "--sync", window, 160, 128)
@@ -108,11 +193,30 @@ class Scaling(desktop.Case):
         self.assertAlmostEqual(narrow[-1], columns[-1] / 2, delta=2)
         self.quit(viewer)
 
-    def test_the_software_renderer_shows_the_same(self):
+    def assert_shows_doubled(self, **environment):
         self.write_settings(mode=2)
-        viewer, window = self.start_viewing(SDL_RENDER_DRIVER="software")
-        desktop.time.sleep(2.5)
-        self.assert_stands_at(self.picture(window), 0, 0, 2)
+        viewer, window = self.start_viewing(**environment)
+        self.assert_shows(window, self.still.enlarged(2), "the picture, doubled")
+        self.quit(viewer)
+
+    def test_the_software_renderer_shows_the_same(self):
+        self.assert_shows_doubled(SDL_RENDER_DRIVER="software")
+
+    def test_a_display_that_refuses_opengl_shows_the_same(self):
+        self.assert_shows_doubled(LIBGL_ALWAYS_INDIRECT="1")
+
+    def test_the_software_renderer_needs_no_opengl(self):
+        self.assert_shows_doubled(LIBGL_ALWAYS_INDIRECT="1", SDL_RENDER_DRIVER="software")
+
+    def test_a_tiny_picture_has_a_window_that_can_be_held(self):
+        self.write_settings(width=1, height=1)
+        viewer = self.start(self.object)
+        window = self.display.wait_for(desktop.VIEWER_TITLE)
+        self.assertEqual(self.display.place_of(window)[2:], (128, 96))
+        hints = subprocess.run(
+            ["xprop", "-id", str(window), "WM_NORMAL_HINTS"], env=self.display.environment, capture_output=True, text=True
+        )
+        self.assertIn("minimum size: 128 by 96", hints.stdout)
         self.quit(viewer)
 
 
@@ -134,11 +238,89 @@ class Focus(desktop.Case):
         return self.display.wait_for("xmessage")
 
     def test_the_pointer_stays_in_the_window_that_has_the_focus(self):
+        self.display.wait_until_pointer_is_held(self.window)
         before = self.pointer()
         self.display.xdotool("mousemove_relative", "--", 3000, 3000)
         x, y = self.pointer()
         self.assertLess(x - before[0], 320)
         self.assertLess(y - before[1], 256)
+        self.quit(self.viewer)
+
+    def test_holding_alt_frees_the_pointer(self):
+        self.display.wait_until_pointer_is_held(self.window)
+        self.display.xdotool("keydown", "alt")
+        self.display.wait_until_pointer_is_free(self.window)
+        self.display.xdotool("mousemove", 5, 5)
+        self.assertEqual(self.pointer(), (5, 5))
+        self.display.xdotool("keyup", "alt")
+        # It is taken again only where it is over the picture.
+        desktop.time.sleep(0.3)
+        self.assertEqual(self.pointer(), (5, 5))
+        self.display.xdotool("mousemove", 640, 512)
+        self.display.wait_until_pointer_is_held(self.window)
+        self.quit(self.viewer)
+
+    def test_dragging_with_alt_moves_the_window(self):
+        x, y, _, _ = self.display.place_of(self.window)
+        self.display.xdotool("keydown", "alt")
+        self.display.wait_until_pointer_is_free(self.window)
+        self.display.xdotool("mousedown", 1)
+
+        def has_moved():
+            self.display.xdotool("mousemove_relative", "--", 8, 5)
+            return self.display.place_of(self.window)[:2] != (x, y)
+
+        desktop.wait_until(has_moved, "the window to move")
+        self.display.xdotool("mouseup", 1, "keyup", "alt")
+        self.display.wait_until_pointer_is_held(self.window)
+        self.quit(self.viewer)
+
+    def test_the_window_manager_has_its_menu(self):
+        """A menu of the window manager needs the pointer."""
+        self.display.xdotool("keydown", "alt")
+        self.display.wait_until_pointer_is_free(self.window)
+        shown = self.picture(self.display.root())
+        self.display.xdotool("key", "space")
+        desktop.wait_until(lambda: self.picture(self.display.root()).difference(shown), "the menu")
+        self.display.xdotool("keyup", "alt")
+        # While the menu has the pointer the viewer goes on, and a signal ends it.
+        self.viewer.process.terminate()
+        self.assert_ends_well(self.viewer)
+
+    def test_holding_the_title_bar_leaves_the_pointer_to_the_window_manager(self):
+        """For longer than SDL would wait for the pointer; afterwards it must still be possible to take it."""
+        self.open_other_window()
+        self.display.wait_until_pointer_is_free(self.window)
+        x, y, _, _ = self.display.place_of(self.window)
+        self.display.xdotool("mousemove", x + 160, y - 10, "mousedown", 1, "mousemove_relative", 0, 5)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        desktop.time.sleep(6.0)
+        self.assertNotIn(desktop.POINTER_HINT, self.display.name_of(self.window))
+        self.display.xdotool("mouseup", 1)
+        x, y, _, _ = self.display.place_of(self.window)
+        self.display.xdotool("mousemove", x + 160, y + 128)
+        self.display.wait_until_pointer_is_held(self.window)
+        self.display.xdotool("mousemove_relative", "--", 3000, 3000)
+        self.assertLess(self.pointer()[0], x + 320)
+        self.quit(self.viewer)
+
+    def test_a_signal_ends_a_viewer_whose_title_bar_is_held(self):
+        self.open_other_window()
+        self.display.wait_until_pointer_is_free(self.window)
+        x, y, _, _ = self.display.place_of(self.window)
+        self.display.xdotool("mousemove", x + 160, y - 10, "mousedown", 1)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.viewer.process.terminate()
+        self.assert_ends_well(self.viewer)
+
+    def test_clicks_with_modifiers_are_no_commands(self):
+        self.display.wait_until_pointer_is_held(self.window)
+        for modifier in ("ctrl", "alt", "super"):
+            self.display.xdotool("keydown", modifier, "click", 1, "keyup", modifier)
+        self.display.key("p", "s")
+        desktop.wait_until(
+            lambda: self.env_file.read_text() == desktop.settings(dots=1), "the viewer to go on"
+        )
         self.quit(self.viewer)
 
     def test_losing_the_focus_frees_the_pointer_and_ends_the_steering(self):
@@ -162,10 +344,22 @@ class Focus(desktop.Case):
         self.display.xdotool("mousemove", 640, 512)
         self.display.xdotool("click", 1)
         self.display.wait_for(desktop.VIEWER_TITLE)
-        desktop.time.sleep(0.5)
+        desktop.time.sleep(1.0)
         self.assertIsNone(self.viewer.process.poll())
         self.display.xdotool("click", 1)
         self.assert_ends_well(self.viewer)
+
+    def test_the_double_click_that_brings_the_focus_back_is_no_command(self):
+        self.open_other_window()
+        self.display.wait_until_pointer_is_free(self.window)
+        self.display.xdotool("mousemove", 640, 512)
+        self.display.xdotool("click", "--repeat", 2, "--delay", 150, 1)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.display.key("p", "s")
+        desktop.wait_until(
+            lambda: self.env_file.read_text() == desktop.settings(dots=1), "the viewer to go on"
+        )
+        self.quit(self.viewer)
 
     def test_a_minimised_window_costs_next_to_nothing_and_comes_back(self):
         desktop.time.sleep(2.5)
@@ -184,6 +378,58 @@ class Focus(desktop.Case):
         self.display.xdotool("windowminimize", "--sync", self.window)
         self.viewer.process.terminate()
         self.assert_ends_well(self.viewer)
+
+
+class Place(desktop.Case):
+    """A window opens where the one before it was."""
+
+    def change_mode(self, width=None):
+        self.display.key("m")
+        self.display.wait_for(desktop.MODE_TITLE)
+        if width is not None:
+            self.display.key("alt+w")
+            self.display.type(str(width))
+        self.display.key("Return")
+        return self.display.wait_for(desktop.VIEWER_TITLE)
+
+    def place_soon(self, window, expected):
+        desktop.wait_until(lambda: self.display.place_of(window) == expected, f"the window at {expected}")
+
+    def test_another_mode_opens_in_the_same_place(self):
+        self.write_settings()
+        viewer, window = self.start_viewing()
+        self.display.xdotool("windowmove", "--sync", window, 70, 130)
+        first = self.display.place_of(window)
+        for width in (None, 400, 320):
+            window = self.change_mode(width)
+            self.place_soon(window, (*first[:2], width or 320, 256))
+        self.quit(viewer)
+
+    def test_a_larger_window_is_moved_so_far_that_it_fits(self):
+        self.write_settings()
+        viewer, window = self.start_viewing()
+        self.display.xdotool("windowmove", "--sync", window, 900, 700)
+        window = self.change_mode(800)
+        x, y, width, height = self.display.place_of(window)
+        self.assertEqual((width, height), (800, 256))
+        self.assertGreaterEqual(x, 400)
+        self.assertLessEqual(x + width, 1280)
+        self.assertGreaterEqual(y, 600)
+        self.assertLessEqual(y + height, 1024)
+        self.quit(viewer)
+
+    def test_a_full_screen_leaves_the_next_window_in_the_centre(self):
+        self.write_settings(mode=0)
+        viewer, window = self.start_viewing()
+        self.display.key("m")
+        self.display.wait_for(desktop.MODE_TITLE)
+        self.display.key("alt+d", "Down", "alt+o")
+        window = self.display.wait_for(desktop.VIEWER_TITLE)
+        x, y, width, height = self.display.place_of(window)
+        self.assertEqual((width, height), (320, 256))
+        self.assertAlmostEqual(x + width / 2, 640, delta=60)
+        self.assertAlmostEqual(y + height / 2, 512, delta=60)
+        self.quit(viewer)
 
 
 class WithoutManager(desktop.Case):

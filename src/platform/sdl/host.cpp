@@ -3,6 +3,7 @@
 #include "platform/sdl/host.h"
 
 #include "platform/sdl/input.h"
+#include "platform/sdl/keyboard.h"
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/state.h"
 

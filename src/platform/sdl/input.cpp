@@ -3,7 +3,10 @@
 #include "platform/sdl/input.h"
 
 #include "platform/sdl/host.h"
+#include "platform/sdl/keyboard.h"
 #include "platform/sdl/picture_window.h"
+#include "platform/sdl/pointer.h"
+#include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>
 #include <algorithm>
@@ -14,66 +17,27 @@ namespace desktop {
 
 namespace {
 
-/// A click that brings the focus back to the window is over so many milliseconds after it; it is not a
-/// command.
-constexpr Uint32 focusing_click_milliseconds = 100;
+/// For so long after the window got the focus, or a requester was closed, a click is taken as the one that
+/// did it, or as the second half of a double click that did it.
+constexpr Uint32 stray_click_milliseconds = 500;
 
-/// Whether the window has lost the focus since it was opened. Written with the focus events.
+/// When the window got the focus or a requester was closed, in milliseconds of SDL's clock; nothing before
+/// the first time. Written with the focus events and by ignore_what_is_held.
+std::optional<Uint32> attention_began;
+
+/// Whether the window has the focus; without a window manager nobody says so, and clicks are taken all the
+/// same. Written with the focus events.
 bool has_lost_focus = false;
 
-/// When the window got the focus back, by SDL's clock; nothing while it has it from the start. Written with
-/// the focus events.
-std::optional<Uint32> focused_again;
+/// Whether the last click was no command; the further clicks of a double click are none then either. Written
+/// with each click.
+bool last_click_was_stray = false;
 
-/// The modifier keys held with the key pressed last, whose text comes right behind it. Written with each key.
+/// The modifier keys that are down. Written with each key.
 Uint16 modifiers = KMOD_NONE;
 
-IntuiMessage message(ULONG event_class, UWORD code) {
-    IntuiMessage result{};
-    result.Class = event_class;
-    result.Code = code;
-    return result;
-}
-
-/// The cursor keys have no character; all other keys come as text.
-std::optional<IntuiMessage> key_message(const SDL_Keysym &key) {
-    switch (key.sym) {
-    case SDLK_UP:
-        return message(IDCMP_RAWKEY, 0x4C);
-    case SDLK_DOWN:
-        return message(IDCMP_RAWKEY, 0x4D);
-    case SDLK_RIGHT:
-        return message(IDCMP_RAWKEY, 0x4E);
-    case SDLK_LEFT:
-        return message(IDCMP_RAWKEY, 0x4F);
-    case SDLK_ESCAPE:
-        return character_message(escape_character);
-    default:
-        return std::nullopt;
-    }
-}
-
-bool is_full_screen_key(const SDL_KeyboardEvent &event) {
-    const bool is_enter = event.keysym.sym == SDLK_RETURN || event.keysym.sym == SDLK_KP_ENTER;
-    return event.repeat == 0 &&
-           (event.keysym.sym == SDLK_F11 || (is_enter && (event.keysym.mod & KMOD_ALT) != 0));
-}
-
-/// Appends the characters that the system's 8-bit character set knows, one message each.
-void take_text(const char *text, std::deque<IntuiMessage> &messages) {
-    // A key together with these is a command of the desktop, not of the viewer.
-    if ((modifiers & (KMOD_CTRL | KMOD_LALT | KMOD_GUI)) != 0) {
-        return;
-    }
-    for (const auto *at = reinterpret_cast<const unsigned char *>(text); *at != 0; ++at) {
-        if (*at < 0x80) {
-            messages.push_back(character_message(*at));
-        } else if ((*at == 0xC2 || *at == 0xC3) && (at[1] & 0xC0) == 0x80) {
-            messages.push_back(character_message(static_cast<UWORD>((*at & 3) << 6 | (at[1] & 0x3F))));
-            ++at;
-        }
-    }
-}
+/// Whether the text that SDL reports next comes from a key that is no text. Written with each key.
+bool ignores_text = false;
 
 WORD as_word(Sint32 amount) {
     constexpr Sint32 lowest = std::numeric_limits<WORD>::min();
@@ -81,37 +45,67 @@ WORD as_word(Sint32 amount) {
     return static_cast<WORD>(std::clamp(amount, lowest, highest));
 }
 
+void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages) {
+    modifiers = event.keysym.mod;
+    ignores_text = true;
+    if (is_held_key()) {
+        return;
+    }
+    if (is_full_screen_key(event)) {
+        toggle_full_screen();
+    } else if (is_quit_key(event)) {
+        request_quit();
+    } else if (const auto message = key_message(event)) {
+        messages.push_back(*message);
+    } else {
+        ignores_text = (modifiers & desktop_modifiers) != 0;
+    }
+}
+
 void take_motion(const SDL_MouseMotionEvent &event, std::deque<IntuiMessage> &messages) {
     if (is_pointer_held()) {
-        IntuiMessage moved = message(IDCMP_MOUSEMOVE, 0);
+        IntuiMessage moved{};
+        moved.Class = IDCMP_MOUSEMOVE;
         moved.MouseX = as_word(event.xrel);
         moved.MouseY = as_word(event.yrel);
         messages.push_back(moved);
     }
 }
 
+/// Whether a click is meant for something else than the viewer's commands.
+bool is_stray_click(const SDL_MouseButtonEvent &event) {
+    const bool is_tap = event.which == SDL_TOUCH_MOUSEID;
+    const bool is_early = attention_began && event.timestamp - *attention_began < stray_click_milliseconds;
+    const bool continues_stray = event.clicks > 1 && last_click_was_stray;
+    return is_tap || has_lost_focus || is_early || continues_stray || (modifiers & desktop_modifiers) != 0;
+}
+
 void take_button(const SDL_MouseButtonEvent &event, std::deque<IntuiMessage> &messages) {
-    if (focused_again && event.timestamp - *focused_again < focusing_click_milliseconds) {
+    last_click_was_stray = is_stray_click(event);
+    if (last_click_was_stray) {
         return;
     }
+    IntuiMessage click{};
+    click.Class = IDCMP_MOUSEBUTTONS;
     if (event.button == SDL_BUTTON_LEFT) {
-        messages.push_back(message(IDCMP_MOUSEBUTTONS, SELECTDOWN));
+        click.Code = SELECTDOWN;
+        messages.push_back(click);
     } else if (event.button == SDL_BUTTON_RIGHT) {
-        messages.push_back(message(IDCMP_MOUSEBUTTONS, MENUDOWN));
+        click.Code = MENUDOWN;
+        messages.push_back(click);
     }
 }
 
-void heed_window(const SDL_WindowEvent &event) {
+/// What concerns the window alone.
+void take_window_event(const SDL_WindowEvent &event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_FOCUS_GAINED:
-        if (has_lost_focus) {
-            focused_again = event.timestamp;
-        }
-        hold_pointer(true);
+        has_lost_focus = false;
+        attention_began = event.timestamp;
+        ignore_held_keys();
         break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
         has_lost_focus = true;
-        hold_pointer(false);
         break;
     case SDL_WINDOWEVENT_CLOSE:
         request_quit();
@@ -123,24 +117,23 @@ void heed_window(const SDL_WindowEvent &event) {
 
 } // namespace
 
-IntuiMessage character_message(UWORD character) {
-    return message(IDCMP_VANILLAKEY, character);
-}
-
 void take_input(std::deque<IntuiMessage> &messages) {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) {
         switch (event.type) {
+        case SDL_SYSWMEVENT:
+            note_x11_event(*event.syswm.msg, false);
+            break;
         case SDL_KEYDOWN:
+            take_key(event.key, messages);
+            break;
+        case SDL_KEYUP:
             modifiers = event.key.keysym.mod;
-            if (is_full_screen_key(event.key)) {
-                toggle_full_screen();
-            } else if (const auto key = key_message(event.key.keysym)) {
-                messages.push_back(*key);
-            }
             break;
         case SDL_TEXTINPUT:
-            take_text(event.text.text, messages);
+            if (!ignores_text) {
+                take_text(event.text.text, messages);
+            }
             break;
         case SDL_MOUSEMOTION:
             take_motion(event.motion, messages);
@@ -149,7 +142,36 @@ void take_input(std::deque<IntuiMessage> &messages) {
             take_button(event.button, messages);
             break;
         case SDL_WINDOWEVENT:
-            heed_window(event.window);
+            take_window_event(event.window);
+            break;
+        case SDL_QUIT:
+            request_quit();
+            break;
+        default:
+            break;
+        }
+    }
+    // Alt and the logo key are how window managers are spoken to: their menus and their ways to move a window
+    // need the pointer.
+    take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
+}
+
+void drop_input() {
+    SDL_Event event;
+    while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
+        switch (event.type) {
+        case SDL_SYSWMEVENT:
+            note_x11_event(*event.syswm.msg, true);
+            break;
+        case SDL_KEYDOWN:
+        case SDL_KEYUP:
+            modifiers = event.key.keysym.mod;
+            break;
+        case SDL_WINDOWEVENT:
+            take_window_event(event.window);
+            if (event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+                present_again();
+            }
             break;
         case SDL_QUIT:
             request_quit();
@@ -160,16 +182,10 @@ void take_input(std::deque<IntuiMessage> &messages) {
     }
 }
 
-void drop_input() {
-    SDL_Event event;
-    while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
-        const bool is_close = event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_CLOSE;
-        if (event.type == SDL_QUIT || is_close) {
-            request_quit();
-        } else if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
-            present_again();
-        }
-    }
+void ignore_what_is_held() {
+    attention_began = SDL_GetTicks();
+    last_click_was_stray = true;
+    ignore_held_keys();
 }
 
 } // namespace desktop

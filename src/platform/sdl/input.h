@@ -8,11 +8,6 @@
 
 namespace desktop {
 
-constexpr UWORD escape_character = 27;
-
-/// A translated key.
-IntuiMessage character_message(UWORD character);
-
 /// Appends everything that the user did since the last call, in order. What concerns the window alone (full
 /// screen, focus, the close button) is dealt with here; closing counts as request_quit.
 void take_input(std::deque<IntuiMessage> &messages);
@@ -20,5 +15,9 @@ void take_input(std::deque<IntuiMessage> &messages);
 /// Forgets what the user did since the last call, but for the wish to close the window; shows the picture
 /// again where it was uncovered. For the time when a requester has the user's attention.
 void drop_input();
+
+/// Called when a requester is closed: keys and buttons that are down are ignored until they are released, and
+/// so is the second half of a double click that closed it.
+void ignore_what_is_held();
 
 } // namespace desktop

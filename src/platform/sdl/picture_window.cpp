@@ -2,7 +2,12 @@
 // A window of SDL with a renderer and one texture of the picture's size.
 #include "platform/sdl/picture_window.h"
 
+#include "platform/sdl/input.h"
 #include "platform/sdl/pacing.h"
+#include "platform/sdl/pointer.h"
+#include "platform/sdl/window_place.h"
+#include "platform/sdl/x11_display.h"
+#include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>
 #include <algorithm>
@@ -17,8 +22,11 @@ namespace {
 /// What a display that does not tell its rate is taken for.
 constexpr double usual_refresh_rate = 60.0;
 
-/// What a window's frame takes from the display's height, more or less.
-constexpr int frame_height = 40;
+/// The smallest window that the mouse can still get hold of.
+constexpr Extent smallest_window{128, 96};
+
+/// What the title says while the pointer is held.
+constexpr const char *pointer_hint = "   <Alt> frees the pointer.";
 
 /// How long a pass takes while nobody can see its picture.
 constexpr int hidden_pass_milliseconds = 250;
@@ -35,6 +43,15 @@ int enlarged_factor = 0;
 
 /// Size of the pictures that the window shows, in pixels.
 Extent picture{1, 1};
+
+/// The window's title while the pointer is free.
+std::string plain_title;
+
+/// Where the last window was, for the next one. Written when a window is closed.
+WindowPlace last_place;
+
+/// Whether the window was maximised before the user made it full screen. Written by toggle_full_screen.
+bool was_maximised = false;
 
 /// Whether the renderer was asked to wait for the refresh.
 bool presenting_waits = false;
@@ -71,6 +88,10 @@ bool connect_display() {
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    // A tap is no click: it would end the viewer.
+    SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
+    // The software renderer is for those whom OpenGL fails, so its pictures must not go through OpenGL.
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_APP_NAME, "Zelvo");
     SDL_SetHint("SDL_VIDEO_X11_WMCLASS", "zelvo");
     SDL_SetHint("SDL_VIDEO_WAYLAND_WMCLASS", "zelvo");
@@ -88,6 +109,8 @@ bool connect_display() {
         SDL_SetError("neither X11 nor Wayland answers");
         return complain("no display");
     }
+    watch_x11_keyboard();
+    watch_focus();
     return true;
 }
 
@@ -135,12 +158,6 @@ Extent output_extent() {
     return {std::max(output.width, 1), std::max(output.height, 1)};
 }
 
-Extent room_for_window() {
-    SDL_Rect bounds{0, 0, picture.width, picture.height};
-    SDL_GetDisplayUsableBounds(0, &bounds);
-    return {std::max(bounds.w, 1), std::max(bounds.h - frame_height, 1)};
-}
-
 double refresh_rate() {
     SDL_DisplayMode mode{};
     const int display = SDL_GetWindowDisplayIndex(window);
@@ -152,8 +169,13 @@ bool is_visible() {
     return (SDL_GetWindowFlags(window) & (SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED)) == 0;
 }
 
-bool is_full_screen() {
+/// Whether SDL made the window full screen, or the window manager told SDL that it did.
+bool is_sdl_full_screen() {
     return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+}
+
+bool is_full_screen() {
+    return is_sdl_full_screen() || is_x11_full_screen(window);
 }
 
 void fill_texture(const BitMap &bitmap, const host::Palette &palette) {
@@ -198,6 +220,48 @@ void draw_texture() {
     SDL_RenderCopy(renderer, source, nullptr, &target);
 }
 
+/// The window, still hidden; null if there is none to be had. It is shown when it has its renderer, for which
+/// some drivers make the window anew.
+SDL_Window *make_hidden_window(const DisplayMode &mode) {
+    const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
+    const Extent extent{std::max(wanted.width, smallest_window.width),
+                        std::max(wanted.height, smallest_window.height)};
+    const SDL_Point corner = opening_corner(last_place, extent);
+    const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    return SDL_CreateWindow(plain_title.c_str(), corner.x, corner.y, extent.width, extent.height,
+                            SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
+                                full_screen);
+}
+
+void destroy_window() {
+    SDL_DestroyTexture(enlarged);
+    SDL_DestroyTexture(texture);
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
+    enlarged = nullptr;
+    enlarged_factor = 0;
+    texture = nullptr;
+    renderer = nullptr;
+    window = nullptr;
+}
+
+/// Window and renderer. A graphics processor may refuse what plain memory can hold, and an X server may
+/// refuse OpenGL altogether; then plain memory must do, in a new window, since the refusal may have spoiled
+/// the first.
+bool make_window(const DisplayMode &mode) {
+    const X11ErrorTrap trap;
+    window = make_hidden_window(mode);
+    if (window == nullptr) {
+        return complain("no window");
+    }
+    if (make_renderer(0) && !X11ErrorTrap::has_caught_error()) {
+        return true;
+    }
+    destroy_window();
+    window = make_hidden_window(mode);
+    return (window != nullptr && make_renderer(SDL_RENDERER_SOFTWARE)) || complain("no picture of this size");
+}
+
 } // namespace
 
 bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const std::string &title) {
@@ -205,18 +269,8 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
         return false;
     }
     picture = picture_extent;
-    const Extent extent = window_extent(picture, mode.factor, room_for_window());
-    // Not shown before it has its renderer, for which some drivers make the window anew.
-    const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
-    window = SDL_CreateWindow(
-        title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, extent.width, extent.height,
-        SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | full_screen);
-    if (window == nullptr) {
-        return complain("no window");
-    }
-    // A graphics processor may refuse what plain memory can hold.
-    if (!make_renderer(0) && !make_renderer(SDL_RENDERER_SOFTWARE)) {
-        complain("no picture of this size");
+    plain_title = title;
+    if (!make_window(mode)) {
         close_picture_window();
         return false;
     }
@@ -224,6 +278,7 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     if (!is_paced()) {
         SDL_RenderSetVSync(renderer, 0);
     }
+    SDL_SetWindowMinimumSize(window, smallest_window.width, smallest_window.height);
     SDL_StartTextInput();
     SDL_ShowWindow(window);
     black_out();
@@ -235,16 +290,9 @@ void close_picture_window() {
     if (window == nullptr) {
         return;
     }
-    hold_pointer(false);
-    SDL_DestroyTexture(enlarged);
-    SDL_DestroyTexture(texture);
-    SDL_DestroyRenderer(renderer);
-    SDL_DestroyWindow(window);
-    enlarged = nullptr;
-    enlarged_factor = 0;
-    texture = nullptr;
-    renderer = nullptr;
-    window = nullptr;
+    free_pointer();
+    last_place = place_of(window, is_full_screen());
+    destroy_window();
     // The window goes now, not with the next event that somebody looks for.
     SDL_PumpEvents();
 }
@@ -286,33 +334,49 @@ void present_again() {
 }
 
 void toggle_full_screen() {
-    if (window != nullptr) {
-        SDL_SetWindowFullscreen(window, is_full_screen() ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+    if (window == nullptr) {
+        return;
+    }
+    if (!is_full_screen()) {
+        was_maximised = (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED) != 0;
+        SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+    } else if (is_sdl_full_screen()) {
+        SDL_SetWindowFullscreen(window, 0);
+        // SDL forgets it.
+        if (was_maximised) {
+            SDL_MaximizeWindow(window);
+        }
+    } else {
+        leave_x11_full_screen(window);
     }
 }
 
-void hold_pointer(bool is_held) {
-    SDL_SetRelativeMouseMode(is_held ? SDL_TRUE : SDL_FALSE);
-    SDL_ShowCursor(is_held ? SDL_DISABLE : SDL_ENABLE);
+SDL_Window *picture_window() {
+    return window;
 }
 
-bool is_pointer_held() {
-    return SDL_GetRelativeMouseMode() == SDL_TRUE;
+void show_title(bool pointer_is_held) {
+    if (window != nullptr) {
+        SDL_SetWindowTitle(window,
+                           pointer_is_held ? (plain_title + pointer_hint).c_str() : plain_title.c_str());
+    }
 }
 
 void yield_to_requester(bool is_over) {
+    if (is_over) {
+        ignore_what_is_held();
+    }
     if (window == nullptr) {
         return;
     }
     if (!is_over) {
-        hold_pointer(false);
+        free_pointer();
         if (is_full_screen()) {
             SDL_HideWindow(window);
         }
     } else {
         SDL_ShowWindow(window);
         SDL_RaiseWindow(window);
-        hold_pointer((SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS) != 0);
     }
 }
 

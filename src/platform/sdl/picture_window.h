@@ -8,6 +8,8 @@
 
 #include <string>
 
+struct SDL_Window;
+
 namespace desktop {
 
 /// Opens the window, black, for pictures of this size. False if there is no display or none that takes the
@@ -33,11 +35,11 @@ void present_again();
 /// From full screen to a window, or back.
 void toggle_full_screen();
 
-/// Takes the pointer for the window alone, hidden and with relative motion, or gives it back.
-void hold_pointer(bool is_held);
+/// The window itself, null while it is closed.
+SDL_Window *picture_window();
 
-/// Whether the pointer is the window's alone.
-bool is_pointer_held();
+/// Shows the window's title, with how to free the pointer while it is held.
+void show_title(bool pointer_is_held);
 
 /// Makes room for a requester, as its own screen did: gives the pointer back and takes a full-screen window
 /// away from the display. `is_over` undoes it.

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Translates keys.
+#include "platform/sdl/keyboard.h"
+
+#include "platform/sdl/x11_keyboard.h"
+
+#include <SDL_keyboard.h>
+
+namespace desktop {
+
+namespace {
+
+constexpr UWORD cursor_up = 0x4C;
+constexpr UWORD cursor_down = 0x4D;
+constexpr UWORD cursor_right = 0x4E;
+constexpr UWORD cursor_left = 0x4F;
+
+IntuiMessage message(ULONG event_class, UWORD code) {
+    IntuiMessage result{};
+    result.Class = event_class;
+    result.Code = code;
+    return result;
+}
+
+bool is_letter(SDL_Scancode key) {
+    return key >= SDL_SCANCODE_A && key <= SDL_SCANCODE_Z;
+}
+
+bool is_digit(SDL_Scancode key) {
+    return key >= SDL_SCANCODE_1 && key <= SDL_SCANCODE_0;
+}
+
+/// Whether any letter key of the layout in use gives a letter from a to z.
+bool has_latin_letters() {
+    if (const std::optional<bool> known = has_latin_letters_on_x11()) {
+        return *known;
+    }
+    for (int key = SDL_SCANCODE_A; key <= SDL_SCANCODE_Z; ++key) {
+        const SDL_Keycode symbol = SDL_GetKeyFromScancode(static_cast<SDL_Scancode>(key));
+        if (symbol >= SDLK_a && symbol <= SDLK_z) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The raw code of a cursor key.
+std::optional<UWORD> cursor_code(const SDL_Keysym &key) {
+    const bool keypad_steers = (key.mod & (KMOD_NUM | KMOD_SHIFT)) == 0;
+    switch (key.sym) {
+    case SDLK_UP:
+        return cursor_up;
+    case SDLK_DOWN:
+        return cursor_down;
+    case SDLK_RIGHT:
+        return cursor_right;
+    case SDLK_LEFT:
+        return cursor_left;
+    case SDLK_KP_8:
+        return keypad_steers ? std::optional(cursor_up) : std::nullopt;
+    case SDLK_KP_2:
+        return keypad_steers ? std::optional(cursor_down) : std::nullopt;
+    case SDLK_KP_6:
+        return keypad_steers ? std::optional(cursor_right) : std::nullopt;
+    case SDLK_KP_4:
+        return keypad_steers ? std::optional(cursor_left) : std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// The character at a key's place on the US layout; nothing for other keys than letters and digits.
+std::optional<UWORD> character_by_place(const SDL_Keysym &key) {
+    const bool is_shifted = (key.mod & KMOD_SHIFT) != 0;
+    if (is_letter(key.scancode)) {
+        const bool is_capital = is_shifted != ((key.mod & KMOD_CAPS) != 0);
+        return static_cast<UWORD>((is_capital ? 'A' : 'a') + (key.scancode - SDL_SCANCODE_A));
+    }
+    // The row of digits begins with 1 and ends with 0.
+    if (is_digit(key.scancode) && !is_shifted) {
+        return static_cast<UWORD>('0' + (key.scancode - SDL_SCANCODE_1 + 1) % 10);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+IntuiMessage character_message(UWORD character) {
+    return message(IDCMP_VANILLAKEY, character);
+}
+
+bool is_full_screen_key(const SDL_KeyboardEvent &event) {
+    const bool is_enter = event.keysym.sym == SDLK_RETURN || event.keysym.sym == SDLK_KP_ENTER;
+    return event.repeat == 0 &&
+           (event.keysym.sym == SDLK_F11 || (is_enter && (event.keysym.mod & KMOD_ALT) != 0));
+}
+
+bool is_quit_key(const SDL_KeyboardEvent &event) {
+    const bool is_q =
+        has_latin_letters() ? event.keysym.sym == SDLK_q : event.keysym.scancode == SDL_SCANCODE_Q;
+    return is_q && (event.keysym.mod & KMOD_CTRL) != 0 && (event.keysym.mod & (KMOD_ALT | KMOD_GUI)) == 0;
+}
+
+std::optional<IntuiMessage> key_message(const SDL_KeyboardEvent &event) {
+    if (const std::optional<UWORD> code = cursor_code(event.keysym)) {
+        return message(IDCMP_RAWKEY, *code);
+    }
+    if (event.keysym.sym == SDLK_ESCAPE) {
+        return character_message(escape_character);
+    }
+    if ((event.keysym.mod & desktop_modifiers) != 0 || has_latin_letters()) {
+        return std::nullopt;
+    }
+    const std::optional<UWORD> character = character_by_place(event.keysym);
+    return character ? std::optional(character_message(*character)) : std::nullopt;
+}
+
+void take_text(const char *text, std::deque<IntuiMessage> &messages) {
+    for (const auto *at = reinterpret_cast<const unsigned char *>(text); *at != 0; ++at) {
+        if (*at < 0x80) {
+            messages.push_back(character_message(*at));
+        } else if ((*at == 0xC2 || *at == 0xC3) && (at[1] & 0xC0) == 0x80) {
+            messages.push_back(character_message(static_cast<UWORD>((*at & 3) << 6 | (at[1] & 0x3F))));
+            ++at;
+        }
+    }
+}
+
+} // namespace desktop
