@@ -231,8 +231,22 @@ TEST_F(Input, ClicksWithModifiersOfTheDesktopAreNoCommands) {
         click(SDL_BUTTON_RIGHT);
         EXPECT_EQ(buttons(), Codes{}) << key.symbol;
         release(key.place, key.symbol, nothing);
+        click(SDL_BUTTON_LEFT);
+        EXPECT_EQ(buttons(), Codes{SELECTDOWN}) << key.symbol;
+        taken.clear();
     }
     press(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT, KMOD_LSHIFT);
+    click(SDL_BUTTON_LEFT);
+    EXPECT_EQ(buttons(), Codes{SELECTDOWN});
+}
+
+TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
+    press(SDL_SCANCODE_LALT, SDLK_LALT, KMOD_LALT);
+    SDL_Event event{};
+    event.type = SDL_KEYUP;
+    event.key.keysym = {SDL_SCANCODE_LALT, SDLK_LALT, nothing, 0};
+    add(event);
+    desktop::drop_input();
     click(SDL_BUTTON_LEFT);
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
@@ -259,6 +273,15 @@ TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
+TEST_F(Input, ASlowDoubleClickThatBringsTheFocusIsNoCommand) {
+    send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
+    now += 200;
+    click(SDL_BUTTON_LEFT);
+    now += 400;
+    click(SDL_BUTTON_LEFT, 2);
+    EXPECT_EQ(buttons(), Codes{});
+}
+
 TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
@@ -271,6 +294,10 @@ TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     now = SDL_GetTicks() + 100;
     desktop::ignore_what_is_held();
     click(SDL_BUTTON_LEFT);
+    EXPECT_EQ(buttons(), Codes{});
+    desktop::ignore_what_is_held();
+    now += 900;
+    click(SDL_BUTTON_LEFT, 2);
     EXPECT_EQ(buttons(), Codes{});
     now += 1000;
     click(SDL_BUTTON_LEFT);
