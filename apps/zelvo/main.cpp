@@ -3,11 +3,13 @@
 #include "main_68k/start_up.h"
 #include "main_68k/viewer_state.h"
 #include "platform/sdl/host.h"
+#include "platform/shared/standard_streams.h"
 #include "words.h"
 
 #include <csignal>
 
 int main(int argc, char **argv) {
+    host::open_missing_standard_streams();
     desktop::set_up({program_words(argc, argv), {default_envmap_filename}});
     std::signal(SIGINT, [](int) { desktop::request_quit(); });
     std::signal(SIGTERM, [](int) { desktop::request_quit(); });

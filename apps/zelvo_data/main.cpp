@@ -3,6 +3,7 @@
 #include "environment_map.h"
 #include "file_output.h"
 #include "objects.h"
+#include "platform/shared/standard_streams.h"
 
 #include <exception>
 #include <filesystem>
@@ -25,6 +26,7 @@ void write_all(const std::filesystem::path &folder) {
 } // namespace
 
 int main(int argc, char **argv) {
+    host::open_missing_standard_streams();
     if (argc != 2) {
         std::cerr << "usage: zelvo-data OUTPUT_FOLDER\n";
         return 2;

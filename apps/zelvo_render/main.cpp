@@ -7,6 +7,7 @@
 #include "outputs.h"
 #include "platform/offscreen/host.h"
 #include "platform/offscreen/input_script.h"
+#include "platform/shared/standard_streams.h"
 #include "temporary_folder.h"
 
 #include <csignal>
@@ -50,6 +51,7 @@ std::string volume_folder(const std::optional<std::string> &chosen,
 } // namespace
 
 int main(int argc, char **argv) {
+    host::open_missing_standard_streams();
     const Options options = parse_options(argc, argv);
 
     offscreen::Setup setup;

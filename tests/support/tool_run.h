@@ -30,6 +30,8 @@ struct ToolPlace {
     std::string temporary_folder;
     /// Called with the process's number while it runs, if set.
     std::function<void(pid_t)> meanwhile;
+    /// Descriptors of 0 to 2 that are closed when the program starts; nothing of them is read back.
+    std::vector<int> closed = {};
 };
 
 /// Runs a program of the build with these arguments and waits for its end.
@@ -51,6 +53,9 @@ inline ToolRun run_tool(const std::string &name, const std::vector<std::string> 
         if (std::freopen(files.path("output").c_str(), "w", stdout) != nullptr &&
             std::freopen(files.path("errors").c_str(), "w", stderr) != nullptr &&
             chdir(place.folder.c_str()) == 0 && setenv("TMPDIR", place.temporary_folder.c_str(), 1) == 0) {
+            for (const int descriptor : place.closed) {
+                close(descriptor);
+            }
             execv(program.c_str(), words.data());
         }
         std::_Exit(127);
