@@ -3,10 +3,9 @@
 #include "platform/intuition.h"
 
 #include "platform/offscreen/state.h"
+#include "platform/shared/room.h"
 #include "platform/shared/screen_size.h"
 #include "platform/shared/tags.h"
-
-#include <new>
 
 using namespace offscreen;
 
@@ -18,11 +17,11 @@ Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
         !host::is_possible_side(height)) {
         return nullptr;
     }
-    try {
-        state.screens.push_back(std::make_unique<OffscreenScreen>(width, height));
-    } catch (const std::bad_alloc &) {
+    auto screen = host::make_if_there_is_room<OffscreenScreen>(width, height);
+    if (screen == nullptr) {
         return nullptr;
     }
+    state.screens.push_back(std::move(screen));
     return state.screens.back().get();
 }
 
@@ -64,10 +63,9 @@ ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *, ULONG flags) {
     if ((flags & SB_SCREEN_BITMAP) != 0) {
         buffer->sb_BitMap = &offscreen_screen.bitmap;
     } else {
-        try {
-            buffer->own =
-                std::make_unique<BitMap>(offscreen_screen.bitmap.width, offscreen_screen.bitmap.height);
-        } catch (const std::bad_alloc &) {
+        buffer->own = host::make_if_there_is_room<BitMap>(offscreen_screen.bitmap.width,
+                                                          offscreen_screen.bitmap.height);
+        if (buffer->own == nullptr) {
             return nullptr;
         }
         buffer->sb_BitMap = buffer->own.get();

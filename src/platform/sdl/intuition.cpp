@@ -4,6 +4,7 @@
 
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/room.h"
 #include "platform/shared/screen_size.h"
 #include "platform/shared/tags.h"
 
@@ -40,11 +41,17 @@ Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
                      static_cast<long>(height));
         return nullptr;
     }
+    auto screen = host::make_if_there_is_room<DesktopScreen>(width, height);
+    if (screen == nullptr) {
+        std::fprintf(stderr, "zelvo: no memory for a screen of %ld x %ld\n", static_cast<long>(width),
+                     static_cast<long>(height));
+        return nullptr;
+    }
     if (!open_picture_window({width, height}, *mode, std::string("Zelvo   ") + title)) {
         return nullptr;
     }
     state.current = {mode_id, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
-    state.screen = std::make_unique<DesktopScreen>(width, height);
+    state.screen = std::move(screen);
     return state.screen.get();
 }
 
@@ -74,7 +81,12 @@ ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *, ULONG flags) {
     if ((flags & SB_SCREEN_BITMAP) != 0) {
         buffer->sb_BitMap = &bitmap;
     } else {
-        buffer->own = std::make_unique<BitMap>(bitmap.width, bitmap.height);
+        buffer->own = host::make_if_there_is_room<BitMap>(bitmap.width, bitmap.height);
+        if (buffer->own == nullptr) {
+            std::fprintf(stderr, "zelvo: no memory for a buffer of a screen of %d x %d\n", bitmap.width,
+                         bitmap.height);
+            return nullptr;
+        }
         buffer->sb_BitMap = buffer->own.get();
     }
     return buffer.release();

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// The viewer where memory has no room for its screen or one of the screen's buffers.
+#include "main_68k/start_up.h"
+#include "platform/sdl/host.h"
+#include "platform/sdl/state.h"
+#include "support/temporary_files.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <new>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// Nothing else in the process is exactly as large as this picture.
+constexpr int width = 333;
+constexpr int height = 217;
+
+/// The number of the picture-sized allocation that fails, from 1, and how many there were.
+int refused_picture = 0;
+int pictures = 0;
+
+bool is_refused(std::size_t size) {
+    return size == std::size_t{width} * height && ++pictures == refused_picture;
+}
+
+struct Outcome {
+    int exit_code;
+    std::string output;
+    std::string errors;
+};
+
+constexpr int still_held = 99;
+
+class NoRoom : public testing::Test {
+protected:
+    /// One pass of the viewer without a display, with one allocation refused.
+    Outcome run(int refused) const {
+        std::fflush(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            if (std::freopen(files.path("output").c_str(), "w", stdout) == nullptr ||
+                std::freopen(files.path("errors").c_str(), "w", stderr) == nullptr ||
+                chdir(files.folder().c_str()) != 0) {
+                std::_Exit(127);
+            }
+            refused_picture = refused;
+            std::atexit([] {
+                if (desktop::state.screen != nullptr) {
+                    std::_Exit(still_held);
+                }
+            });
+            desktop::set_up({{std::string(ZELVO_TEST_OBJECTS) + "/cube.lwo"}, {}});
+            desktop::request_quit();
+            start_up(1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), files.read("output"),
+                files.read("errors")};
+    }
+
+    void SetUp() override {
+        setenv("SDL_VIDEODRIVER", "dummy", 1);
+        setenv("SDL_RENDER_DRIVER", "software", 1);
+        setenv("XDG_RUNTIME_DIR", files.folder().c_str(), 1);
+        std::filesystem::create_directory(files.path("zelvo"));
+        std::filesystem::permissions(files.path("zelvo"), std::filesystem::perms::owner_all);
+        files.write(
+            "zelvo/Zelvo.vars",
+            "gammas: 1 1 1\nrotate: 0\nobj style: 4\nclear style: 0\nfps: 1\ndots: 0\ndot lum: 25600\n"
+            "dot lum in blur: 2560\ninternal c2p enabled: 0\nenvmap filename: texture\nModeID: 1\n"
+            "width: 333\nheight: 217\n");
+        files.write("texture", std::string(65536, 'x'));
+    }
+
+    const TemporaryFiles files;
+};
+
+} // namespace
+
+void *operator new(std::size_t size) {
+    void *made = is_refused(size) ? nullptr : std::malloc(size);
+    if (made == nullptr) {
+        throw std::bad_alloc();
+    }
+    return made;
+}
+
+void operator delete(void *freed) noexcept {
+    std::free(freed);
+}
+
+void operator delete(void *freed, std::size_t) noexcept {
+    std::free(freed);
+}
+
+TEST_F(NoRoom, ForTheScreenIsTheProgramsOwnMessage) {
+    const Outcome ended = run(1);
+    EXPECT_EQ(ended.exit_code, 20);
+    EXPECT_EQ(ended.output, "Couldn't open screen\n");
+    EXPECT_EQ(ended.errors, "zelvo: no memory for a screen of 333 x 217\n");
+}
+
+TEST_F(NoRoom, ForAScreenBufferIsTheProgramsOwnMessage) {
+    for (const int refused : {2, 3}) {
+        const Outcome ended = run(refused);
+        EXPECT_EQ(ended.exit_code, 20);
+        EXPECT_EQ(ended.output,
+                  "AllocScreenBuffer() failed\nchangescreenbuffer done\nAllocScreenBuffer() failed");
+        EXPECT_EQ(ended.errors, "zelvo: no memory for a buffer of a screen of 333 x 217\n");
+    }
+}
+
+TEST_F(NoRoom, IsNotTheCaseOtherwise) {
+    const Outcome ended = run(4);
+    EXPECT_EQ(ended.exit_code, 0);
+    EXPECT_EQ(ended.errors, "");
+}
