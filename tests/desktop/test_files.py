@@ -2,9 +2,12 @@
 """Files and streams as users really have them: closed streams, names with blanks and colons, disks that refuse."""
 
 import os
+import signal
 import unittest
 
 import desktop
+from desktop import OBJECT_TITLE, TEXTURE_TITLE, VIEWER_TITLE
+from test_requesters import Requesters
 
 
 class ClosedStreams(desktop.Case):
@@ -24,7 +27,7 @@ class ClosedStreams(desktop.Case):
         desktop.wait_until(lambda: not self.picture(window).is_black(), "the first picture")
         for descriptor in descriptors:
             self.assertEqual(os.readlink(f"/proc/{viewer.process.pid}/fd/{descriptor}"), "/dev/null")
-        self.display.key("Escape")
+        viewer.signal(signal.SIGTERM)
         self.assertEqual(viewer.wait(), 0, viewer.err())
         if 1 not in descriptors:
             self.assertRegex(viewer.out(), desktop.STATISTICS)
@@ -37,6 +40,86 @@ class ClosedStreams(desktop.Case):
 
     def test_no_standard_stream_at_all(self):
         self.assert_runs_without(0, 1, 2)
+
+
+class Names(Requesters):
+    """Folders and files whose names mean something to the program or end one in a settings file."""
+
+    FOLDERS = ("a:", "my things", "tab\there", "100%20", "all: of %25 them")
+
+    def make_folder(self, name):
+        folder = self.work / name
+        folder.mkdir()
+        return folder
+
+    def end(self, viewer):
+        """Ends the viewer without a key, which a window that has just come may miss."""
+        viewer.signal(signal.SIGTERM)
+        self.assert_ends_well(viewer)
+
+    def written(self, path):
+        return str(path).replace("%2", "%252").replace(" ", "%20").replace("\t", "%09")
+
+    def test_object_named_on_the_command_line(self):
+        self.write_settings()
+        for name in self.FOLDERS:
+            other = self.make_folder(name) / "my object.lwo"
+            desktop.write_object(other)
+            viewer = self.start(other)
+            self.display.wait_for(VIEWER_TITLE)
+            self.end(viewer)
+
+    def test_object_chosen(self):
+        self.write_settings()
+        for name in ("a:", "my things"):
+            other = self.make_folder(name) / "torus.lwo"
+            desktop.write_object(other)
+            viewer = self.start()
+            self.choose_file(OBJECT_TITLE, other)
+            self.display.wait_for(VIEWER_TITLE)
+            self.end(viewer)
+
+    def test_texture_is_kept_with_mode_and_size(self):
+        for waves, name in enumerate(("a:", "my things", "100%20"), start=5):
+            self.write_settings(width=200, height=160)
+            other = self.make_folder(name) / "my waves.chunky"
+            desktop.write_texture(other, waves)
+            viewer, _ = self.start_viewing()
+            self.display.key("t")
+            self.choose_file(TEXTURE_TITLE, other)
+            self.display.wait_for(VIEWER_TITLE)
+            saved = desktop.settings(width=200, height=160, envmap=self.written(other))
+
+            def is_saved():
+                self.display.key("s")
+                return self.env_file.read_text() == saved
+
+            desktop.wait_until(is_saved, "the saved settings")
+            self.end(viewer)
+            self.assertIn(f"envmap filename: {self.written(other)}\n", viewer.out())
+
+            viewer, window = self.start_viewing()
+            # The offscreen host has the same file under the default name.
+            self.write_settings(width=200, height=160)
+            (self.work / "Zelvo_envmap.chunky").write_bytes(other.read_bytes())
+            self.assert_shows(window, self.rehearse("", 5, 5)[0], "the kept texture")
+            self.end(viewer)
+
+    def test_texture_named_as_another_one_is_written(self):
+        """Both names exist, and each is opened by its own."""
+        self.write_settings()
+        desktop.write_texture(self.work / "a b.chunky", 7)
+        desktop.write_texture(self.work / "a%20b.chunky", 11)
+        for name in ("a b.chunky", "a%20b.chunky"):
+            (self.work / "Zelvo_envmap.chunky").write_bytes((self.work / name).read_bytes())
+            expected = self.rehearse("", 5, 5)[0].rows(14, 256)
+            desktop.write_texture(self.work / "Zelvo_envmap.chunky")
+            viewer, window = self.start_viewing()
+            self.display.key("t")
+            self.choose_file(TEXTURE_TITLE, self.work / name)
+            self.display.wait_for(VIEWER_TITLE)
+            desktop.wait_until(lambda: self.picture(window).rows(14, 256).rgb == expected.rgb, name)
+            self.end(viewer)
 
 
 if __name__ == "__main__":

@@ -180,6 +180,17 @@ TEST_F(OffscreenFiles, VolumesAreFolders) {
     EXPECT_TRUE(std::filesystem::exists(files.path("new")));
 }
 
+TEST_F(OffscreenFiles, ANameMayBeInTheDesktopsFormWithoutBlanks) {
+    const TemporaryFiles files;
+    files.write("my texture", "text");
+    start();
+    EXPECT_TRUE(can_open(files.path("my texture").c_str()));
+    EXPECT_TRUE(can_open(files.path("my%20texture").c_str()));
+    EXPECT_FALSE(can_open(files.path("my%09texture").c_str()));
+    EXPECT_TRUE(can_open(files.path("my%20new").c_str(), "w"));
+    EXPECT_TRUE(std::filesystem::exists(files.path("my%20new")));
+}
+
 TEST_F(OffscreenFiles, StandInsReplaceTheExactNameOnly) {
     const TemporaryFiles files;
     setup.stand_ins = {{"some name", files.write("file", "")}};

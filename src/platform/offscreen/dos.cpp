@@ -3,6 +3,7 @@
 #include "platform/dos.h"
 
 #include "platform/offscreen/state.h"
+#include "platform/shared/blank_free_names.h"
 #include "platform/shared/command_line.h"
 
 using namespace offscreen;
@@ -35,7 +36,10 @@ std::FILE *open_file(const char *name, const char *mode) {
         return nullptr;
     }
     const auto stand_in = state.setup.stand_ins.find(name);
-    return host::open_plain_file(
-        stand_in != state.setup.stand_ins.end() ? stand_in->second : host::path_of(state.setup.volumes, name),
-        mode);
+    const std::string path =
+        stand_in != state.setup.stand_ins.end() ? stand_in->second : host::path_of(state.setup.volumes, name);
+    std::FILE *file = host::open_plain_file(path, mode);
+    // Settings that were saved on a desktop may name a texture in its form.
+    const bool may_be_written_otherwise = file == nullptr && mode[0] == 'r';
+    return may_be_written_otherwise ? host::open_plain_file(host::with_blanks(path), mode) : file;
 }

@@ -7,6 +7,7 @@
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/requesters.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/blank_free_names.h"
 #include "platform/shared/tags.h"
 
 #include <filesystem>
@@ -78,8 +79,9 @@ BOOL run_file_requester(DesktopRequester &requester) {
         return FALSE;
     }
     const std::filesystem::path path(*chosen);
-    requester.drawer = path.parent_path().string();
-    requester.file = path.filename().string();
+    // The drawer ends in "/", since the program joins a file to one that ends in ":" without.
+    requester.drawer = host::without_blanks((path.parent_path() / "").string());
+    requester.file = host::without_blanks(path.filename().string());
     update_texts(requester);
     return TRUE;
 }

@@ -4,6 +4,7 @@
 
 #include "platform/sdl/file_names.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/blank_free_names.h"
 #include "platform/shared/command_line.h"
 #include "platform/shared/volumes.h"
 
@@ -18,7 +19,7 @@ RDArgs *ReadArgs(CONST_STRPTR, ArgumentSlot *slots, RDArgs *) {
     if (!file) {
         return nullptr;
     }
-    auto arguments = std::make_unique<RDArgs>(RDArgs{*file});
+    auto arguments = std::make_unique<RDArgs>(RDArgs{host::without_blanks(*file)});
     slots[0] = reinterpret_cast<ArgumentSlot>(arguments->file.c_str());
     return arguments.release();
 }

@@ -4,6 +4,7 @@
 
 #include "platform/sdl/folders.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/blank_free_names.h"
 #include "platform/shared/volumes.h"
 
 #include <algorithm>
@@ -22,9 +23,21 @@ std::optional<std::string> on_volume(const std::string &name, const std::string 
     return folder ? std::optional(host::path_of({{volume, *folder}}, name)) : std::nullopt;
 }
 
+bool exists(const std::string &path) {
+    return access(path.c_str(), F_OK) == 0;
+}
+
+/// The name as the user knows it. One that this host did not make, but somebody wrote into a settings file,
+/// may mean what it looks like.
+std::string users_name(const std::string &name) {
+    const std::string read = host::with_blanks(name);
+    return !exists(read) && exists(name) ? name : read;
+}
+
 } // namespace
 
-std::optional<std::string> path_of_name(const std::string &name, bool is_for_writing) {
+std::optional<std::string> path_of_name(const std::string &given_name, bool is_for_writing) {
+    const std::string name = users_name(given_name);
     if (is_on_volume(name, "ENV")) {
         // Looked for once, so that the whole run keeps to one folder.
         static const std::optional<std::string> folder = session_settings_folder();
@@ -36,7 +49,7 @@ std::optional<std::string> path_of_name(const std::string &name, bool is_for_wri
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }
     const bool is_installed = std::ranges::count(state.setup.installed_files, name) > 0;
-    if (is_installed && !is_for_writing && access(name.c_str(), F_OK) != 0) {
+    if (is_installed && !is_for_writing && !exists(name)) {
         return installed_data_path(name);
     }
     return name;

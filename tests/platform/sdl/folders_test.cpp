@@ -139,6 +139,22 @@ TEST_F(Folders, OtherNamesArePathsAlready) {
     EXPECT_EQ(desktop::path_of_name("ENVIRONMENT.lwo", false), "ENVIRONMENT.lwo");
 }
 
+TEST_F(Folders, BlanksAreReadFromTheirWrittenForm) {
+    const std::string folder = root.string();
+    EXPECT_EQ(desktop::path_of_name(folder + "/a%20b.chunky", false), folder + "/a b.chunky");
+    EXPECT_EQ(desktop::path_of_name(folder + "/a%2520b.chunky", false), folder + "/a%20b.chunky");
+    EXPECT_EQ(desktop::path_of_name("ENVARC:a%20b", false), (root / "config" / "zelvo" / "a b").string());
+}
+
+TEST_F(Folders, ANameThatLooksLikeAWrittenFormIsItselfWhereOnlyThatExists) {
+    const std::string looking_like_it = (root / "a%20b.chunky").string();
+    const std::string meant = (root / "a b.chunky").string();
+    std::ofstream(looking_like_it) << "x";
+    EXPECT_EQ(desktop::path_of_name(looking_like_it, false), looking_like_it);
+    std::ofstream{meant} << "x";
+    EXPECT_EQ(desktop::path_of_name(looking_like_it, false), meant);
+}
+
 TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
     const fs::path before = fs::current_path();
     fs::current_path(root);
