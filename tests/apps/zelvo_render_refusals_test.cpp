@@ -137,8 +137,11 @@ TEST_F(RenderRefuses, ToRunWithoutAPlaceForTemporaryFolders) {
 }
 
 TEST_F(RenderRefuses, NothingOnlyBecauseASettingsFolderIsMissing) {
-    const ToolRun run = render_cube(
+    ToolRun run = render_cube(
         joined({"--env", "none", "--envarc", "none", "--passes", "2"}, script("1 key S\n1 key w\n")));
+    const std::string reason = " was not saved: No such file or directory (none/Zelvo.vars)\n";
+    EXPECT_EQ(run.errors, "zelvo: ENV:Zelvo.vars" + reason + "zelvo: ENVARC:Zelvo.vars" + reason);
+    run.errors.clear();
     expect_cube_run(run, 2);
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{"script.txt"});
 }

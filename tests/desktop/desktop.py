@@ -244,7 +244,8 @@ class Display:
 class Viewer:
     """A running viewer."""
 
-    def __init__(self, program, arguments, folder, environment):
+    def __init__(self, program, arguments, folder, environment, errors=None):
+        """`errors` is a descriptor that takes standard error's place, which is a file otherwise."""
         self.out_path, self.err_path = folder / "out.txt", folder / "err.txt"
         with open(self.out_path, "wb") as out, open(self.err_path, "wb") as err:
             self.process = subprocess.Popen(
@@ -253,7 +254,7 @@ class Viewer:
                 env=environment,
                 stdin=subprocess.DEVNULL,
                 stdout=out,
-                stderr=err,
+                stderr=err if errors is None else errors,
             )
 
     def out(self):
@@ -334,8 +335,8 @@ class Case(unittest.TestCase):
         self.env_file.parent.mkdir(mode=0o700, exist_ok=True)
         self.env_file.write_text(settings(**changes))
 
-    def start(self, *arguments, **environment):
-        viewer = Viewer(self.program, arguments, self.work, self.environment(**environment))
+    def start(self, *arguments, errors=None, **environment):
+        viewer = Viewer(self.program, arguments, self.work, self.environment(**environment), errors)
         self.viewers.append(viewer)
         return viewer
 

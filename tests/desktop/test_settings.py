@@ -3,7 +3,9 @@
 
 import os
 import pathlib
+import pty
 import shutil
+import signal
 import subprocess
 import sys
 import unittest
@@ -11,6 +13,7 @@ import unittest
 import desktop
 
 FULL_DISK = "full-disk"
+NOTICE_TITLE = "^Zelvo: settings not saved"
 
 
 class Settings(desktop.Case):
@@ -90,9 +93,12 @@ class Settings(desktop.Case):
         self.display.key("Return")
         self.display.wait_for(desktop.VIEWER_TITLE)
         self.display.key("p", "s")
+        self.display.cancel(NOTICE_TITLE)
+        self.display.wait_for(desktop.VIEWER_TITLE)
         self.quit(viewer)
         self.assertEqual((elsewhere / "Zelvo.vars").read_text(), desktop.settings())
-        self.assertIn("is not a folder of yours alone", viewer.err())
+        self.assertIn("is not a folder of yours alone\n", viewer.err())
+        self.assertIn("zelvo: ENV:Zelvo.vars was not saved: Operation not permitted\n", viewer.err())
         self.assertEqual(list(self.work.glob("ENV*")), [])
 
     def test_a_folder_that_cannot_be_made_is_only_a_save_that_fails(self):
@@ -100,24 +106,105 @@ class Settings(desktop.Case):
         self.config.write_text("a file in place of the folder")
         viewer, window = self.start_viewing()
         self.display.key("S")
+        self.display.cancel(NOTICE_TITLE)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.save_again(viewer, "S", 2)
         self.assert_shows(window, self.rehearse("2 key S", 5, 5)[0], "the message all the same")
         self.quit(viewer)
         self.assertEqual(self.config.read_text(), "a file in place of the folder")
+        self.assertEqual(viewer.err(), 2 * "zelvo: ENVARC:Zelvo.vars was not saved: Not a directory\n")
 
-    @unittest.skipUnless(os.geteuid() == 0 and shutil.which("setpriv"), "becoming another user needs root")
-    def test_a_read_only_folder_keeps_its_file(self):
-        self.write_settings()
+    def start_viewing_as_another_user(self):
+        """For whom permissions count, and whose everything is."""
         user = 65534
         for path in (self.folder, *self.folder.rglob("*")):
             os.chown(path, user, user)
-        self.env_file.parent.chmod(0o500)
         self.program = pathlib.Path(desktop.__file__).parent / "as_another_user"
-        viewer, window = self.start_viewing(ZELVO_AS=str(user), ZELVO_PROGRAM=str(self.folder / "bin" / "zelvo"))
+        return self.start_viewing(ZELVO_AS=str(user), ZELVO_PROGRAM=str(self.folder / "bin" / "zelvo"))
+
+    @unittest.skipUnless(os.geteuid() == 0 and shutil.which("setpriv"), "becoming another user needs root")
+    def test_a_read_only_folder_takes_its_file_in_place(self):
+        self.write_settings()
+        self.env_file.parent.chmod(0o500)
+        viewer, _ = self.start_viewing_as_another_user()
         self.display.key("p", "s")
+        desktop.wait_until(lambda: self.env_file.read_text() == desktop.settings(dots=1), "the save")
+        self.quit(viewer)
+        self.assertEqual([path.name for path in self.env_file.parent.iterdir()], ["Zelvo.vars"])
+        self.assertEqual(viewer.err(), "")
+
+    @unittest.skipUnless(os.geteuid() == 0 and shutil.which("setpriv"), "becoming another user needs root")
+    def test_a_read_only_file_is_kept(self):
+        self.write_settings()
+        self.env_file.chmod(0o400)
+        viewer, window = self.start_viewing_as_another_user()
+        self.display.key("p", "s")
+        self.display.cancel(NOTICE_TITLE)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.save_again(viewer, "s", 2)
         self.assert_shows(window, self.rehearse("2 key p\n2 key s", 5, 5)[0], "the message all the same")
         self.quit(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings())
         self.assertEqual([path.name for path in self.env_file.parent.iterdir()], ["Zelvo.vars"])
+        self.assertEqual(viewer.err(), 2 * self.not_saved("Permission denied"))
+
+    def test_where_standard_error_is_a_terminal_nothing_else_tells(self):
+        self.write_settings()
+        self.env_file.unlink()
+        self.env_file.mkdir()
+        terminal, inside = pty.openpty()
+        self.addCleanup(os.close, terminal)
+        viewer = self.start(self.object, errors=inside)
+        os.close(inside)
+        self.display.wait_for(desktop.MODE_TITLE)
+        self.display.key("Return")
+        window = self.display.wait_for(desktop.VIEWER_TITLE)
+        desktop.wait_until(lambda: not self.picture(window).is_black(), "the first picture")
+        self.display.key("s", "S")
+        desktop.wait_until(lambda: self.envarc_file.exists(), "the save that is possible")
+        viewer.signal(signal.SIGTERM)
+        self.assert_ends_well(viewer)
+        printed = os.read(terminal, 10000).decode().replace("\r\n", "\n")
+        self.assertEqual(printed, 2 * self.not_saved("Is a directory"))
+
+    def test_termination_goes_through_the_notice(self):
+        self.write_settings()
+        viewer, _ = self.start_viewing()
+        self.env_file.unlink()
+        self.env_file.mkdir()
+        self.display.key("s")
+        self.display.wait_for(NOTICE_TITLE)
+        viewer.signal(signal.SIGTERM)
+        self.assert_ends_well(viewer)
+
+    def test_a_notice_over_full_screen(self):
+        self.write_settings(mode=0)
+        viewer, window = self.start_viewing()
+        self.env_file.unlink()
+        self.env_file.mkdir()
+        self.display.key("s")
+        self.display.wait_for(NOTICE_TITLE)
+        self.assertIsNone(self.display.find(desktop.VIEWER_TITLE))
+        self.display.key("Return")
+        self.display.wait_until_gone(NOTICE_TITLE)
+        window = self.display.wait_for(desktop.VIEWER_TITLE)
+        desktop.wait_until(lambda: self.picture(window).width == 1280, "the full screen again")
+        viewer.signal(signal.SIGTERM)
+        self.assert_ends_well(viewer)
+        self.assertEqual(viewer.err(), self.not_saved("Is a directory"))
+
+    def not_saved(self, reason):
+        return f"zelvo: ENV:Zelvo.vars was not saved: {reason} ({self.env_file})\n"
+
+    def save_again(self, viewer, key, lines):
+        """Presses a key until standard error has this many lines, so that its message has just come."""
+
+        def is_told():
+            if viewer.err().count("\n") < lines:
+                self.display.key(key)
+            return viewer.err().count("\n") >= lines
+
+        desktop.wait_until(is_told, "the reason")
 
 
 class FullDisk(desktop.Case):
@@ -145,9 +232,11 @@ class FullDisk(desktop.Case):
                 while True:
                     file.write(bytes(512))
         self.display.key("p", "s")
-        self.assert_shows(window, self.rehearse("2 key p\n2 key s", 5, 5)[0], "the message all the same")
+        self.display.cancel(NOTICE_TITLE)
+        self.display.wait_for(desktop.VIEWER_TITLE)
         self.assertEqual(self.env_file.read_text(), desktop.settings())
         self.assertEqual([path.name for path in self.env_file.parent.iterdir()], ["Zelvo.vars"])
+        self.assertIn(f"was not saved: No space left on device ({self.env_file})\n", viewer.err())
         filler.unlink()
         self.display.key("s")
         desktop.wait_until(lambda: self.env_file.read_text() == desktop.settings(dots=1), "the save with room")

@@ -116,7 +116,12 @@ TEST_F(SettingsKeys, ShowTheirMessageWhenNothingCanBeSaved) {
     setup.volumes["ENV"] = env.path("no such folder");
     setup.volumes["ENVARC"] = env.path("no such folder");
     setup.events = {key(1, 's'), key(2, 'S')};
-    const ProgramRun run = run_program(std::move(setup));
+    ProgramRun run = run_program(std::move(setup));
+    const std::string reason =
+        " was not saved: No such file or directory (" + env.path("no such folder/Zelvo.vars") + ")\n";
+    EXPECT_EQ(run.errors, "zelvo: ENV:Zelvo.vars" + reason + "zelvo: ENV:Zelvo.vars" + reason +
+                              "zelvo: ENVARC:Zelvo.vars" + reason);
+    run.errors.clear();
     expect_normal_end(run);
     EXPECT_TRUE(std::filesystem::is_empty(env.folder()));
     const Lines texts = texts_drawn(run);

@@ -2,8 +2,11 @@
 // Files that replace an older one only when they are whole.
 #include "platform/shared/safe_file.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -11,10 +14,92 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace fs = std::filesystem;
 
 namespace {
+
+/// What the system does not do; everything else it does.
+struct Refusals {
+    /// The errno that calls fail with; 0 for none.
+    int fsync = 0;
+    int rename = 0;
+    int close = 0;
+    /// Interrupted before the first byte of each write.
+    bool interrupts_writes = false;
+    /// The most bytes that a write takes.
+    std::size_t most_bytes = 1 << 20;
+};
+Refusals refusals;
+
+/// The calls so far.
+std::vector<std::string> calls;
+
+int refuse(int error) {
+    errno = error;
+    return -1;
+}
+
+} // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's.
+extern "C" int __real_fsync(int descriptor);
+extern "C" int __real_rename(const char *from, const char *to);
+extern "C" int __real_close(int descriptor);
+extern "C" ssize_t __real_write(int descriptor, const void *bytes, std::size_t count);
+
+extern "C" int __wrap_fsync(int descriptor) {
+    calls.emplace_back("fsync");
+    return refusals.fsync != 0 ? refuse(refusals.fsync) : __real_fsync(descriptor);
+}
+
+extern "C" int __wrap_rename(const char *from, const char *to) {
+    calls.emplace_back("rename");
+    return refusals.rename != 0 ? refuse(refusals.rename) : __real_rename(from, to);
+}
+
+extern "C" int __wrap_close(int descriptor) {
+    const int result = __real_close(descriptor);
+    return refusals.close != 0 ? refuse(refusals.close) : result;
+}
+
+extern "C" ssize_t __wrap_write(int descriptor, const void *bytes, std::size_t count) {
+    if (refusals.interrupts_writes && (calls.empty() || calls.back() != "interrupted")) {
+        calls.emplace_back("interrupted");
+        return refuse(EINTR);
+    }
+    calls.emplace_back("write");
+    return __real_write(descriptor, bytes, std::min(count, refusals.most_bytes));
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace {
+
+/// As whom permissions count: nothing is read-only to the superuser.
+class AsSomebodyElse {
+public:
+    AsSomebodyElse() : is_superuser(geteuid() == 0) {
+        if (is_superuser && seteuid(65534) != 0) {
+            ADD_FAILURE() << "cannot become somebody else";
+        }
+    }
+    ~AsSomebodyElse() {
+        if (is_superuser && seteuid(0) != 0) {
+            std::abort();
+        }
+    }
+    AsSomebodyElse(const AsSomebodyElse &) = delete;
+    AsSomebodyElse &operator=(const AsSomebodyElse &) = delete;
+
+private:
+    bool is_superuser;
+};
+
+constexpr fs::perms for_reading = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+constexpr fs::perms for_everybody =
+    for_reading | fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+constexpr fs::perms for_passing = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
 
 class SafeFile : public testing::Test {
 protected:
@@ -23,9 +108,37 @@ protected:
         ASSERT_NE(mkdtemp(pattern.data()), nullptr);
         folder = pattern;
         path = folder / "settings";
+        refusals = {};
+        calls.clear();
     }
 
-    void TearDown() override { fs::remove_all(folder); }
+    void TearDown() override {
+        refusals = {};
+        fs::permissions(folder, fs::perms::owner_all);
+        fs::remove_all(folder);
+    }
+
+    /// Saves this text; the result of opening and closing, and in `reason` why it failed.
+    bool save(const std::string &text, const fs::path &to) {
+        reason = 0;
+        failures = 0;
+        std::FILE *file = host::open_for_saving(to, [this](int error) {
+            reason = error;
+            ++failures;
+        });
+        if (file == nullptr) {
+            return false;
+        }
+        std::fputs(text.c_str(), file);
+        return std::fclose(file) == 0;
+    }
+    bool save(const std::string &text) { return save(text, path); }
+
+    /// The folder does not take new files, and the file is what it was made.
+    void close_folder(fs::perms of_file) {
+        fs::permissions(path, of_file);
+        fs::permissions(folder, fs::perms::owner_read | for_passing);
+    }
 
     void write_old() { std::ofstream(path) << "old"; }
 
@@ -40,12 +153,14 @@ protected:
 
     fs::path folder;
     fs::path path;
+    int reason = 0;
+    int failures = 0;
 };
 
 } // namespace
 
 TEST_F(SafeFile, IsThereOnlyWhenItIsClosed) {
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     std::fputs("new", file);
     std::fflush(file);
@@ -57,7 +172,7 @@ TEST_F(SafeFile, IsThereOnlyWhenItIsClosed) {
 
 TEST_F(SafeFile, KeepsTheOldFileUntilTheNewOneIsClosed) {
     write_old();
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     std::fputs("new", file);
     std::fflush(file);
     EXPECT_EQ(text_of(path), "old");
@@ -69,7 +184,7 @@ TEST_F(SafeFile, FollowsALinkToTheFileThatItReplaces) {
     write_old();
     const fs::path link = folder / "link";
     fs::create_symlink(path, link);
-    std::FILE *file = host::open_replacing(link);
+    std::FILE *file = host::open_for_saving(link);
     std::fputs("new", file);
     EXPECT_EQ(std::fclose(file), 0);
     EXPECT_TRUE(fs::is_symlink(link));
@@ -79,7 +194,7 @@ TEST_F(SafeFile, FollowsALinkToTheFileThatItReplaces) {
 TEST_F(SafeFile, KeepsTheOldFilesMode) {
     write_old();
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     EXPECT_EQ(std::fclose(file), 0);
     EXPECT_EQ(fs::status(path).permissions(),
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
@@ -87,7 +202,7 @@ TEST_F(SafeFile, KeepsTheOldFilesMode) {
 
 TEST_F(SafeFile, GivesANewFileTheUsualMode) {
     const mode_t mask = umask(027);
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     EXPECT_EQ(std::fclose(file), 0);
     umask(mask);
     EXPECT_EQ(fs::status(path).permissions(),
@@ -95,7 +210,7 @@ TEST_F(SafeFile, GivesANewFileTheUsualMode) {
 }
 
 TEST_F(SafeFile, IsNotOpenedInAFolderThatDoesNotExist) {
-    EXPECT_EQ(host::open_replacing(folder / "missing" / "settings"), nullptr);
+    EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
 }
 
 TEST_F(SafeFile, AFailingWriteKeepsTheOldFileAndRemovesThePartialOne) {
@@ -107,7 +222,7 @@ TEST_F(SafeFile, AFailingWriteKeepsTheOldFileAndRemovesThePartialOne) {
     rlimit limited = unlimited;
     limited.rlim_cur = 1000;
     setrlimit(RLIMIT_FSIZE, &limited);
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     const std::string much(100000, 'x');
     std::fputs(much.c_str(), file);
@@ -125,7 +240,7 @@ TEST_F(SafeFile, AWriteThatFailsOnlyAtTheEndKeepsTheOldFileToo) {
     getrlimit(RLIMIT_FSIZE, &unlimited);
     rlimit limited = unlimited;
     limited.rlim_cur = 2;
-    std::FILE *file = host::open_replacing(path);
+    std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     std::fputs("new", file);
     setrlimit(RLIMIT_FSIZE, &limited);
@@ -134,4 +249,260 @@ TEST_F(SafeFile, AWriteThatFailsOnlyAtTheEndKeepsTheOldFileToo) {
     EXPECT_EQ(result, EOF);
     EXPECT_EQ(text_of(path), "old");
     EXPECT_EQ(files_in_folder(), 1);
+}
+
+TEST_F(SafeFile, IsCompleteWhenItTakesItsPlace) {
+    ASSERT_TRUE(save("new"));
+    EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "rename"}));
+}
+
+TEST_F(SafeFile, WritesOnWhereAWriteTookOnlyAPart) {
+    refusals.most_bytes = 3;
+    refusals.interrupts_writes = true;
+    const std::string text = "ten bytes.";
+    ASSERT_TRUE(save(text));
+    EXPECT_EQ(text_of(path), text);
+    write_old();
+    close_folder(for_everybody);
+    const AsSomebodyElse somebody;
+    ASSERT_TRUE(save(text));
+    EXPECT_EQ(text_of(path), text);
+}
+
+TEST_F(SafeFile, TellsOnceWhyItWasNotSaved) {
+    for (const auto &[refused, error] :
+         {std::pair(&Refusals::fsync, EIO), {&Refusals::rename, ENOSPC}, {&Refusals::close, EDQUOT}}) {
+        write_old();
+        refusals = {};
+        refusals.*refused = error;
+        EXPECT_FALSE(save("new"));
+        EXPECT_EQ(reason, error);
+        EXPECT_EQ(errno, error);
+        EXPECT_EQ(failures, 1);
+        EXPECT_EQ(text_of(path), "old");
+        EXPECT_EQ(files_in_folder(), 1);
+    }
+}
+
+TEST_F(SafeFile, TellsOnceWhyItWasNotOpened) {
+    EXPECT_FALSE(save("new", folder / "missing" / "settings"));
+    EXPECT_EQ(reason, ENOENT);
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(failures, 1);
+    EXPECT_FALSE(save("new", folder / ""));
+    EXPECT_FALSE(save("new", ""));
+    EXPECT_EQ(reason, ENOENT);
+    EXPECT_FALSE(save("new", folder));
+    EXPECT_EQ(reason, EISDIR);
+    EXPECT_EQ(files_in_folder(), 0);
+}
+
+TEST_F(SafeFile, TellsNothingWhenItWasSaved) {
+    EXPECT_TRUE(save("new"));
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(SafeFile, NeedsNobodyToTell) {
+    EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
+    std::FILE *file = host::open_for_saving("/dev/full");
+    std::fputs("new", file);
+    EXPECT_EQ(std::fclose(file), EOF);
+}
+
+TEST_F(SafeFile, IsNotReplacedWhereItIsReadOnly) {
+    write_old();
+    fs::permissions(folder, fs::perms::all);
+    fs::permissions(path, for_reading);
+    const AsSomebodyElse somebody;
+    EXPECT_FALSE(save("new"));
+    EXPECT_EQ(reason, EACCES);
+    EXPECT_EQ(text_of(path), "old");
+    EXPECT_EQ(files_in_folder(), 1);
+}
+
+TEST_F(SafeFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
+    write_old();
+    close_folder(for_everybody);
+    const ino_t file_before = [&] {
+        struct stat status {};
+        stat(path.c_str(), &status);
+        return status.st_ino;
+    }();
+    {
+        const AsSomebodyElse somebody;
+        EXPECT_TRUE(save("a longer text"));
+        EXPECT_EQ(text_of(path), "a longer text");
+        EXPECT_TRUE(save("short"));
+        EXPECT_EQ(text_of(path), "short");
+        EXPECT_TRUE(save(""));
+        EXPECT_EQ(text_of(path), "");
+    }
+    struct stat status {};
+    stat(path.c_str(), &status);
+    EXPECT_EQ(status.st_ino, file_before);
+    EXPECT_EQ(files_in_folder(), 1);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "fsync"), 3);
+}
+
+TEST_F(SafeFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
+    write_old();
+    close_folder(for_reading);
+    const AsSomebodyElse somebody;
+    EXPECT_FALSE(save("new"));
+    EXPECT_EQ(reason, EACCES);
+    EXPECT_FALSE(save("new", folder / "another"));
+    EXPECT_EQ(reason, EACCES);
+    EXPECT_EQ(text_of(path), "old");
+}
+
+TEST_F(SafeFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
+    // Somebody else's file in a folder where only owners replace theirs, or a file that is a mount.
+    for (const int error : {EPERM, EACCES, EBUSY, EROFS}) {
+        write_old();
+        refusals.rename = error;
+        EXPECT_TRUE(save("new"));
+        EXPECT_EQ(failures, 0);
+        EXPECT_EQ(text_of(path), "new");
+        EXPECT_EQ(files_in_folder(), 1);
+    }
+    fs::remove(path);
+    refusals.rename = EPERM;
+    EXPECT_FALSE(save("new"));
+    EXPECT_EQ(reason, EPERM);
+    EXPECT_EQ(files_in_folder(), 0);
+}
+
+TEST_F(SafeFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
+    write_old();
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    rlimit limited = unlimited;
+    limited.rlim_cur = 5;
+    close_folder(for_everybody);
+    const AsSomebodyElse somebody;
+    setrlimit(RLIMIT_FSIZE, &limited);
+    const bool is_saved = save("a longer text");
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    EXPECT_FALSE(is_saved);
+    EXPECT_EQ(reason, EFBIG);
+    EXPECT_EQ(text_of(path), "old");
+}
+
+TEST_F(SafeFile, InPlaceFailsWithTheDisk) {
+    for (const auto &[refused, error] : {std::pair(&Refusals::fsync, EIO), {&Refusals::close, EDQUOT}}) {
+        fs::permissions(folder, fs::perms::owner_all);
+        write_old();
+        close_folder(for_everybody);
+        refusals = {};
+        refusals.*refused = error;
+        const AsSomebodyElse somebody;
+        EXPECT_FALSE(save("new"));
+        refusals = {};
+        EXPECT_EQ(reason, error);
+    }
+}
+
+TEST_F(SafeFile, ADeviceTakesTheBytesItself) {
+    EXPECT_TRUE(save("new", "/dev/null"));
+    EXPECT_FALSE(save("new", "/dev/full"));
+    EXPECT_EQ(reason, ENOSPC);
+}
+
+TEST_F(SafeFile, MakesTheFileThatALinkNames) {
+    fs::create_directory(folder / "elsewhere");
+    fs::create_symlink("elsewhere/second", folder / "first");
+    fs::create_symlink(folder / "elsewhere" / "third", folder / "elsewhere" / "second");
+    fs::create_symlink("../settings", folder / "elsewhere" / "third");
+    EXPECT_TRUE(save("new", folder / "first"));
+    EXPECT_EQ(text_of(path), "new");
+    for (const char *link : {"first", "elsewhere/second", "elsewhere/third"}) {
+        EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+    }
+    EXPECT_TRUE(save("newer", folder / "first"));
+    EXPECT_EQ(text_of(path), "newer");
+    EXPECT_TRUE(fs::is_symlink(folder / "elsewhere" / "third"));
+}
+
+TEST_F(SafeFile, IsNotMadeWhereALinkLeadsToNoFolderOrInACircle) {
+    fs::create_symlink("missing/settings", folder / "nowhere");
+    EXPECT_FALSE(save("new", folder / "nowhere"));
+    EXPECT_EQ(reason, ENOENT);
+    fs::create_symlink("there", folder / "here");
+    fs::create_symlink("here", folder / "there");
+    EXPECT_FALSE(save("new", folder / "here"));
+    EXPECT_EQ(reason, ELOOP);
+    fs::create_symlink("itself", folder / "itself");
+    EXPECT_FALSE(save("new", folder / "itself"));
+    EXPECT_EQ(reason, ELOOP);
+    EXPECT_EQ(files_in_folder(), 4);
+}
+
+TEST_F(SafeFile, FollowsAsManyLinksAsTheSystem) {
+    for (int link = 0; link < 40; ++link) {
+        fs::create_symlink(link == 0 ? "settings" : "link" + std::to_string(link - 1),
+                           folder / ("link" + std::to_string(link)));
+    }
+    EXPECT_TRUE(save("new", folder / "link39"));
+    EXPECT_EQ(text_of(folder / "link39"), "new");
+}
+
+TEST_F(SafeFile, KeepsTheModeOfWhatALinkNames) {
+    write_old();
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("settings", folder / "link");
+    EXPECT_TRUE(save("new", folder / "link"));
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    const fs::perms every_bit = fs::perms::all | fs::perms::sticky_bit | fs::perms::set_uid;
+    fs::permissions(path, every_bit);
+    EXPECT_TRUE(save("new"));
+    EXPECT_EQ(fs::status(path).permissions(), every_bit);
+}
+
+TEST_F(SafeFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
+    std::FILE *file = host::open_for_saving(path);
+    ASSERT_EQ(files_in_folder(), 1);
+    const std::string name = fs::directory_iterator(folder)->path().filename();
+    EXPECT_TRUE(name.starts_with(".settings.")) << name;
+    // A program that is started meanwhile does not get it.
+    int files = 0;
+    for (int descriptor = 3; descriptor < 100; ++descriptor) {
+        const int flags = fcntl(descriptor, F_GETFD);
+        std::error_code error;
+        const fs::path opened = fs::read_symlink("/proc/self/fd/" + std::to_string(descriptor), error);
+        if (opened.parent_path() == folder) {
+            ++files;
+            EXPECT_NE(flags & FD_CLOEXEC, 0);
+        }
+    }
+    EXPECT_EQ(files, 1);
+    EXPECT_EQ(std::fclose(file), 0);
+}
+
+TEST_F(SafeFile, LeavesNoDescriptorOpen) {
+    const auto open_files = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = open_files();
+    write_old();
+    EXPECT_TRUE(save("new"));
+    EXPECT_TRUE(save("new", folder / "another"));
+    EXPECT_TRUE(save("new", "/dev/null"));
+    EXPECT_FALSE(save("new", folder / "missing" / "settings"));
+    EXPECT_FALSE(save("new", "/dev/full"));
+    refusals.fsync = EIO;
+    EXPECT_FALSE(save("new"));
+    refusals = {};
+    refusals.rename = EPERM;
+    EXPECT_TRUE(save("new"));
+    EXPECT_EQ(open_files(), before);
+}
+
+TEST_F(SafeFile, IsFoundFromTheCurrentFolder) {
+    const fs::path before = fs::current_path();
+    fs::current_path(folder);
+    EXPECT_TRUE(save("new", "settings"));
+    EXPECT_EQ(text_of("settings"), "new");
+    EXPECT_EQ(files_in_folder(), 1);
+    fs::current_path(before);
 }

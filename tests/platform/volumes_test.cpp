@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <memory>
 #include <sys/stat.h>
 
@@ -18,6 +19,17 @@ using File = std::unique_ptr<std::FILE, Close>;
 
 File open(const std::string &path, const char *mode) {
     return File(host::open_plain_file(path, mode));
+}
+
+/// What open_plain_file tells of a failed save; 0 if it tells nothing.
+int reason_against(const std::string &path, const char *mode) {
+    int reason = 0;
+    std::FILE *file = host::open_plain_file(path, mode, [&reason](int error) { reason = error; });
+    if (file != nullptr) {
+        std::fputs("text", file);
+        std::fclose(file);
+    }
+    return reason;
 }
 
 const host::Volumes volumes{{"ENV", "/settings/now"}, {"ENVARC", "/settings/always/"}};
@@ -79,4 +91,53 @@ TEST(OpenPlainFile, CharacterDeviceIsAFile) {
     const File file = open("/dev/null", "rb");
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(std::fgetc(file.get()), EOF);
+}
+
+TEST(OpenPlainFile, ACharacterDeviceIsWrittenToItself) {
+    EXPECT_EQ(reason_against("/dev/null", "w"), 0);
+    EXPECT_EQ(reason_against("/dev/full", "w"), ENOSPC);
+}
+
+TEST(OpenPlainFile, TellsWhyAFileIsNotSaved) {
+    const TemporaryFiles files;
+    ASSERT_EQ(mkfifo(files.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(reason_against(files.folder(), "w"), EISDIR);
+    EXPECT_EQ(reason_against(files.path("pipe"), "w"), ENOTSUP);
+    EXPECT_EQ(reason_against(files.path("missing/new"), "w"), ENOENT);
+    EXPECT_EQ(reason_against(files.path("new"), "w"), 0);
+}
+
+TEST(OpenPlainFile, TellsNothingOfAFileThatIsNotRead) {
+    const TemporaryFiles files;
+    EXPECT_EQ(reason_against(files.folder(), "rb"), 0);
+    EXPECT_EQ(reason_against(files.path("missing"), "rb"), 0);
+}
+
+TEST(OpenPlainFile, AnUnfinishedFileIsNotThereYet) {
+    const TemporaryFiles files;
+    files.write("old", "old");
+    const File file = open(files.path("old"), "w");
+    EXPECT_EQ(files.read("old"), "old");
+}
+
+TEST(ReportFailedSave, NamesTheFileItsPlaceAndTheReason) {
+    testing::internal::CaptureStderr();
+    const std::string text = host::report_failed_save("ENV:a", "/b/a", ENOSPC);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "zelvo: " + text + "\n");
+    EXPECT_EQ(text, "ENV:a was not saved: No space left on device (/b/a)");
+}
+
+TEST(ReportFailedSave, NamesNoPlaceWhereThereIsNone) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(host::report_failed_save("ENV:a", "", EPERM), "ENV:a was not saved: Operation not permitted");
+    (void)testing::internal::GetCapturedStderr();
+}
+
+TEST(IsOnMissingVolume, IsTrueOfTheSettingsVolumesAlone) {
+    EXPECT_TRUE(host::is_on_missing_volume({}, "ENV:x"));
+    EXPECT_TRUE(host::is_on_missing_volume({}, "envarc:x"));
+    EXPECT_FALSE(host::is_on_missing_volume(volumes, "ENV:x"));
+    EXPECT_TRUE(host::is_on_missing_volume({{"ENV", "/x"}}, "ENVARC:x"));
+    EXPECT_FALSE(host::is_on_missing_volume({}, "Work:x"));
+    EXPECT_FALSE(host::is_on_missing_volume({}, "ENV"));
 }

@@ -41,7 +41,7 @@ protected:
         EXPECT_LT(measured.seconds, most_seconds);
         EXPECT_GT(measured.resident_mib, 0) << "the run did not end by itself";
         EXPECT_LT(measured.resident_mib, most_resident_mib);
-        EXPECT_EQ(measured.run.errors, "");
+        EXPECT_EQ(measured.run.errors, expected_errors);
         EXPECT_TRUE(measured.run.held.empty());
         return measured;
     }
@@ -64,8 +64,16 @@ protected:
                 files.path("Zelvo.vars/below")};
     }
 
+    /// What the host says about "s" and then "S", when neither of the files at these paths can be saved.
+    static std::string not_saved(const std::string &reason, const std::string &env_path,
+                                 const std::string &envarc_path) {
+        const std::string env = "zelvo: ENV:Zelvo.vars was not saved: " + reason + " (" + env_path + ")\n";
+        return env + env + "zelvo: ENVARC:Zelvo.vars was not saved: " + reason + " (" + envarc_path + ")\n";
+    }
+
     const TemporaryFiles files;
     offscreen::Setup setup;
+    std::string expected_errors;
 };
 
 TEST_F(StrangeFiles, AsObjectEndWithTheirMessage) {
@@ -122,11 +130,19 @@ TEST_F(StrangeFiles, AsSettingsAreMissingOrEmpty) {
 
 TEST_F(StrangeFiles, AsSettingsToSaveChangeNothing) {
     setup.events = {key(2, 's'), key(2, 'S')};
-    for (const std::string &path : {files.path("folder"), files.path("fifo"), files.path("Zelvo.vars/below"),
-                                    std::string("/dev/full"), std::string("/dev/null")}) {
+    const std::pair<std::string, std::string> refusals[] = {
+        {files.path("folder"), "Is a directory"},
+        {files.path("fifo"), "Operation not supported"},
+        {files.path("Zelvo.vars/below"), "Not a directory"},
+        {files.path("loop"), "Too many levels of symbolic links"},
+        {"/dev/full", "No space left on device"},
+        {"/dev/null", ""},
+    };
+    for (const auto &[path, reason] : refusals) {
         SCOPED_TRACE(path);
         setup.stand_ins["ENV:Zelvo.vars"] = path;
         setup.stand_ins["ENVARC:Zelvo.vars"] = path;
+        expected_errors = reason.empty() ? "" : not_saved(reason, path, path);
         expect_going_on();
     }
     struct stat status {};
@@ -140,10 +156,20 @@ TEST_F(StrangeFiles, AFolderThatTakesNoFilesLeavesSettingsUnsaved) {
     setup.volumes["ENV"] = "/proc/self";
     setup.volumes["ENVARC"] = files.path("not-there");
     setup.events = {key(2, 's'), key(2, 'S')};
+    expected_errors =
+        not_saved("No such file or directory", "/proc/self/Zelvo.vars", files.path("not-there/Zelvo.vars"));
     expect_going_on();
 }
 
-TEST_F(StrangeFiles, AReadOnlyFolderKeepsItsSettings) {
+TEST_F(StrangeFiles, ALinkToNowhereIsKeptAndWhatItNamesIsMade) {
+    setup.stand_ins["ENV:Zelvo.vars"] = files.path("dangling");
+    setup.events = {key(2, 's')};
+    expect_going_on();
+    EXPECT_EQ(std::filesystem::read_symlink(files.path("dangling")), "nowhere");
+    EXPECT_TRUE(files.read("nowhere").ends_with("file! ***"));
+}
+
+TEST_F(StrangeFiles, AReadOnlyFolderTakesItsSettingsInPlace) {
     const std::string folder = files.path("read-only");
     std::filesystem::create_directory(folder);
     files.write("read-only/Zelvo.vars", settings);
@@ -158,8 +184,16 @@ TEST_F(StrangeFiles, AReadOnlyFolderKeepsItsSettings) {
             std::abort();
         }
     };
+    // Only the file that is there may be written, and it may be read-only as well.
+    chmod(files.path("read-only/Zelvo.vars").c_str(), 0444);
+    expected_errors = "zelvo: ENV:Zelvo.vars was not saved: Permission denied (" + folder + "/Zelvo.vars)\n";
     expect_going_on();
     EXPECT_EQ(files.read("read-only/Zelvo.vars"), settings);
+
+    chmod(files.path("read-only/Zelvo.vars").c_str(), 0666);
+    expected_errors = "";
+    expect_going_on();
+    EXPECT_TRUE(files.read("read-only/Zelvo.vars").starts_with("gammas: 1.100000 "));
     chmod(folder.c_str(), 0700);
 }
 
@@ -176,6 +210,7 @@ TEST_F(StrangeFiles, AFullDiskKeepsTheOldSettings) {
     setup.events = {key(1, '4'), key(2, 's'), key(2, 'S')};
     // The run's own output goes to files too, and is short enough until the disk has room again.
     setup.last_pass = 0;
+    expected_errors = not_saved("File too large", files.path("Zelvo.vars"), files.path("Zelvo.vars"));
     RunOptions options;
     options.before = fill_disk;
     setup.on_picture = [](const offscreen::Picture &picture) {
@@ -195,6 +230,7 @@ TEST_F(StrangeFiles, AFullDiskKeepsTheOldSettings) {
     }
     EXPECT_EQ(others, 0U) << "a part of a file is left";
 
+    expected_errors = "";
     // With room the same keys save what they could not save before.
     setup.on_picture = nullptr;
     setup.last_pass = 3;

@@ -38,7 +38,9 @@ std::FILE *open_file(const char *name, const char *mode) {
     const auto stand_in = state.setup.stand_ins.find(name);
     const std::string path =
         stand_in != state.setup.stand_ins.end() ? stand_in->second : host::path_of(state.setup.volumes, name);
-    std::FILE *file = host::open_plain_file(path, mode);
+    std::FILE *file = host::open_plain_file(path, mode, [name = std::string(name), path](int error) {
+        host::report_failed_save(name, path, error);
+    });
     // Settings that were saved on a desktop may name a texture in its form.
     const bool may_be_written_otherwise = file == nullptr && mode[0] == 'r';
     return may_be_written_otherwise ? host::open_plain_file(host::with_blanks(path), mode) : file;

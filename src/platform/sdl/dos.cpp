@@ -2,11 +2,14 @@
 // dos.library on a desktop: the shell's words, the settings volumes as folders, and the installed texture.
 #include "platform/dos.h"
 
+#include "platform/sdl/failed_saves.h"
 #include "platform/sdl/file_names.h"
 #include "platform/sdl/state.h"
 #include "platform/shared/blank_free_names.h"
 #include "platform/shared/command_line.h"
 #include "platform/shared/volumes.h"
+
+#include <cerrno>
 
 using namespace desktop;
 
@@ -33,6 +36,15 @@ BOOL AddPart(STRPTR drawer, CONST_STRPTR file, ULONG size) {
 }
 
 std::FILE *open_file(const char *name, const char *mode) {
-    const std::optional<std::string> path = path_of_name(name, mode[0] == 'w');
-    return path ? host::open_plain_file(*path, mode) : nullptr;
+    const bool is_for_saving = mode[0] == 'w';
+    const std::optional<std::string> path = path_of_name(name, is_for_saving);
+    if (!path) {
+        if (is_for_saving) {
+            tell_of_failed_save(name, "", errno);
+        }
+        return nullptr;
+    }
+    return host::open_plain_file(*path, mode, [name = std::string(name), path = *path](int error) {
+        tell_of_failed_save(name, path, error);
+    });
 }

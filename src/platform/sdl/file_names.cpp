@@ -8,6 +8,7 @@
 #include "platform/shared/volumes.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <unistd.h>
 
 namespace desktop {
@@ -41,10 +42,12 @@ std::optional<std::string> path_of_name(const std::string &given_name, bool is_f
     if (is_on_volume(name, "ENV")) {
         // Looked for once, so that the whole run keeps to one folder.
         static const std::optional<std::string> folder = session_settings_folder();
+        errno = EPERM;
         return on_volume(name, "ENV", folder);
     }
     if (is_on_volume(name, "ENVARC")) {
         const std::optional<std::string> folder = lasting_settings_folder();
+        errno = ENOENT;
         const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }

@@ -2,6 +2,7 @@
 // Finds, guards and makes the settings folders, by the desktop's base-directory rules.
 #include "platform/sdl/folders.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -111,7 +112,14 @@ bool make_lasting_settings_folder(const std::string &folder) {
     std::error_code error;
     const fs::path path(folder);
     fs::create_directories(path.parent_path(), error);
-    return mkdir(path.c_str(), private_mode) == 0 || fs::is_directory(path, error);
+    if (!error && mkdir(path.c_str(), private_mode) != 0) {
+        const int reason = errno;
+        if (!fs::is_directory(path, error)) {
+            error.assign(reason, std::generic_category());
+        }
+    }
+    errno = error.value();
+    return !error;
 }
 
 std::string installed_data_path(const std::string &file) {

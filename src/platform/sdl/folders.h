@@ -16,7 +16,7 @@ std::optional<std::string> lasting_settings_folder();
 /// settings. Nothing if it would not be the user's alone; the reason goes to standard error.
 std::optional<std::string> session_settings_folder();
 
-/// Makes the lasting folder, with those above it; false if that fails.
+/// Makes the lasting folder, with those above it; false if that fails, with the reason in errno.
 bool make_lasting_settings_folder(const std::string &folder);
 
 /// The path of a file that was installed with the program; it need not exist.

@@ -54,4 +54,7 @@ std::optional<std::string> ask_for_file(const FileQuestion &question, const Whil
 std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, const ModeQuestion &initial,
                                          const WhileOpen &while_open);
 
+/// Shows a text until the user closes it.
+void show_notice(const std::string &title, const std::string &text, const WhileOpen &while_open);
+
 } // namespace desktop

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A C stream over a file beside the real one, renamed by the stream's own closing.
+// A C stream over the bytes to be saved; the stream's own closing brings them to the disk.
 #include "platform/shared/safe_file.h"
 
 #include <cerrno>
@@ -7,61 +7,157 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace host {
 
 namespace {
 
-/// What the stream needs to know about its two files.
-struct Replacement {
-    std::string path;
-    std::string partial_path;
-    int descriptor = -1;
-    bool is_whole = true;
+/// As many links as the system itself follows.
+constexpr int most_links = 40;
+
+/// A file descriptor of its own; none if negative.
+class Descriptor {
+public:
+    explicit Descriptor(int opened = -1) : number(opened) {}
+    ~Descriptor() { close_now(); }
+    Descriptor(Descriptor &&other) noexcept : number(std::exchange(other.number, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept {
+        std::swap(number, other.number);
+        return *this;
+    }
+
+    bool is_open() const { return number >= 0; }
+    int get() const { return number; }
+
+    /// Whether the system took everything that was written.
+    bool close_now() { return number < 0 || close(std::exchange(number, -1)) == 0; }
+
+private:
+    int number;
 };
 
-ssize_t write_bytes(void *cookie, const char *bytes, std::size_t count) {
-    auto &file = *static_cast<Replacement *>(cookie);
+/// What the stream needs to know about its two files.
+struct Save {
+    std::string path;
+    /// The file that is there, opened for writing; none if there is none.
+    Descriptor existing;
+    /// The hidden file beside it; none if none could be made.
+    Descriptor partial;
+    std::string partial_path;
+    std::string bytes;
+    OnFailedSave on_failure;
+};
+
+bool is_regular(const Descriptor &file) {
+    struct stat status {};
+    return fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool write_all(const Descriptor &file, const std::string &bytes) {
     std::size_t written = 0;
-    while (written < count) {
-        const ssize_t step = write(file.descriptor, bytes + written, count - written);
-        if (step < 0 && errno == EINTR) {
-            continue;
+    while (written < bytes.size()) {
+        const ssize_t step = write(file.get(), bytes.data() + written, bytes.size() - written);
+        if (step > 0) {
+            written += static_cast<std::size_t>(step);
+        } else if (step == 0 || errno != EINTR) {
+            return false;
         }
-        if (step <= 0) {
-            file.is_whole = false;
-            break;
-        }
-        written += static_cast<std::size_t>(step);
     }
-    return static_cast<ssize_t>(written);
+    return true;
 }
 
 /// The bytes reach the disk before the name does, so that not even a power failure leaves an empty file.
-int close_file(void *cookie) {
-    const std::unique_ptr<Replacement> file(static_cast<Replacement *>(cookie));
-    file->is_whole = file->is_whole && fsync(file->descriptor) == 0;
-    file->is_whole = close(file->descriptor) == 0 && file->is_whole;
-    if (file->is_whole && std::rename(file->partial_path.c_str(), file->path.c_str()) == 0) {
+bool replace(Save &save) {
+    return write_all(save.partial, save.bytes) && fsync(save.partial.get()) == 0 &&
+           save.partial.close_now() && std::rename(save.partial_path.c_str(), save.path.c_str()) == 0;
+}
+
+/// Sets errno and tells whether it is none.
+bool is_none(int error) {
+    errno = error;
+    return error == 0;
+}
+
+/// Finds the room before the first byte is written over.
+bool write_in_place(Save &save) {
+    const auto length = static_cast<off_t>(save.bytes.size());
+    if (!is_regular(save.existing)) {
+        return write_all(save.existing, save.bytes) && save.existing.close_now();
+    }
+    struct stat before {};
+    fstat(save.existing.get(), &before);
+    if (length > 0 && !is_none(posix_fallocate(save.existing.get(), 0, length))) {
+        const int error = errno;
+        (void)ftruncate(save.existing.get(), before.st_size);
+        return is_none(error);
+    }
+    return write_all(save.existing, save.bytes) && ftruncate(save.existing.get(), length) == 0 &&
+           fsync(save.existing.get()) == 0 && save.existing.close_now();
+}
+
+/// Whether a file of this name may be written although the folder does not let it be replaced: the folder is
+/// not the user's, or is one where only owners replace their files, or the file is a mount of its own.
+bool is_folders_refusal(int error) {
+    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
+}
+
+bool finish(Save &save) {
+    if (!save.partial.is_open()) {
+        return write_in_place(save);
+    }
+    if (replace(save)) {
+        return true;
+    }
+    const int error = errno;
+    unlink(save.partial_path.c_str());
+    if (save.existing.is_open() && is_folders_refusal(error)) {
+        return write_in_place(save);
+    }
+    return is_none(error);
+}
+
+ssize_t take_bytes(void *cookie, const char *bytes, std::size_t count) {
+    static_cast<Save *>(cookie)->bytes.append(bytes, count);
+    return static_cast<ssize_t>(count);
+}
+
+int close_stream(void *cookie) {
+    const std::unique_ptr<Save> save(static_cast<Save *>(cookie));
+    if (finish(*save)) {
         return 0;
     }
-    unlink(file->partial_path.c_str());
+    const int error = errno;
+    if (save->on_failure) {
+        save->on_failure(error);
+    }
+    errno = error;
     return EOF;
 }
 
-/// Where a chain of links ends; a path that does not exist yet is its own end.
-std::string end_of_links(const std::string &path) {
-    std::error_code error;
-    const std::filesystem::path end = std::filesystem::canonical(path, error);
-    return error ? path : end.string();
+/// Where a chain of links ends, whether there is a file or not; nothing if it goes in a circle.
+std::optional<std::string> end_of_links(const std::string &path) {
+    std::filesystem::path end(path);
+    for (int links = 0; links <= most_links; ++links) {
+        std::error_code error;
+        const std::filesystem::path target = std::filesystem::read_symlink(end, error);
+        if (error) {
+            return end.string();
+        }
+        // An absolute target replaces the folder.
+        end = end.parent_path() / target;
+    }
+    errno = ELOOP;
+    return std::nullopt;
 }
 
 /// The mode of the file that is replaced, or what a new file gets.
-mode_t mode_for(const std::string &path) {
+mode_t mode_for(const Descriptor &existing) {
     struct stat status {};
-    if (stat(path.c_str(), &status) == 0) {
+    if (existing.is_open() && fstat(existing.get(), &status) == 0) {
         return status.st_mode & 07777;
     }
     const mode_t mask = umask(0);
@@ -74,29 +170,57 @@ std::string hidden_name_beside(const std::string &path) {
     return (whole.parent_path() / ("." + whole.filename().string() + ".XXXXXX")).string();
 }
 
+/// Makes the hidden file; false if neither that nor an existing file can be written.
+bool make_partial(Save &save) {
+    save.partial_path = hidden_name_beside(save.path);
+    save.partial = Descriptor(mkostemp(save.partial_path.data(), O_CLOEXEC));
+    if (save.partial.is_open()) {
+        (void)fchmod(save.partial.get(), mode_for(save.existing));
+        return true;
+    }
+    return save.existing.is_open() && is_folders_refusal(errno);
+}
+
+std::unique_ptr<Save> begin(const std::string &path) {
+    const std::optional<std::string> end = end_of_links(path);
+    if (!end) {
+        return nullptr;
+    }
+    if (std::filesystem::path(*end).filename().empty()) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    auto save = std::make_unique<Save>();
+    save->path = *end;
+    // A rename would not mind that the file it replaces is read-only.
+    save->existing = Descriptor(open(end->c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    if (!save->existing.is_open() && errno != ENOENT) {
+        return nullptr;
+    }
+    const bool is_device = save->existing.is_open() && !is_regular(save->existing);
+    return is_device || make_partial(*save) ? std::move(save) : nullptr;
+}
+
 } // namespace
 
-std::FILE *open_replacing(const std::string &path) {
-    auto file = std::make_unique<Replacement>();
-    file->path = end_of_links(path);
-    // A rename would not mind that the file it replaces is read-only.
-    if (access(file->path.c_str(), F_OK) == 0 && access(file->path.c_str(), W_OK) != 0) {
+std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure) {
+    std::unique_ptr<Save> save = begin(path);
+    if (save == nullptr) {
+        const int error = errno;
+        if (on_failure) {
+            on_failure(error);
+        }
+        errno = error;
         return nullptr;
     }
-    file->partial_path = hidden_name_beside(file->path);
-    file->descriptor = mkostemp(file->partial_path.data(), O_CLOEXEC);
-    if (file->descriptor < 0) {
-        return nullptr;
-    }
-    (void)fchmod(file->descriptor, mode_for(file->path));
-    const cookie_io_functions_t functions{nullptr, write_bytes, nullptr, close_file};
-    std::FILE *stream = fopencookie(file.get(), "w", functions);
+    save->on_failure = std::move(on_failure);
+    const cookie_io_functions_t functions{nullptr, take_bytes, nullptr, close_stream};
+    std::FILE *stream = fopencookie(save.get(), "w", functions);
     if (stream == nullptr) {
-        close(file->descriptor);
-        unlink(file->partial_path.c_str());
+        unlink(save->partial_path.c_str());
         return nullptr;
     }
-    (void)file.release();
+    (void)save.release();
     return stream;
 }
 

@@ -3,10 +3,11 @@
 #include "platform/shared/volumes.h"
 
 #include "platform/shared/command_line.h"
-#include "platform/shared/safe_file.h"
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 namespace host {
@@ -35,14 +36,24 @@ bool is_on_missing_volume(const Volumes &volumes, const std::string &name) {
     return (volume == "ENV" || volume == "ENVARC") && !volumes.contains(volume);
 }
 
-std::FILE *open_plain_file(const std::string &path, const char *mode) {
+std::FILE *open_plain_file(const std::string &path, const char *mode, const OnFailedSave &on_failed_save) {
+    const bool is_for_saving = mode[0] == 'w';
     struct stat status {};
     const bool exists = stat(path.c_str(), &status) == 0;
-    const bool is_device = exists && S_ISCHR(status.st_mode);
-    if (exists && !S_ISREG(status.st_mode) && !is_device) {
+    if (exists && !S_ISREG(status.st_mode) && !S_ISCHR(status.st_mode)) {
+        if (is_for_saving && on_failed_save) {
+            on_failed_save(S_ISDIR(status.st_mode) ? EISDIR : ENOTSUP);
+        }
         return nullptr;
     }
-    return mode[0] == 'w' && !is_device ? open_replacing(path) : std::fopen(path.c_str(), mode);
+    return is_for_saving ? open_for_saving(path, on_failed_save) : std::fopen(path.c_str(), mode);
+}
+
+std::string report_failed_save(const std::string &name, const std::string &path, int error) {
+    const std::string place = path.empty() ? "" : " (" + path + ")";
+    const std::string text = name + " was not saved: " + std::strerror(error) + place;
+    std::fprintf(stderr, "zelvo: %s\n", text.c_str());
+    return text;
 }
 
 } // namespace host

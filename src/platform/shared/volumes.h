@@ -2,6 +2,8 @@
 // Files by the platform's names on a system that has folders instead of volumes.
 #pragma once
 
+#include "platform/shared/safe_file.h"
+
 #include <cstdio>
 #include <map>
 #include <string>
@@ -19,8 +21,14 @@ std::string path_of(const Volumes &volumes, const std::string &name);
 bool is_on_missing_volume(const Volumes &volumes, const std::string &name);
 
 /// fopen for things that can be read and written like files: regular ones and character devices. A folder, a
-/// pipe or a socket gives null, since one cannot be read and the others may block for ever. A file opened for
-/// writing takes the old one's place when it is closed, and only if it is whole (open_replacing).
-std::FILE *open_plain_file(const std::string &path, const char *mode);
+/// pipe or a socket gives null, since one cannot be read and the others may block for ever. What is written
+/// is saved when it is closed (open_for_saving); `on_failed_save` is called if it cannot be opened or saved.
+std::FILE *open_plain_file(const std::string &path, const char *mode,
+                           const OnFailedSave &on_failed_save = {});
+
+/// Says on standard error that what was written under a name of the platform was not saved, where it should
+/// have gone (empty if there is no place for it), and why, by a value of errno. Returns that text, a line
+/// without its end.
+std::string report_failed_save(const std::string &name, const std::string &path, int error);
 
 } // namespace host

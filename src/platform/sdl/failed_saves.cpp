@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// Standard error for those who can see it, one requester for the others.
+#include "platform/sdl/failed_saves.h"
+
+#include "platform/sdl/input.h"
+#include "platform/sdl/picture_window.h"
+#include "platform/sdl/requesters.h"
+#include "platform/sdl/state.h"
+#include "platform/shared/volumes.h"
+
+#include <unistd.h>
+
+namespace desktop {
+
+namespace {
+
+/// Whether the requester was shown; once is enough, since the reason is most often the same. Written here.
+bool was_told = false;
+
+} // namespace
+
+void tell_of_failed_save(const std::string &name, const std::string &path, int error) {
+    const std::string text = host::report_failed_save(name, path, error);
+    if (was_told || isatty(STDERR_FILENO) != 0 || !can_show_requesters()) {
+        return;
+    }
+    was_told = true;
+    yield_to_requester(false);
+    show_notice("Zelvo: settings not saved", text, [] {
+        drop_input();
+        return quit_requested != 0;
+    });
+    yield_to_requester(true);
+}
+
+} // namespace desktop
