@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
-// Parses the command line with CLI11.
+// Tells the few options from the words that are files.
 #include "words.h"
 
 #include "main_68k/version.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
+#include <strings.h>
+#include <unistd.h>
 
 namespace {
+
+constexpr int exit_misuse = 2;
 
 constexpr char help_text[] =
     "Usage: zelvo [OBJECT]\n"
@@ -19,7 +22,8 @@ constexpr char help_text[] =
     "\n"
     "  -h, --help     print this help and exit\n"
     "  --version      print the version and exit\n"
-    "  ?              print the template of the command line and exit\n";
+    "  ?              print the template of the command line and exit\n"
+    "  -- OBJECT      the object, whatever its name looks like\n";
 
 /// The version tag without its marker.
 std::string version_text() {
@@ -27,22 +31,52 @@ std::string version_text() {
     return tag.substr(tag.find("Zelvo"));
 }
 
+[[noreturn]] void print_and_exit(const std::string &text) {
+    std::fputs(text.c_str(), stdout);
+    std::exit(EXIT_SUCCESS);
+}
+
+/// An option ends the process; any other word that looks like one must be the name of a file.
+void take_option(const std::string &word) {
+    if (word == "-h" || word == "--help") {
+        print_and_exit(help_text);
+    }
+    if (word == "--version") {
+        print_and_exit(version_text() + "\n");
+    }
+    if (access(word.c_str(), F_OK) != 0) {
+        std::fprintf(stderr, "zelvo: neither an option nor a file: %s (see zelvo --help)\n", word.c_str());
+        std::exit(exit_misuse);
+    }
+}
+
+/// Whether the word is the template's keyword, whose next word is a file whatever it looks like.
+bool is_keyword(const std::string &word) {
+    return strcasecmp(word.c_str(), "FILE") == 0;
+}
+
 } // namespace
 
 std::vector<std::string> program_words(int argc, char **argv) {
-    CLI::App app;
-    app.formatter_fn([](const CLI::App *, const std::string &, CLI::AppFormatMode) { return help_text; });
-    app.set_version_flag("--version", version_text());
-    app.prefix_command();
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        std::exit(app.exit(error));
+    std::vector<std::string> words;
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        if (words.size() == 1 && is_keyword(words[0])) {
+            words.push_back(word);
+        } else if (word == "--") {
+            // With the keyword a word is a file even if it looks like the keyword itself.
+            for (++i; i < argc; ++i) {
+                words.push_back(std::string("FILE=") + argv[i]);
+            }
+        } else {
+            if (word.starts_with('-')) {
+                take_option(word);
+            }
+            words.push_back(word);
+        }
     }
-    std::vector<std::string> words = app.remaining();
     if (words == std::vector<std::string>{"?"}) {
-        std::puts("FILE/A: the LightWave object to view");
-        std::exit(EXIT_SUCCESS);
+        print_and_exit("FILE/A: the LightWave object to view\n");
     }
     return words;
 }

@@ -1,9 +1,12 @@
 # SPDX-License-Identifier: MIT
 """All ways out, and what is asked of the program on the command line."""
 
+import os
+import pathlib
 import re
 import signal
 import subprocess
+import tempfile
 import unittest
 
 import desktop
@@ -91,27 +94,86 @@ class Ends(desktop.Case):
 
 
 class CommandLine(unittest.TestCase):
+    """What the words of the shell lead to; the object that they name is no object, which ends the run."""
+
+    NO_OBJECT = (20, "This is not a(n) LW object\n", "")
+    NO_FILE = (20, "File open error\n", "")
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        (self.folder / "zelvo").mkdir(mode=0o700)
+        (self.folder / "zelvo" / "Zelvo.vars").write_text(desktop.settings())
+
     def run_viewer(self, *words):
-        done = subprocess.run([desktop.VIEWER, *words], capture_output=True, text=True, stdin=subprocess.DEVNULL)
-        return done.returncode, done.stdout
+        done = subprocess.run(
+            [desktop.VIEWER, *words],
+            cwd=self.folder,
+            env={**os.environ, "XDG_RUNTIME_DIR": str(self.folder), "DISPLAY": "", "WAYLAND_DISPLAY": ""},
+            capture_output=True,
+            text=True,
+            stdin=subprocess.DEVNULL,
+        )
+        return done.returncode, done.stdout, done.stderr
+
+    def make(self, *names):
+        for name in names:
+            (self.folder / name).write_text("no object")
+
+    def assert_refused(self, word, *words):
+        code, out, err = self.run_viewer(*words, word)
+        self.assertEqual((code, out), (2, ""))
+        self.assertEqual(err, f"zelvo: neither an option nor a file: {word} (see zelvo --help)\n")
 
     def test_version_is_the_tag_without_its_marker(self):
-        self.assertEqual(self.run_viewer("--version"), (0, "Zelvo 0.67 OS4 (23-Feb-2005)\n"))
+        version = (0, "Zelvo 0.67 OS4 (23-Feb-2005)\n", "")
+        self.assertEqual(self.run_viewer("--version"), version)
+        self.assertEqual(self.run_viewer("knot.lwo", "--version"), version)
 
     def test_help(self):
-        code, text = self.run_viewer("--help")
-        self.assertEqual(code, 0)
-        self.assertIn("Usage: zelvo [OBJECT]", text)
+        code, text, errors = self.run_viewer("--help")
+        self.assertEqual((code, errors), (0, ""))
+        self.assertTrue(text.startswith("Usage: zelvo [OBJECT]\n"))
+        self.assertTrue(text.endswith("\n"))
+        self.assertEqual(self.run_viewer("-h"), (0, text, ""))
+        for word in ("-h, --help ", "--version ", "? ", "-- OBJECT "):
+            self.assertIn("\n  " + word, text)
+
+    def test_a_word_that_is_no_option(self):
+        for word in ("-x", "-", "--unknown", "--version=abc", "--help=abc", "-hx", "--vers", "-missing.lwo"):
+            self.assert_refused(word)
+        self.make("knot.lwo")
+        self.assert_refused("-x", "knot.lwo")
+
+    def test_a_word_that_looks_like_an_option_and_is_a_file(self):
+        self.make("-odd.lwo", "-", "--version=abc")
+        for word in ("-odd.lwo", "-", "--version=abc"):
+            self.assertEqual(self.run_viewer(word), self.NO_OBJECT)
+
+    def test_words_after_two_dashes_are_files(self):
+        names = ("knot.lwo", "-odd.lwo", "--version", "--", "?", "FILE", "FILE=knot")
+        for name in names:
+            self.assertEqual(self.run_viewer("--", name), self.NO_FILE)
+        self.make(*names)
+        for name in names:
+            self.assertEqual(self.run_viewer("--", name), self.NO_OBJECT)
 
     def test_other_words_are_file_names(self):
-        self.assertEqual(self.run_viewer("-missing.lwo"), (20, "File open error\n"))
-        self.assertEqual(self.run_viewer("FILE=--missing"), (20, "File open error\n"))
-        self.assertEqual(self.run_viewer("file", "missing.lwo"), (20, "File open error\n"))
+        for words in (["missing.lwo"], ["FILE=--missing"], ["file", "missing.lwo"], ["FILE", "--version"], [""]):
+            self.assertEqual(self.run_viewer(*words), self.NO_FILE, words)
+        self.make("knot.lwo")
+        for words in (["knot.lwo"], ["FILE=knot.lwo"], ["file", "knot.lwo"]):
+            self.assertEqual(self.run_viewer(*words), self.NO_OBJECT, words)
+
+    def test_any_other_number_of_words_asks_for_the_object(self):
+        self.make("a", "b")
+        for words in ([], ["--"], ["a", "b"], ["--", "a", "b"], ["a", "--", "b"], ["FILE"], ["FILE", "a", "b"]):
+            code, out, _ = self.run_viewer(*words)
+            self.assertEqual((code, out), (20, "No filename given\n"), words)
 
     def test_question_mark_prints_the_template(self):
-        code, text = self.run_viewer("?")
-        self.assertEqual(code, 0)
-        self.assertTrue(text.startswith("FILE/A"))
+        self.assertEqual(self.run_viewer("?"), (0, "FILE/A: the LightWave object to view\n", ""))
 
 
 if __name__ == "__main__":

@@ -453,7 +453,7 @@ TEST_F(SafeFile, KeepsTheModeOfWhatALinkNames) {
     fs::create_symlink("settings", folder / "link");
     EXPECT_TRUE(save("new", folder / "link"));
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    const fs::perms every_bit = fs::perms::all | fs::perms::sticky_bit | fs::perms::set_uid;
+    const fs::perms every_bit = fs::perms::all | fs::perms::sticky_bit;
     fs::permissions(path, every_bit);
     EXPECT_TRUE(save("new"));
     EXPECT_EQ(fs::status(path).permissions(), every_bit);
