@@ -4,6 +4,7 @@
 import os
 import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -84,13 +85,27 @@ class Ends(desktop.Case):
         viewer = self.start(self.object)
         self.assertEqual(viewer.wait(), 20)
         self.assertEqual(viewer.out(), "Couldn't open screen\n")
-        self.assertIn("no display mode 7", viewer.err())
+        self.assertEqual(viewer.err(), f"zelvo: {self.env_file}:11: no display mode 7\n")
 
     def test_impossible_size_is_not_opened(self):
-        self.write_settings(width=16385)
+        self.write_settings(width=16385, height=0)
         viewer = self.start(self.object)
         self.assertEqual(viewer.wait(), 20)
         self.assertEqual(viewer.out(), "Couldn't open screen\n")
+        self.assertEqual(
+            viewer.err(),
+            f"zelvo: {self.env_file}:12: no screen has a width of 16385, only of 1 to 16384\n"
+            f"zelvo: {self.env_file}:13: no screen has a height of 0, only of 1 to 16384\n",
+        )
+
+    def test_impossible_size_of_the_lasting_settings_is_not_opened(self):
+        shutil.rmtree(self.env_file.parent)
+        self.envarc_file.parent.mkdir(parents=True)
+        self.envarc_file.write_text(desktop.settings(height=16385))
+        viewer = self.start(self.object)
+        self.assertEqual(viewer.wait(), 20)
+        # The login's settings began as a copy of them, and are what was loaded.
+        self.assertIn(f"zelvo: {self.env_file}:13: ", viewer.err())
 
 
 class CommandLine(unittest.TestCase):

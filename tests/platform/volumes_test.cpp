@@ -133,6 +133,14 @@ TEST(ReportFailedSave, NamesNoPlaceWhereThereIsNone) {
     (void)testing::internal::GetCapturedStderr();
 }
 
+TEST(IsOnSettingsVolume, IsTrueOfEnvAndEnvarc) {
+    EXPECT_TRUE(host::is_on_settings_volume("ENV:x"));
+    EXPECT_TRUE(host::is_on_settings_volume("EnvArc:x"));
+    EXPECT_FALSE(host::is_on_settings_volume("ENVIRONMENT:x"));
+    EXPECT_FALSE(host::is_on_settings_volume("ENV"));
+    EXPECT_FALSE(host::is_on_settings_volume("x/ENV:x"));
+}
+
 TEST(IsOnMissingVolume, IsTrueOfTheSettingsVolumesAlone) {
     EXPECT_TRUE(host::is_on_missing_volume({}, "ENV:x"));
     EXPECT_TRUE(host::is_on_missing_volume({}, "envarc:x"));

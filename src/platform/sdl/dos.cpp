@@ -44,7 +44,11 @@ std::FILE *open_file(const char *name, const char *mode) {
         }
         return nullptr;
     }
-    return host::open_plain_file(*path, mode, [name = std::string(name), path = *path](int error) {
+    std::FILE *file = host::open_plain_file(*path, mode, [name = std::string(name), path = *path](int error) {
         tell_of_failed_save(name, path, error);
     });
+    if (file != nullptr && !is_for_saving && host::is_on_settings_volume(name)) {
+        state.settings_path = *path;
+    }
+    return file;
 }

@@ -4,8 +4,8 @@
 
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/state.h"
+#include "platform/shared/refused_screen.h"
 #include "platform/shared/room.h"
-#include "platform/shared/screen_size.h"
 #include "platform/shared/tags.h"
 
 #include <cstdio>
@@ -35,10 +35,10 @@ Screen *OpenScreenTagList(const NewScreen *, const TagItem *tags) {
     const auto height = static_cast<std::int32_t>(host::tag_value(tags, SA_Height, 0));
     const auto *title = reinterpret_cast<const char *>(host::tag_value(tags, SA_Title, tag_pointer("")));
     const DisplayMode *mode = find_display_mode(mode_id);
-    if (mode == nullptr || !host::is_possible_side(width) || !host::is_possible_side(height)) {
-        std::fprintf(stderr, "zelvo: no display mode %ld of %ld x %ld\n",
-                     static_cast<long>(static_cast<std::int32_t>(mode_id)), static_cast<long>(width),
-                     static_cast<long>(height));
+    if (mode == nullptr) {
+        host::report_unknown_mode(state.settings_path, static_cast<std::int32_t>(mode_id));
+    }
+    if (host::report_impossible_sides(state.settings_path, width, height) || mode == nullptr) {
         return nullptr;
     }
     auto screen = host::make_if_there_is_room<DesktopScreen>(width, height);

@@ -46,6 +46,8 @@ struct State {
     bool escape_sent = false;
     /// What the screen-mode requester holds when it appears: the screen opened last.
     ScreenChoice current{first_mode_id, 320, 256};
+    /// The settings file that was opened for loading last; empty if none was. Written by open_file.
+    std::string settings_path;
     /// Events that wait to be taken, and those that the program holds.
     std::deque<IntuiMessage> waiting;
     std::vector<std::unique_ptr<IntuiMessage>> held;

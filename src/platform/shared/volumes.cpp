@@ -31,9 +31,13 @@ std::string path_of(const Volumes &volumes, const std::string &name) {
     return folder == volumes.end() ? name : join_path(folder->second, name.substr(volume.size() + 1));
 }
 
-bool is_on_missing_volume(const Volumes &volumes, const std::string &name) {
+bool is_on_settings_volume(const std::string &name) {
     const std::string volume = volume_of(name);
-    return (volume == "ENV" || volume == "ENVARC") && !volumes.contains(volume);
+    return volume == "ENV" || volume == "ENVARC";
+}
+
+bool is_on_missing_volume(const Volumes &volumes, const std::string &name) {
+    return is_on_settings_volume(name) && !volumes.contains(volume_of(name));
 }
 
 std::FILE *open_plain_file(const std::string &path, const char *mode, const OnFailedSave &on_failed_save) {

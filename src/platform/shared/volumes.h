@@ -16,8 +16,10 @@ using Volumes = std::map<std::string, std::string>;
 /// The path of a name such as `ENV:Zelvo.vars`; a name of no known volume is a path already.
 std::string path_of(const Volumes &volumes, const std::string &name);
 
-/// Whether a name is on one of the platform's settings volumes, ENV or ENVARC, and no folder stands behind it
-/// here.
+/// Whether a name is on one of the platform's settings volumes, ENV or ENVARC.
+bool is_on_settings_volume(const std::string &name);
+
+/// Whether it is, and there is no folder for that volume here.
 bool is_on_missing_volume(const Volumes &volumes, const std::string &name);
 
 /// fopen for things that can be read and written like files: regular ones and character devices. A folder, a
