@@ -29,6 +29,23 @@ TEST(FileArgument, KeywordMayBeWrittenInAnyCase) {
     EXPECT_EQ(file_argument({"File=cow.lwo"}), "cow.lwo");
 }
 
+TEST(FileArgument, WhatOnlyResemblesTheKeywordIsTheFile) {
+    EXPECT_EQ(file_argument({"FIL=cow.lwo"}), "FIL=cow.lwo");
+    EXPECT_EQ(file_argument({"FILES=cow.lwo"}), "FILES=cow.lwo");
+    EXPECT_EQ(file_argument({"PILE=cow.lwo"}), "PILE=cow.lwo");
+    EXPECT_EQ(file_argument({"FILE:cow.lwo"}), "FILE:cow.lwo");
+    EXPECT_EQ(file_argument({"FIL"}), "FIL");
+    EXPECT_EQ(file_argument({""}), "");
+    EXPECT_EQ(file_argument({"FILES", "cow.lwo"}), std::nullopt);
+}
+
+TEST(FileArgument, TheKeywordsFileMayBeAnyWord) {
+    EXPECT_EQ(file_argument({"FILE="}), "");
+    EXPECT_EQ(file_argument({"FILE", "FILE"}), "FILE");
+    EXPECT_EQ(file_argument({"FILE", "FILE=cow.lwo"}), "FILE=cow.lwo");
+    EXPECT_EQ(file_argument({"FILE=FILE"}), "FILE");
+}
+
 TEST(FileArgument, NoWordDoesNotParse) {
     EXPECT_EQ(file_argument({}), std::nullopt);
 }

@@ -4,14 +4,42 @@
 #include "platform/sdl/folders.h"
 #include "platform/sdl/host.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <pwd.h>
+#include <string>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// Done just before the next rename, as if another start came in between.
+std::function<void()> before_rename;
+
+} // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's.
+extern "C" int __real_rename(const char *from, const char *to);
+
+extern "C" int __wrap_rename(const char *from, const char *to) {
+    if (const auto meanwhile = std::exchange(before_rename, nullptr)) {
+        meanwhile();
+    }
+    return __real_rename(from, to);
+}
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
@@ -38,6 +66,25 @@ protected:
         struct stat status {};
         EXPECT_EQ(stat(path.c_str(), &status), 0);
         return status.st_mode & 07777;
+    }
+
+    static std::string text_of(const fs::path &file) {
+        std::ifstream stream(file);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    static std::vector<std::string> names_in(const fs::path &folder) {
+        std::vector<std::string> names;
+        for (const auto &entry : fs::directory_iterator(folder)) {
+            names.push_back(entry.path().filename());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    void keep_lasting_settings() const {
+        fs::create_directories(root / "config" / "zelvo");
+        std::ofstream(root / "config" / "zelvo" / "Zelvo.vars") << "kept";
     }
 
     fs::path private_folder() const { return root / ("zelvo-" + std::to_string(geteuid())); }
@@ -164,6 +211,193 @@ TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
     EXPECT_EQ(desktop::path_of_name(name, false), desktop::installed_data_path(name));
     std::ofstream(root / name) << "here";
     EXPECT_EQ(desktop::path_of_name(name, false), name);
+    desktop::set_up({});
+    fs::current_path(before);
+}
+
+TEST_F(Folders, OnlyAFolderThatNobodyElseMayWriteToIsUsed) {
+    for (const auto &[mode, is_used] : {std::pair(0700, true),
+                                        {0755, true},
+                                        {0711, true},
+                                        {0770, false},
+                                        {0720, false},
+                                        {0702, false},
+                                        {0777, false}}) {
+        ASSERT_EQ(chmod(runtime.c_str(), static_cast<mode_t>(mode)), 0);
+        const fs::path expected = is_used ? runtime / "zelvo" : private_folder();
+        EXPECT_EQ(desktop::session_settings_folder(), expected.string()) << std::oct << mode;
+    }
+    fs::create_directory(runtime / "zelvo");
+    ASSERT_EQ(chmod(runtime.c_str(), 0700), 0);
+    for (const auto &[mode, is_used] : {std::pair(0755, true), {0770, false}, {0702, false}}) {
+        ASSERT_EQ(chmod((runtime / "zelvo").c_str(), static_cast<mode_t>(mode)), 0);
+        EXPECT_EQ(desktop::session_settings_folder().has_value(), is_used) << std::oct << mode;
+    }
+}
+
+TEST_F(Folders, ARefusedFolderIsNamed) {
+    fs::create_directory_symlink(runtime, private_folder());
+    unsetenv("XDG_RUNTIME_DIR");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "zelvo: no settings: " + private_folder().string() + " is not a folder of yours alone\n");
+}
+
+TEST_F(Folders, AStartThatIsOvertakenKeepsTheOthersFolderAndLeavesNothing) {
+    keep_lasting_settings();
+    before_rename = [this] {
+        ASSERT_EQ(mkdir((runtime / "zelvo").c_str(), 0700), 0);
+        std::ofstream(runtime / "zelvo" / "Zelvo.vars") << "the other start's";
+    };
+    EXPECT_EQ(desktop::session_settings_folder(), (runtime / "zelvo").string());
+    EXPECT_EQ(text_of(runtime / "zelvo" / "Zelvo.vars"), "the other start's");
+    EXPECT_EQ(names_in(runtime), std::vector<std::string>{"zelvo"});
+}
+
+TEST_F(Folders, ManyStartsAtOnceMakeOneFolder) {
+    keep_lasting_settings();
+    std::array<int, 2> gate{};
+    ASSERT_EQ(pipe(gate.data()), 0);
+    std::vector<pid_t> starts;
+    for (int i = 0; i < 20; ++i) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            char byte = 0;
+            close(gate[1]);
+            // The end of the pipe comes to all of them at the same time.
+            const bool is_open = read(gate[0], &byte, 1) == 0;
+            const auto folder = desktop::session_settings_folder();
+            _exit(is_open && folder && text_of(fs::path(*folder) / "Zelvo.vars") == "kept" ? 0 : 1);
+        }
+        starts.push_back(child);
+    }
+    close(gate[0]);
+    close(gate[1]);
+    for (const pid_t start : starts) {
+        int status = 0;
+        waitpid(start, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(names_in(runtime), std::vector<std::string>{"zelvo"});
+}
+
+TEST_F(Folders, ThisLoginsFolderIsWholeWhenItGetsItsName) {
+    keep_lasting_settings();
+    std::vector<std::string> names;
+    before_rename = [&] {
+        names = names_in(runtime);
+        ASSERT_EQ(names.size(), 1U);
+        EXPECT_EQ(text_of(runtime / names[0] / "Zelvo.vars"), "kept");
+    };
+    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_TRUE(names[0].starts_with("zelvo.")) << names[0];
+    EXPECT_EQ(text_of(runtime / "zelvo" / "Zelvo.vars"), "kept");
+}
+
+TEST_F(Folders, OnlyFilesAreCopiedAndLinksAsWhatTheyName) {
+    keep_lasting_settings();
+    const fs::path lasting = root / "config" / "zelvo";
+    fs::create_directory(lasting / "folder");
+    std::ofstream(lasting / "folder" / "file") << "x";
+    fs::create_symlink("Zelvo.vars", lasting / "link");
+    fs::create_symlink("missing", lasting / "dangling");
+    ASSERT_EQ(mkfifo((lasting / "pipe").c_str(), 0600), 0);
+    ASSERT_TRUE(desktop::session_settings_folder());
+    EXPECT_EQ(names_in(runtime / "zelvo"), (std::vector<std::string>{"Zelvo.vars", "link"}));
+    EXPECT_FALSE(fs::is_symlink(runtime / "zelvo" / "link"));
+    EXPECT_EQ(text_of(runtime / "zelvo" / "link"), "kept");
+}
+
+TEST_F(Folders, AHomeThatIsNotInTheEnvironmentIsTheUsersOwn) {
+    unsetenv("XDG_CONFIG_HOME");
+    for (const char *value : {static_cast<const char *>(nullptr), "", "relative"}) {
+        value == nullptr ? unsetenv("HOME") : setenv("HOME", value, 1);
+        const passwd *user = getpwuid(getuid());
+        ASSERT_NE(user, nullptr);
+        EXPECT_EQ(desktop::lasting_settings_folder(), std::string(user->pw_dir) + "/.config/zelvo");
+    }
+}
+
+TEST_F(Folders, ARuntimeFolderThatIsNoneIsNotUsed) {
+    std::ofstream(root / "file") << "x";
+    fs::create_directory_symlink(runtime, root / "link");
+    for (const std::string &value : {std::string("runtime"), (root / "missing").string(),
+                                     (root / "file").string(), (root / "link").string(), std::string()}) {
+        setenv("XDG_RUNTIME_DIR", value.c_str(), 1);
+        EXPECT_EQ(desktop::session_settings_folder(), private_folder().string()) << value;
+    }
+}
+
+TEST_F(Folders, TheLastingFolderThatIsThereStays) {
+    keep_lasting_settings();
+    const std::string folder = (root / "config" / "zelvo").string();
+    ASSERT_EQ(chmod(folder.c_str(), 0755), 0);
+    EXPECT_TRUE(desktop::make_lasting_settings_folder(folder));
+    EXPECT_EQ(mode_of(folder), 0755U);
+    fs::create_directory_symlink(folder, root / "link");
+    EXPECT_TRUE(desktop::make_lasting_settings_folder((root / "link").string()));
+}
+
+TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsTold) {
+    std::ofstream(root / "file") << "x";
+    EXPECT_FALSE(desktop::make_lasting_settings_folder((root / "file").string()));
+    EXPECT_EQ(errno, EEXIST);
+    EXPECT_FALSE(desktop::make_lasting_settings_folder((root / "file" / "zelvo").string()));
+    EXPECT_EQ(errno, ENOTDIR);
+    EXPECT_FALSE(desktop::make_lasting_settings_folder("/proc/self/zelvo"));
+    EXPECT_EQ(errno, ENOENT);
+}
+
+TEST_F(Folders, ARunKeepsToTheFolderItFoundFirst) {
+    const pid_t child = fork();
+    if (child == 0) {
+        // What was found first is kept for the whole process, which is this one.
+        const auto first = desktop::path_of_name("ENV:Zelvo.vars", false);
+        fs::create_directory(root / "other");
+        setenv("XDG_RUNTIME_DIR", (root / "other").c_str(), 1);
+        const auto second = desktop::path_of_name("ENV:Zelvo.vars", true);
+        _exit(first == (runtime / "zelvo" / "Zelvo.vars").string() && second == first ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(Folders, AVolumeWithoutAFolderHasNoPathsAndSaysWhy) {
+    const pid_t child = fork();
+    if (child == 0) {
+        fs::create_directory(runtime / "zelvo");
+        EXPECT_EQ(chmod((runtime / "zelvo").c_str(), 0777), 0);
+        const bool is_none = !desktop::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
+        // The second time it is known.
+        const bool is_none_again = !desktop::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
+        _exit(is_none && is_none_again ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    std::ofstream(root / "config") << "in the way";
+    EXPECT_FALSE(desktop::path_of_name("ENVARC:Zelvo.vars", true));
+    EXPECT_EQ(errno, ENOTDIR);
+    EXPECT_TRUE(desktop::path_of_name("ENVARC:Zelvo.vars", false));
+}
+
+TEST_F(Folders, AnInstalledFileIsLookedForBesideTheProgram) {
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+    const fs::path installed = desktop::installed_data_path("Zelvo_envmap.chunky");
+    EXPECT_EQ(installed.filename(), "Zelvo_envmap.chunky");
+    EXPECT_EQ(installed.parent_path(), program.parent_path().parent_path() / "share" / "zelvo");
+}
+
+TEST_F(Folders, AnInstalledFileIsWrittenWhereItIsNamed) {
+    const fs::path before = fs::current_path();
+    fs::current_path(root);
+    desktop::set_up({{}, {"Zelvo_envmap.chunky"}});
+    EXPECT_EQ(desktop::path_of_name("Zelvo_envmap.chunky", true), "Zelvo_envmap.chunky");
+    EXPECT_EQ(desktop::path_of_name("another.chunky", false), "another.chunky");
     desktop::set_up({});
     fs::current_path(before);
 }
