@@ -26,6 +26,8 @@ struct Refusals {
     int fsync = 0;
     int rename = 0;
     int close = 0;
+    /// Finding room; a part of it is taken before that fails, as a disk that fills up does.
+    int fallocate = 0;
     /// Interrupted before the first byte of each write.
     bool interrupts_writes = false;
     /// The most bytes that a write takes.
@@ -47,6 +49,7 @@ int refuse(int error) {
 extern "C" int __real_fsync(int descriptor);
 extern "C" int __real_rename(const char *from, const char *to);
 extern "C" int __real_close(int descriptor);
+extern "C" int __real_posix_fallocate(int descriptor, off_t start, off_t length);
 extern "C" ssize_t __real_write(int descriptor, const void *bytes, std::size_t count);
 
 extern "C" int __wrap_fsync(int descriptor) {
@@ -57,6 +60,13 @@ extern "C" int __wrap_fsync(int descriptor) {
 extern "C" int __wrap_rename(const char *from, const char *to) {
     calls.emplace_back("rename");
     return refusals.rename != 0 ? refuse(refusals.rename) : __real_rename(from, to);
+}
+
+extern "C" int __wrap_posix_fallocate(int descriptor, off_t start, off_t length) {
+    if (refusals.fallocate != 0) {
+        return ftruncate(descriptor, start + length - 1) == 0 ? refusals.fallocate : errno;
+    }
+    return __real_posix_fallocate(descriptor, start, length);
 }
 
 extern "C" int __wrap_close(int descriptor) {
@@ -386,6 +396,16 @@ TEST_F(SafeFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
     setrlimit(RLIMIT_FSIZE, &unlimited);
     EXPECT_FALSE(is_saved);
     EXPECT_EQ(reason, EFBIG);
+    EXPECT_EQ(text_of(path), "old");
+}
+
+TEST_F(SafeFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
+    write_old();
+    close_folder(for_everybody);
+    refusals.fallocate = ENOSPC;
+    const AsSomebodyElse somebody;
+    EXPECT_FALSE(save("a longer text"));
+    EXPECT_EQ(reason, ENOSPC);
     EXPECT_EQ(text_of(path), "old");
 }
 
