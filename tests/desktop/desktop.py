@@ -181,9 +181,11 @@ class Display:
         """The window of this title, once it has the focus."""
 
         def focused():
+            """Window managers announce a window as active before the server gives it the keys."""
             words = self.xdotool("getactivewindow").split()
             name = self.xdotool("getwindowname", words[0]) if words else ""
-            return int(words[0]) if re.search(title, name) else None
+            has_keys = words and self.xdotool("getwindowfocus").split() == words
+            return int(words[0]) if has_keys and re.search(title, name) else None
 
         try:
             return wait_until(focused, "a window " + title, patience)
