@@ -172,6 +172,14 @@ class Display:
         done = subprocess.run(["xdotool", *map(str, words)], env=self.environment, capture_output=True, text=True)
         return done.stdout
 
+    def wmctrl(self, window, *words):
+        """Asks the window manager for something that it does with a window."""
+        subprocess.run(["wmctrl", "-i", "-r", hex(window), *words], env=self.environment, check=True)
+
+    def close_window(self, window):
+        """What the window manager's close button does."""
+        subprocess.run(["wmctrl", "-i", "-c", hex(window)], env=self.environment, check=True)
+
     def find(self, title):
         """The visible window of this title, None if there is none."""
         found = self.xdotool("search", "--onlyvisible", "--name", title).split()
@@ -246,8 +254,8 @@ class Display:
 class Viewer:
     """A running viewer."""
 
-    def __init__(self, program, arguments, folder, environment, errors=None):
-        """`errors` is a descriptor that takes standard error's place, which is a file otherwise."""
+    def __init__(self, program, arguments, folder, environment, error_stream=None):
+        """`error_stream` is a descriptor that takes standard error's place, which is a file otherwise."""
         self.out_path, self.err_path = folder / "out.txt", folder / "err.txt"
         with open(self.out_path, "wb") as out, open(self.err_path, "wb") as err:
             self.process = subprocess.Popen(
@@ -256,7 +264,7 @@ class Viewer:
                 env=environment,
                 stdin=subprocess.DEVNULL,
                 stdout=out,
-                stderr=err if errors is None else errors,
+                stderr=err if error_stream is None else error_stream,
             )
 
     def out(self):
@@ -327,6 +335,10 @@ class Case(unittest.TestCase):
             "GSETTINGS_BACKEND": "memory",
             "GIO_USE_VFS": "local",
             "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+            # A warning of the toolkit ends the viewer, and memory that was freed holds nothing that still works.
+            "G_DEBUG": "fatal-warnings",
+            "MALLOC_PERTURB_": "165",
+            "G_SLICE": "always-malloc",
             # The toolkits and drivers leave things to the process's end, which is no leak of the viewer's.
             "ASAN_OPTIONS": "detect_leaks=0",
         }
@@ -337,8 +349,8 @@ class Case(unittest.TestCase):
         self.env_file.parent.mkdir(mode=0o700, exist_ok=True)
         self.env_file.write_text(settings(**changes))
 
-    def start(self, *arguments, errors=None, **environment):
-        viewer = Viewer(self.program, arguments, self.work, self.environment(**environment), errors)
+    def start(self, *arguments, error_stream=None, **environment):
+        viewer = Viewer(self.program, arguments, self.work, self.environment(**environment), error_stream)
         self.viewers.append(viewer)
         return viewer
 
@@ -362,15 +374,16 @@ class Case(unittest.TestCase):
 
         return wait_until(read, "a window that can be read", 5.0)
 
-    def assert_ends_well(self, viewer):
-        """Exit code 0, the statistics and nothing else that was not there before."""
+    def assert_ends_well(self, viewer, errors=""):
+        """Exit code 0, the statistics at the end, and nothing on standard error but what matches `errors`."""
         self.assertEqual(viewer.wait(), 0, viewer.err())
+        self.assertRegex(viewer.err(), rf"\A(?:{errors})\Z")
         self.assertRegex(viewer.out(), STATISTICS)
         self.assertTrue(viewer.out().endswith("changescreenbuffer done\n"))
 
-    def quit(self, viewer):
+    def quit(self, viewer, errors=""):
         self.display.key("Escape")
-        self.assert_ends_well(viewer)
+        self.assert_ends_well(viewer, errors)
 
     def rehearse(self, script, passes, first, every=1, tick=0.0005):
         """Pictures of the same object and settings from the offscreen host."""

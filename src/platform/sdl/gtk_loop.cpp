@@ -23,6 +23,12 @@ void take_response(gpointer, int response, Wait *wait) {
     g_main_loop_quit(wait->loop);
 }
 
+/// The close button and Esc are answers like any other. By default the toolkit destroys the dialog after such
+/// an answer, while its contents are still needed.
+gboolean stay_after_close(GtkWidget *, GdkEvent *, gpointer) {
+    return TRUE;
+}
+
 gboolean look_around(gpointer data) {
     auto *wait = static_cast<Wait *>(data);
     if ((*wait->while_open)()) {
@@ -54,6 +60,9 @@ bool can_show_requesters() {
 int wait_for_response(gpointer requester, const WhileOpen &while_open) {
     Wait wait{g_main_loop_new(nullptr, FALSE), &while_open};
     const gulong handler = g_signal_connect(requester, "response", G_CALLBACK(take_response), &wait);
+    if (GTK_IS_WINDOW(requester)) {
+        g_signal_connect(requester, "delete-event", G_CALLBACK(stay_after_close), nullptr);
+    }
     const guint timer = g_timeout_add(while_open_milliseconds, look_around, &wait);
     g_main_loop_run(wait.loop);
     g_source_remove(timer);
