@@ -2,14 +2,22 @@
 // Starts GTK and runs its main loop.
 #include "platform/sdl/gtk_loop.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
+#include <vector>
 
 namespace desktop {
 
 namespace {
 
 constexpr guint while_open_milliseconds = 50;
+
+/// The most events that a pass deals with, so that none of them makes it long.
+constexpr int events_per_pass = 32;
+
+/// Whether the toolkit has a display. Written by can_show_requesters.
+bool is_toolkit_started = false;
 
 /// An open requester's wait for its answer.
 struct Wait {
@@ -37,6 +45,38 @@ gboolean look_around(gpointer data) {
     return G_SOURCE_CONTINUE;
 }
 
+/// Whether a connection that is read from was closed by its other end.
+bool is_lost(const GPollFD &connection) {
+    return (connection.events & G_IO_IN) != 0 && (connection.revents & (G_IO_HUP | G_IO_ERR)) != 0;
+}
+
+/// What the toolkit's main loop waits for, without the wait.
+std::vector<GPollFD> poll_connections(GMainContext *context, int priority) {
+    int timeout = 0;
+    const int count = g_main_context_query(context, priority, &timeout, nullptr, 0);
+    std::vector<GPollFD> connections(static_cast<std::size_t>(count));
+    g_main_context_query(context, priority, &timeout, connections.data(), count);
+    g_poll(connections.data(), static_cast<guint>(connections.size()), 0);
+    return connections;
+}
+
+/// One turn of the toolkit's main loop; false if it had nothing to do. The toolkit ends the process when it
+/// reads from a display that is gone. That is left to the window, which ends the program in an orderly way.
+bool turn_once(GMainContext *context) {
+    int priority = 0;
+    g_main_context_prepare(context, &priority);
+    std::vector<GPollFD> connections = poll_connections(context, priority);
+    if (std::ranges::any_of(connections, is_lost)) {
+        return false;
+    }
+    const int count = static_cast<int>(connections.size());
+    const bool is_ready = g_main_context_check(context, priority, connections.data(), count) != 0;
+    if (is_ready) {
+        g_main_context_dispatch(context);
+    }
+    return is_ready;
+}
+
 bool start_toolkit() {
     // Numbers are written and read with a point whatever the user's locale; only the toolkit's own words come
     // in the user's language.
@@ -54,7 +94,18 @@ bool start_toolkit() {
 
 bool can_show_requesters() {
     static const bool is_started = start_toolkit();
+    is_toolkit_started = is_started;
     return is_started;
+}
+
+void serve_toolkit() {
+    GMainContext *context = g_main_context_default();
+    if (!is_toolkit_started || g_main_context_acquire(context) == 0) {
+        return;
+    }
+    for (int count = 0; count < events_per_pass && turn_once(context); ++count) {
+    }
+    g_main_context_release(context);
 }
 
 int wait_for_response(gpointer requester, const WhileOpen &while_open) {

@@ -5,6 +5,7 @@
 #include "platform/sdl/input.h"
 #include "platform/sdl/keyboard.h"
 #include "platform/sdl/picture_window.h"
+#include "platform/sdl/requesters.h"
 #include "platform/sdl/state.h"
 
 namespace desktop {
@@ -26,6 +27,7 @@ void finish_pass() {
         state.picture_due = false;
         present_picture(*state.screen->shown, state.screen->colours.colours);
         take_input(state.waiting);
+        serve_toolkit();
         if (quit_requested != 0 && !state.escape_sent) {
             state.escape_sent = true;
             state.waiting.push_back(character_message(escape_character));

@@ -47,6 +47,10 @@ struct ModeQuestion {
 /// error.
 bool can_show_requesters();
 
+/// Lets the toolkit answer whoever asks for what was copied in a requester that is closed by now. To be
+/// called in every pass; does not wait, and does nothing before the toolkit was started.
+void serve_toolkit();
+
 /// The path of the file that the user chose, nothing if the requester was cancelled.
 std::optional<std::string> ask_for_file(const FileQuestion &question, const WhileOpen &while_open);
 
