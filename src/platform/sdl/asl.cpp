@@ -9,8 +9,11 @@
 #include "platform/sdl/state.h"
 #include "platform/shared/blank_free_names.h"
 #include "platform/shared/tags.h"
+#include "platform/shared/volumes.h"
 
+#include <cerrno>
 #include <filesystem>
+#include <sys/stat.h>
 
 using namespace desktop;
 
@@ -66,6 +69,25 @@ std::string existing_path(const std::string &name) {
                                                          : "";
 }
 
+/// Why the program would not get a file that it opens.
+int error_of_opening(const std::string &path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return errno;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return EISDIR;
+    }
+    errno = 0;
+    std::FILE *file = host::open_plain_file(path, "rb");
+    if (file == nullptr) {
+        // What is neither a file nor a device is not even tried.
+        return errno != 0 ? errno : ENOTSUP;
+    }
+    std::fclose(file);
+    return 0;
+}
+
 /// The window stays alive behind a requester, and a wish to quit goes through it.
 bool is_to_be_cancelled() {
     drop_input();
@@ -74,7 +96,8 @@ bool is_to_be_cancelled() {
 
 BOOL run_file_requester(DesktopRequester &requester) {
     const auto chosen = ask_for_file(
-        {requester.title, existing_path(requester.file), filters_for(requester.file)}, is_to_be_cancelled);
+        {requester.title, existing_path(requester.file), filters_for(requester.file), error_of_opening},
+        is_to_be_cancelled);
     if (!chosen) {
         return FALSE;
     }

@@ -111,12 +111,15 @@ void serve_toolkit() {
 int wait_for_response(gpointer requester, const WhileOpen &while_open) {
     Wait wait{g_main_loop_new(nullptr, FALSE), &while_open};
     const gulong handler = g_signal_connect(requester, "response", G_CALLBACK(take_response), &wait);
-    if (GTK_IS_WINDOW(requester)) {
-        g_signal_connect(requester, "delete-event", G_CALLBACK(stay_after_close), nullptr);
-    }
+    const gulong closing = GTK_IS_WINDOW(requester) ? g_signal_connect(requester, "delete-event",
+                                                                       G_CALLBACK(stay_after_close), nullptr)
+                                                    : 0;
     const guint timer = g_timeout_add(while_open_milliseconds, look_around, &wait);
     g_main_loop_run(wait.loop);
     g_source_remove(timer);
+    if (closing != 0) {
+        g_signal_handler_disconnect(requester, closing);
+    }
     g_signal_handler_disconnect(requester, handler);
     g_main_loop_unref(wait.loop);
     return wait.response;

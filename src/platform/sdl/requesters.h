@@ -28,6 +28,8 @@ struct FileQuestion {
     std::string initial_path;
     /// The first one is in force at first.
     std::vector<FileFilter> filters;
+    /// Tries to open a file that was chosen: the system's error number, 0 if it could be opened.
+    std::function<int(const std::string &path)> error_of_opening;
 };
 
 /// One mode to choose from.
@@ -51,7 +53,8 @@ bool can_show_requesters();
 /// called in every pass; does not wait, and does nothing before the toolkit was started.
 void serve_toolkit();
 
-/// The path of the file that the user chose, nothing if the requester was cancelled.
+/// The path of the file that the user chose, nothing if the requester was cancelled. A file that cannot be
+/// opened is not taken: the user reads why and may choose again.
 std::optional<std::string> ask_for_file(const FileQuestion &question, const WhileOpen &while_open);
 
 /// The mode and size that the user confirmed, nothing if the requester was cancelled.

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Looks words up in the catalogues of the toolkit and of the C library.
+#include "platform/sdl/gtk_words.h"
+
+#include <cstring>
+#include <glib.h>
+#include <libintl.h>
+
+namespace desktop {
+
+namespace {
+
+constexpr char toolkit_catalogue[] = "gtk30";
+constexpr char system_catalogue[] = "libc";
+
+/// What is between these is laid out from left to right, and as one sign for the text around it.
+constexpr char left_to_right_isolate[] = "\u2066";
+constexpr char end_of_isolate[] = "\u2069";
+
+} // namespace
+
+std::string toolkit_words(const char *catalogued, const char *own) {
+    const char *translated = g_dgettext(toolkit_catalogue, catalogued);
+    return std::strcmp(translated, catalogued) == 0 ? own : translated;
+}
+
+std::string toolkit_words(const char *catalogued) {
+    return toolkit_words(catalogued, catalogued);
+}
+
+std::string error_words(int error) {
+    // The process has no character set, since only the messages' language is the user's; the toolkit wants
+    // UTF-8.
+    bind_textdomain_codeset(system_catalogue, "UTF-8");
+    return std::strerror(error);
+}
+
+std::string size_words(int width, int height) {
+    return left_to_right_isolate + std::to_string(width) + " \u00D7 " + std::to_string(height) +
+           end_of_isolate;
+}
+
+} // namespace desktop
