@@ -156,6 +156,13 @@ class Wayland(desktop.Case):
         self.assert_ends_well(viewer)
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 320, 256\n"))
 
+    def test_requesters_are_on_the_same_display_as_the_viewer(self):
+        viewer = self.start(self.object, WAYLAND_DISPLAY="zelvo-test")
+        self.display.wait_for(desktop.MODE_TITLE)
+        self.display.key("Return")
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.quit(viewer)
+
     def test_a_compositor_that_goes_away(self):
         self.write_settings()
         viewer = self.start_on_wayland()

@@ -2,6 +2,7 @@
 // The desktop's own file chooser, which inside a sandbox is the portal's.
 #include "platform/sdl/gtk_loop.h"
 #include "platform/sdl/gtk_words.h"
+#include "platform/sdl/requester_parent.h"
 
 namespace desktop {
 
@@ -37,6 +38,7 @@ Chooser make_chooser(const std::string &title) {
         toolkit_words("_Open").c_str(), GTK_RESPONSE_ACCEPT, nullptr);
     gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
     gtk_window_set_modal(GTK_WINDOW(dialog), TRUE);
+    put_above_viewer(GTK_WINDOW(dialog));
     return {GTK_DIALOG(dialog), nullptr};
 }
 
@@ -101,6 +103,9 @@ void refuse(const Chooser &chooser, const std::string &path, int error, const Wh
     gtk_window_set_title(GTK_WINDOW(message), "Zelvo");
     gtk_dialog_add_button(GTK_DIALOG(message), toolkit_words("_OK").c_str(), GTK_RESPONSE_OK);
     gtk_dialog_set_default_response(GTK_DIALOG(message), GTK_RESPONSE_OK);
+    if (parent == nullptr) {
+        put_above_viewer(GTK_WINDOW(message));
+    }
     gtk_window_present(GTK_WINDOW(message));
     wait_for_response(message, while_open);
     gtk_widget_destroy(message);

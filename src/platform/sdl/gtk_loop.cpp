@@ -2,6 +2,8 @@
 // Starts GTK and runs its main loop.
 #include "platform/sdl/gtk_loop.h"
 
+#include "platform/sdl/requester_parent.h"
+
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
@@ -22,6 +24,7 @@ bool is_toolkit_started = false;
 /// An open requester's wait for its answer.
 struct Wait {
     GMainLoop *loop;
+    gpointer requester;
     const WhileOpen *while_open;
     int response = GTK_RESPONSE_CANCEL;
 };
@@ -39,8 +42,11 @@ gboolean stay_after_close(GtkWidget *, GdkEvent *, gpointer) {
 
 gboolean look_around(gpointer data) {
     auto *wait = static_cast<Wait *>(data);
-    if ((*wait->while_open)()) {
+    const Order order = (*wait->while_open)();
+    if (order == Order::cancel) {
         g_main_loop_quit(wait->loop);
+    } else if (order == Order::come_forward && GTK_IS_WINDOW(wait->requester)) {
+        bring_forward(GTK_WINDOW(wait->requester));
     }
     return G_SOURCE_CONTINUE;
 }
@@ -83,6 +89,7 @@ bool start_toolkit() {
     gtk_disable_setlocale();
     std::setlocale(LC_MESSAGES, "");
     g_set_prgname("zelvo");
+    choose_the_viewers_display();
     if (gtk_init_check(nullptr, nullptr) == 0) {
         std::fputs("zelvo: no requester: the desktop's toolkit finds no display\n", stderr);
         return false;
@@ -109,7 +116,7 @@ void serve_toolkit() {
 }
 
 int wait_for_response(gpointer requester, const WhileOpen &while_open) {
-    Wait wait{g_main_loop_new(nullptr, FALSE), &while_open};
+    Wait wait{g_main_loop_new(nullptr, FALSE), requester, &while_open};
     const gulong handler = g_signal_connect(requester, "response", G_CALLBACK(take_response), &wait);
     const gulong closing = GTK_IS_WINDOW(requester) ? g_signal_connect(requester, "delete-event",
                                                                        G_CALLBACK(stay_after_close), nullptr)

@@ -156,7 +156,8 @@ void take_input(std::deque<IntuiMessage> &messages) {
     take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
 }
 
-void drop_input() {
+bool drop_input() {
+    bool is_focused = false;
     SDL_Event event;
     while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
         switch (event.type) {
@@ -172,6 +173,7 @@ void drop_input() {
             if (event.window.event == SDL_WINDOWEVENT_EXPOSED) {
                 present_again();
             }
+            is_focused = is_focused || event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED;
             break;
         case SDL_QUIT:
             request_quit();
@@ -180,6 +182,7 @@ void drop_input() {
             break;
         }
     }
+    return is_focused;
 }
 
 void ignore_what_is_held() {

@@ -5,6 +5,7 @@
 #include "platform/sdl/input.h"
 #include "platform/sdl/pacing.h"
 #include "platform/sdl/pointer.h"
+#include "platform/sdl/shown_window.h"
 #include "platform/sdl/window_place.h"
 #include "platform/sdl/x11_display.h"
 #include "platform/sdl/x11_keyboard.h"
@@ -284,6 +285,10 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     black_out();
     SDL_RenderPresent(renderer);
     return true;
+}
+
+SDL_Window *shown_window() {
+    return window != nullptr && (SDL_GetWindowFlags(window) & SDL_WINDOW_HIDDEN) == 0 ? window : nullptr;
 }
 
 void close_picture_window() {

@@ -12,8 +12,11 @@
 
 namespace desktop {
 
-/// Called about 20 times a second while a requester is open; true cancels it.
-using WhileOpen = std::function<bool()>;
+/// What a requester that is open is to do.
+enum class Order { wait, come_forward, cancel };
+
+/// Called about 20 times a second while a requester is open.
+using WhileOpen = std::function<Order()>;
 
 /// A kind of files to choose from.
 struct FileFilter {

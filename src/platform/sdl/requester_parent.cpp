@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+// The hints that the window managers of the display servers know.
+#include "platform/sdl/requester_parent.h"
+
+#include "platform/sdl/shown_window.h"
+
+#include <SDL.h>
+#include <SDL_syswm.h>
+#include <cstdlib>
+#include <string>
+#ifdef GDK_WINDOWING_X11
+#include <gdk/gdkx.h>
+#endif
+
+namespace desktop {
+
+namespace {
+
+#if defined(GDK_WINDOWING_X11) && defined(SDL_VIDEO_DRIVER_X11)
+/// The property that makes one window of an X server the dialog of another.
+void set_parent(GdkWindow *requester, unsigned long viewer) {
+    gdk_property_change(requester, gdk_atom_intern_static_string("WM_TRANSIENT_FOR"),
+                        gdk_atom_intern_static_string("WINDOW"), 32, GDK_PROP_MODE_REPLACE,
+                        reinterpret_cast<const guchar *>(&viewer), 1);
+}
+#endif
+
+/// What SDL's window is or will be on. SDL, unlike the toolkit, prefers X11 where both are there.
+bool is_viewer_on_wayland() {
+    const char *wish = SDL_GetHint(SDL_HINT_VIDEODRIVER);
+    const char *driver = SDL_WasInit(SDL_INIT_VIDEO) != 0 ? SDL_GetCurrentVideoDriver() : wish;
+    if (driver != nullptr) {
+        return std::string(driver).starts_with("wayland");
+    }
+    return std::getenv("DISPLAY") == nullptr;
+}
+
+} // namespace
+
+void choose_the_viewers_display() {
+    gdk_set_allowed_backends(is_viewer_on_wayland() ? "wayland,*" : "x11,*");
+}
+
+void put_above_viewer(GtkWindow *requester) {
+    SDL_Window *viewer = shown_window();
+    SDL_SysWMinfo info{};
+    SDL_VERSION(&info.version);
+    if (viewer == nullptr || SDL_GetWindowWMInfo(viewer, &info) == SDL_FALSE) {
+        return;
+    }
+    gtk_widget_realize(GTK_WIDGET(requester));
+    GdkWindow *window = gtk_widget_get_window(GTK_WIDGET(requester));
+#if defined(GDK_WINDOWING_X11) && defined(SDL_VIDEO_DRIVER_X11)
+    if (info.subsystem == SDL_SYSWM_X11 && GDK_IS_X11_WINDOW(window)) {
+        set_parent(window, info.info.x11.window);
+    }
+#endif
+}
+
+void bring_forward(GtkWindow *requester) {
+    guint32 now = GDK_CURRENT_TIME;
+#ifdef GDK_WINDOWING_X11
+    GdkWindow *window = gtk_widget_get_window(GTK_WIDGET(requester));
+    if (GDK_IS_X11_WINDOW(window)) {
+        // The user's wish is this old. The toolkit knows only what was done in its own windows, and with such
+        // a time a window manager may think that the requester wants to steal the focus.
+        now = gdk_x11_get_server_time(window);
+    }
+#endif
+    gtk_window_present_with_time(requester, now);
+}
+
+} // namespace desktop

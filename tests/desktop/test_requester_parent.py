@@ -1,0 +1,118 @@
+# SPDX-License-Identifier: MIT
+"""A requester is the viewer's dialog: it is above the viewer's window, and going to the viewer leads to it."""
+
+import subprocess
+import unittest
+
+import desktop
+from desktop import TEXTURE_TITLE, VIEWER_TITLE
+
+
+def numbers_after(text, word):
+    """The window numbers that follow a word, from the last line that has it."""
+    line = [line for line in text.splitlines() if word in line][-1]
+    return [int(number, 16) for number in desktop.re.findall(r"0x[0-9a-f]+", line.split(word)[1])]
+
+
+class Managed(desktop.Case):
+    def setUp(self):
+        super().setUp()
+        self.write_settings()
+
+    def root_property(self, name):
+        answer = subprocess.run(
+            ["xprop", "-root", name], env=self.display.environment, capture_output=True, text=True, check=True
+        )
+        return numbers_after(answer.stdout, name)
+
+    def visit_another_window(self):
+        other = subprocess.Popen(["xmessage", "elsewhere"], env=self.display.environment, stderr=subprocess.DEVNULL)
+        self.addCleanup(other.wait)
+        self.addCleanup(other.terminate)
+        window = desktop.wait_until(lambda: self.display.find("^xmessage"), "another window")
+
+        def is_there():
+            self.display.xdotool("windowactivate", window)
+            return self.display.xdotool("getactivewindow").split() == [str(window)]
+
+        desktop.wait_until(is_there, "the other window's focus")
+
+    def test_an_always_on_top_viewer_is_below_its_requester(self):
+        viewer, window = self.start_viewing()
+        self.display.wmctrl(window, "-b", "add,above")
+        self.display.key("t")
+        requester = self.display.wait_for(TEXTURE_TITLE)
+        stack = self.root_property("_NET_CLIENT_LIST_STACKING")
+        self.assertLess(stack.index(window), stack.index(requester))
+        self.display.cancel(TEXTURE_TITLE)
+        self.display.wait_for(VIEWER_TITLE)
+        self.quit(viewer)
+
+    def test_a_requester_names_the_viewer_as_its_parent(self):
+        viewer, window = self.start_viewing()
+        self.display.key("t")
+        requester = self.display.wait_for(TEXTURE_TITLE)
+        answer = subprocess.run(
+            ["xprop", "-id", str(requester), "WM_TRANSIENT_FOR"],
+            env=self.display.environment,
+            capture_output=True,
+            text=True,
+            check=True,
+        )
+        self.assertEqual(numbers_after(answer.stdout, "WM_TRANSIENT_FOR"), [window])
+        self.display.cancel(TEXTURE_TITLE)
+        self.display.wait_for(VIEWER_TITLE)
+        self.quit(viewer)
+
+    def test_going_to_the_viewer_leads_to_its_requester(self):
+        viewer, window = self.start_viewing()
+        self.display.key("t")
+        self.display.wait_for(TEXTURE_TITLE)
+        self.visit_another_window()
+        self.display.xdotool("windowactivate", window)
+        self.display.wait_for(TEXTURE_TITLE)
+        self.display.cancel(TEXTURE_TITLE)
+        self.display.wait_for(VIEWER_TITLE)
+        self.quit(viewer)
+
+
+class Unmanaged(desktop.Case):
+    """Nobody but the viewer itself moves the focus here."""
+
+    MANAGER = False
+
+    def test_the_viewers_focus_goes_to_the_requester(self):
+        self.write_settings()
+        viewer = self.start(self.object)
+        window = desktop.wait_until(lambda: self.display.find(VIEWER_TITLE), "the viewer")
+        desktop.wait_until(lambda: not self.picture(window).is_black(), "the first picture")
+        self.display.xdotool("windowfocus", window)
+        self.display.key("t")
+        requester = desktop.wait_until(lambda: self.display.find(TEXTURE_TITLE), "the requester")
+
+        def leads_to_the_requester():
+            # A focus that goes and comes back at once is none that was lost.
+            self.display.xdotool("windowfocus", requester)
+            desktop.time.sleep(0.5)
+            self.display.xdotool("windowraise", window, "windowfocus", window)
+            desktop.time.sleep(0.5)
+            return self.focused_window() == requester
+
+        desktop.wait_until(leads_to_the_requester, "the requester's focus")
+        self.assertEqual(self.top_window(), requester)
+        viewer.process.terminate()
+        self.assert_ends_well(viewer)
+
+    def focused_window(self):
+        return int(self.display.xdotool("getwindowfocus"))
+
+    def top_window(self):
+        tree = subprocess.run(
+            ["xwininfo", "-root", "-children"], env=self.display.environment, capture_output=True, text=True, check=True
+        )
+        shown = [line for line in tree.stdout.splitlines() if "Zelvo   " in line or "Select Zelvo" in line]
+        return int(shown[0].split()[0], 16)
+
+
+if __name__ == "__main__":
+    unittest.main()
