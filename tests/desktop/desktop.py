@@ -122,6 +122,15 @@ def write_texture(path, waves=3):
     )
 
 
+def language(folder, name):
+    """Makes a locale in a folder; the environment variables that choose it."""
+    locales = folder / "locales"
+    locales.mkdir(exist_ok=True)
+    path = locales / (name + ".UTF-8")
+    subprocess.run(["localedef", "-i", name, "-f", "UTF-8", path], capture_output=True, check=False)
+    return {"LOCPATH": str(locales), "LANG": name + ".UTF-8", "LC_ALL": name + ".UTF-8"}
+
+
 class Display:
     """An X server of a size, with a window manager unless told otherwise."""
 

@@ -11,14 +11,7 @@ from desktop import MODE_TITLE, TEXTURE_TITLE, VIEWER_TITLE
 class Comma(desktop.Case):
     def setUp(self):
         super().setUp()
-        self.locales = self.folder / "locales"
-        self.locales.mkdir()
-        subprocess.run(
-            ["localedef", "-i", "de_DE", "-f", "UTF-8", self.locales / "de_DE.UTF-8"],
-            capture_output=True,
-            check=False,
-        )
-        self.language = {"LOCPATH": str(self.locales), "LANG": "de_DE.UTF-8", "LC_ALL": "de_DE.UTF-8"}
+        self.language = desktop.language(self.folder, "de_DE")
         # The locale is worth testing with only if it does write a comma.
         printed = subprocess.run(
             ["printf", "%.1f", "0,5"], env={**self.environment(), **self.language}, capture_output=True, text=True
@@ -48,6 +41,21 @@ class Comma(desktop.Case):
         self.assertEqual(
             self.env_file.read_text(), desktop.settings(gammas="1.700000 1.100000 1.000000", dots=1)
         )
+
+    def test_the_screen_mode_requester_has_the_toolkits_words(self):
+        viewer = self.start(self.object, **self.language)
+        self.display.wait_for(MODE_TITLE)
+        # The underlined letters of "Breite" and "Abbrechen".
+        self.display.key("alt+b")
+        self.display.type("401")
+        self.display.key("Return")
+        self.display.wait_for(VIEWER_TITLE)
+        self.display.key("m")
+        self.display.wait_for(MODE_TITLE)
+        self.display.key("alt+a")
+        self.display.wait_for(VIEWER_TITLE)
+        self.quit(viewer)
+        self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 401, 256\n"))
 
 
 if __name__ == "__main__":

@@ -101,18 +101,6 @@ class ScreenMode(Requesters):
         self.quit(viewer)
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000001, 640, 400\n"))
 
-    def test_a_size_beyond_the_limits_becomes_the_limit(self):
-        viewer = self.start(self.object)
-        self.display.wait_for(MODE_TITLE)
-        self.display.key("alt+w")
-        self.display.type("99999")
-        self.display.key("alt+h")
-        self.display.type("0")
-        self.display.key("Return")
-        self.display.wait_for(VIEWER_TITLE)
-        self.quit(viewer)
-        self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 16384, 1\n"))
-
     def test_m_leads_to_another_size_and_back(self):
         self.write_settings()
         first = self.rehearse("", 5, 5)[0].rows(14, 256)

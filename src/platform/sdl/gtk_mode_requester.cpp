@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The dialog that asks for a display mode and a size.
 #include "platform/sdl/gtk_loop.h"
-
+#include "platform/sdl/gtk_words.h"
+#include "platform/sdl/typed_size.h"
 #include "platform/shared/screen_size.h"
 
 #include <algorithm>
@@ -34,13 +35,14 @@ constexpr std::array<Size, 12> usual_sizes{{
 /// The first entry of the sizes' list stands for any size that is not in it.
 constexpr int other_size = 0;
 
-/// The dialog's parts that hold what the user chose.
+/// The dialog's parts that hold what the user chose, and what it says about that.
 struct ModeDialog {
     GtkWidget *dialog;
     GtkComboBoxText *mode;
     GtkComboBoxText *size;
-    GtkSpinButton *width;
-    GtkSpinButton *height;
+    GtkEntry *width;
+    GtkEntry *height;
+    GtkLabel *notice;
 };
 
 int index_of_size(int width, int height) {
@@ -50,28 +52,69 @@ int index_of_size(int width, int height) {
     return found == usual_sizes.end() ? other_size : static_cast<int>(found - usual_sizes.begin()) + 1;
 }
 
+void set_side(GtkEntry *field, int side) {
+    gtk_entry_set_text(field, std::to_string(side).c_str());
+}
+
 void take_usual_size(GtkComboBox *combo_box, ModeDialog *dialog) {
     const int index = gtk_combo_box_get_active(combo_box);
     if (index > other_size) {
         const Size size = usual_sizes[static_cast<std::size_t>(index - 1)];
-        gtk_spin_button_set_value(dialog->width, size.width);
-        gtk_spin_button_set_value(dialog->height, size.height);
+        set_side(dialog->width, size.width);
+        set_side(dialog->height, size.height);
     }
 }
 
-/// Shows the usual size that was typed, or that it is another one.
-void name_typed_size(GtkSpinButton *, ModeDialog *dialog) {
-    const int width = gtk_spin_button_get_value_as_int(dialog->width);
-    const int height = gtk_spin_button_get_value_as_int(dialog->height);
+/// Shows which usual size was typed, or that it is another one.
+void name_typed_size(ModeDialog *dialog, int index) {
     auto *combo_box = GTK_COMBO_BOX(dialog->size);
     g_signal_handlers_block_by_func(combo_box, reinterpret_cast<gpointer>(take_usual_size), dialog);
-    gtk_combo_box_set_active(combo_box, index_of_size(width, height));
+    gtk_combo_box_set_active(combo_box, index);
     g_signal_handlers_unblock_by_func(combo_box, reinterpret_cast<gpointer>(take_usual_size), dialog);
 }
 
+void mark(GtkEntry *field, const char *style_class, bool is_marked) {
+    GtkStyleContext *style = gtk_widget_get_style_context(GTK_WIDGET(field));
+    if (is_marked) {
+        gtk_style_context_add_class(style, style_class);
+    } else {
+        gtk_style_context_remove_class(style, style_class);
+    }
+}
+
+std::string memory_notice(std::uint64_t needed) {
+    char *amount = g_format_size(needed);
+    const std::string notice = toolkit_words("Not enough free memory") + ": " + amount;
+    g_free(amount);
+    return notice;
+}
+
+std::string side_notice() {
+    return "Width and height are whole numbers from " + std::to_string(host::smallest_side) + " to " +
+           std::to_string(host::largest_side) + ".";
+}
+
+/// Follows what is typed: a size that no screen can have cannot be confirmed. One that is too large for the
+/// machine's memory is only marked, since the machine may have more than it tells.
+void check_typed_size(GtkEditable *, ModeDialog *dialog) {
+    const std::optional<int> width = side_of_text(gtk_entry_get_text(dialog->width));
+    const std::optional<int> height = side_of_text(gtk_entry_get_text(dialog->height));
+    const bool is_size = width && height;
+    const std::uint64_t needed = is_size ? memory_of_screen(*width, *height) : 0;
+    const bool is_too_large = needed > memory_of_machine();
+    mark(dialog->width, GTK_STYLE_CLASS_ERROR, !width);
+    mark(dialog->height, GTK_STYLE_CLASS_ERROR, !height);
+    mark(dialog->width, GTK_STYLE_CLASS_WARNING, is_too_large);
+    mark(dialog->height, GTK_STYLE_CLASS_WARNING, is_too_large);
+    name_typed_size(dialog, is_size ? index_of_size(*width, *height) : other_size);
+    const std::string notice = !is_size ? side_notice() : is_too_large ? memory_notice(needed) : "";
+    gtk_label_set_text(dialog->notice, notice.c_str());
+    gtk_dialog_set_response_sensitive(GTK_DIALOG(dialog->dialog), GTK_RESPONSE_ACCEPT, is_size);
+}
+
 /// A row of the dialog; Alt and the label's underlined letter lead to the field.
-void add_row(GtkGrid *grid, int row, const char *label_text, GtkWidget *field) {
-    GtkWidget *label = gtk_label_new_with_mnemonic(label_text);
+void add_row(GtkGrid *grid, int row, const std::string &label_text, GtkWidget *field) {
+    GtkWidget *label = gtk_label_new_with_mnemonic(label_text.c_str());
     gtk_label_set_mnemonic_widget(GTK_LABEL(label), field);
     gtk_label_set_xalign(GTK_LABEL(label), 0.0F);
     gtk_widget_set_hexpand(field, TRUE);
@@ -80,11 +123,19 @@ void add_row(GtkGrid *grid, int row, const char *label_text, GtkWidget *field) {
 }
 
 GtkWidget *make_side_field(int value) {
-    GtkWidget *field = gtk_spin_button_new_with_range(host::smallest_side, host::largest_side, 1);
-    gtk_spin_button_set_numeric(GTK_SPIN_BUTTON(field), TRUE);
-    gtk_spin_button_set_value(GTK_SPIN_BUTTON(field), value);
+    GtkWidget *field = gtk_entry_new();
+    set_side(GTK_ENTRY(field), value);
+    gtk_entry_set_input_purpose(GTK_ENTRY(field), GTK_INPUT_PURPOSE_DIGITS);
     gtk_entry_set_activates_default(GTK_ENTRY(field), TRUE);
     return field;
+}
+
+/// Room for a line about the fields, so that the dialog keeps its size when it appears.
+GtkWidget *make_notice() {
+    GtkWidget *notice = gtk_label_new(nullptr);
+    gtk_label_set_xalign(GTK_LABEL(notice), 0.0F);
+    gtk_label_set_width_chars(GTK_LABEL(notice), static_cast<int>(side_notice().size()));
+    return notice;
 }
 
 GtkWidget *make_mode_field(const std::vector<ModeName> &modes, std::uint32_t initial) {
@@ -99,10 +150,10 @@ GtkWidget *make_mode_field(const std::vector<ModeName> &modes, std::uint32_t ini
 
 GtkWidget *make_size_field(const ModeQuestion &initial) {
     GtkWidget *field = gtk_combo_box_text_new();
-    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(field), "Other");
+    gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(field), toolkit_words("Custom size", "Other").c_str());
     for (const Size &size : usual_sizes) {
-        const std::string text = std::to_string(size.width) + " \u00D7 " + std::to_string(size.height);
-        gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(field), text.c_str());
+        gtk_combo_box_text_append_text(GTK_COMBO_BOX_TEXT(field),
+                                       size_words(size.width, size.height).c_str());
     }
     gtk_combo_box_set_active(GTK_COMBO_BOX(field), index_of_size(initial.width, initial.height));
     return field;
@@ -113,33 +164,39 @@ void fill(ModeDialog &parts, const std::vector<ModeName> &modes, const ModeQuest
     GtkWidget *size = make_size_field(initial);
     GtkWidget *width = make_side_field(initial.width);
     GtkWidget *height = make_side_field(initial.height);
+    GtkWidget *notice = make_notice();
     parts.mode = GTK_COMBO_BOX_TEXT(mode);
     parts.size = GTK_COMBO_BOX_TEXT(size);
-    parts.width = GTK_SPIN_BUTTON(width);
-    parts.height = GTK_SPIN_BUTTON(height);
+    parts.width = GTK_ENTRY(width);
+    parts.height = GTK_ENTRY(height);
+    parts.notice = GTK_LABEL(notice);
 
     GtkWidget *grid = gtk_grid_new();
     gtk_grid_set_row_spacing(GTK_GRID(grid), 8);
     gtk_grid_set_column_spacing(GTK_GRID(grid), 16);
     gtk_container_set_border_width(GTK_CONTAINER(grid), 12);
-    add_row(GTK_GRID(grid), 0, "_Display", mode);
-    add_row(GTK_GRID(grid), 1, "_Size", size);
-    add_row(GTK_GRID(grid), 2, "_Width", width);
-    add_row(GTK_GRID(grid), 3, "_Height", height);
+    add_row(GTK_GRID(grid), 0, label_words("Mode", "_Display"), mode);
+    add_row(GTK_GRID(grid), 1, label_words("Size", "_Size"), size);
+    add_row(GTK_GRID(grid), 2, label_words("_Width:", "_Width"), width);
+    add_row(GTK_GRID(grid), 3, label_words("_Height:", "_Height"), height);
+    gtk_grid_attach(GTK_GRID(grid), notice, 0, 4, 2, 1);
     gtk_container_add(GTK_CONTAINER(gtk_dialog_get_content_area(GTK_DIALOG(parts.dialog))), grid);
 
     g_signal_connect(size, "changed", G_CALLBACK(take_usual_size), &parts);
-    g_signal_connect(width, "value-changed", G_CALLBACK(name_typed_size), &parts);
-    g_signal_connect(height, "value-changed", G_CALLBACK(name_typed_size), &parts);
+    g_signal_connect(width, "changed", G_CALLBACK(check_typed_size), &parts);
+    g_signal_connect(height, "changed", G_CALLBACK(check_typed_size), &parts);
+    check_typed_size(nullptr, &parts);
 }
 
-/// What the fields hold, also what was typed last and not yet left with Tab.
-ModeQuestion contents(const ModeDialog &parts) {
-    gtk_spin_button_update(parts.width);
-    gtk_spin_button_update(parts.height);
+/// What the fields hold; nothing if that is no size.
+std::optional<ModeQuestion> contents(const ModeDialog &parts) {
+    const std::optional<int> width = side_of_text(gtk_entry_get_text(parts.width));
+    const std::optional<int> height = side_of_text(gtk_entry_get_text(parts.height));
     const char *mode_id = gtk_combo_box_get_active_id(GTK_COMBO_BOX(parts.mode));
-    return {mode_id != nullptr ? static_cast<std::uint32_t>(std::stoul(mode_id)) : 0U,
-            gtk_spin_button_get_value_as_int(parts.width), gtk_spin_button_get_value_as_int(parts.height)};
+    if (!width || !height || mode_id == nullptr) {
+        return std::nullopt;
+    }
+    return ModeQuestion{static_cast<std::uint32_t>(std::stoul(mode_id)), *width, *height};
 }
 
 } // namespace
@@ -147,8 +204,9 @@ ModeQuestion contents(const ModeDialog &parts) {
 std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, const ModeQuestion &initial,
                                          const WhileOpen &while_open) {
     ModeDialog parts{};
-    parts.dialog = gtk_dialog_new_with_buttons("Zelvo: screen mode", nullptr, GTK_DIALOG_MODAL, "_Cancel",
-                                               GTK_RESPONSE_CANCEL, "_OK", GTK_RESPONSE_ACCEPT, nullptr);
+    parts.dialog = gtk_dialog_new_with_buttons("Zelvo: screen mode", nullptr, GTK_DIALOG_MODAL,
+                                               toolkit_words("_Cancel").c_str(), GTK_RESPONSE_CANCEL,
+                                               toolkit_words("_OK").c_str(), GTK_RESPONSE_ACCEPT, nullptr);
     gtk_dialog_set_default_response(GTK_DIALOG(parts.dialog), GTK_RESPONSE_ACCEPT);
     // Enter alone takes what is there.
     gtk_widget_grab_focus(gtk_dialog_get_widget_for_response(GTK_DIALOG(parts.dialog), GTK_RESPONSE_ACCEPT));
@@ -159,7 +217,7 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
     gtk_widget_show_all(parts.dialog);
     gtk_window_present(GTK_WINDOW(parts.dialog));
     const bool is_confirmed = wait_for_response(parts.dialog, while_open) == GTK_RESPONSE_ACCEPT;
-    const std::optional<ModeQuestion> chosen = is_confirmed ? std::optional(contents(parts)) : std::nullopt;
+    const std::optional<ModeQuestion> chosen = is_confirmed ? contents(parts) : std::nullopt;
     gtk_widget_destroy(parts.dialog);
     settle();
     return chosen;

@@ -28,6 +28,16 @@ std::string toolkit_words(const char *catalogued) {
     return toolkit_words(catalogued, catalogued);
 }
 
+std::string label_words(const char *catalogued, const char *own) {
+    std::string words = toolkit_words(catalogued, own);
+    for (const char *ending : {":", "\uFF1A", "\u00A0", "\u202F", " "}) {
+        if (words.ends_with(ending)) {
+            words.resize(words.size() - std::strlen(ending));
+        }
+    }
+    return words;
+}
+
 std::string error_words(int error) {
     // The process has no character set, since only the messages' language is the user's; the toolkit wants
     // UTF-8.

@@ -12,6 +12,9 @@ std::string toolkit_words(const char *catalogued, const char *own);
 /// The same for a word that is shown as it is in the catalogue, such as "_OK".
 std::string toolkit_words(const char *catalogued);
 
+/// A word of the toolkit's catalogue that is the label of a field: without the colon at its end.
+std::string label_words(const char *catalogued, const char *own);
+
 /// What the system says about an error number, in the user's language.
 std::string error_words(int error);
 

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Words and sizes as the toolkit shows them.
+#include "platform/sdl/gtk_words.h"
+
+#include <gtest/gtest.h>
+#include <pango/pangocairo.h>
+
+namespace {
+
+/// Where the toolkit's text engine draws the character at an index of a text, in a dialog that is read from
+/// the right.
+int place_from_the_left(const std::string &text, std::size_t index) {
+    PangoContext *context = pango_font_map_create_context(pango_cairo_font_map_get_default());
+    pango_context_set_base_dir(context, PANGO_DIRECTION_RTL);
+    PangoLayout *layout = pango_layout_new(context);
+    pango_layout_set_text(layout, text.c_str(), -1);
+    PangoRectangle place{};
+    pango_layout_index_to_pos(layout, static_cast<int>(index), &place);
+    g_object_unref(layout);
+    g_object_unref(context);
+    return place.x;
+}
+
+bool is_width_left_of_height(const std::string &text) {
+    return place_from_the_left(text, text.find("320")) < place_from_the_left(text, text.find("256"));
+}
+
+} // namespace
+
+TEST(SizeWords, KeepTheirOrderWhereTextIsReadFromTheRight) {
+    EXPECT_TRUE(is_width_left_of_height(desktop::size_words(320, 256)));
+    EXPECT_FALSE(is_width_left_of_height("320 \u00D7 256"));
+}
+
+TEST(ToolkitWords, AreTheHostsOwnWhereThereIsNoTranslation) {
+    EXPECT_EQ(desktop::toolkit_words("no such word", "own"), "own");
+    EXPECT_EQ(desktop::toolkit_words("no such word"), "no such word");
+}
+
+TEST(LabelWords, HaveNoColon) {
+    EXPECT_EQ(desktop::label_words("no such word", "Width:"), "Width");
+    EXPECT_EQ(desktop::label_words("no such word", "Largeur\u00A0:"), "Largeur");
+    EXPECT_EQ(desktop::label_words("no such word", "\u5E45(_W)\uFF1A"), "\u5E45(_W)");
+}
