@@ -88,20 +88,10 @@ int error_of_opening(const std::string &path) {
     return 0;
 }
 
-/// The window stays alive below a requester, and a wish to quit goes through it. Who goes to the viewer is
-/// shown what it waits for.
-Order while_open() {
-    const bool is_viewer_focused = drop_input();
-    if (quit_requested != 0) {
-        return Order::cancel;
-    }
-    return is_viewer_focused ? Order::come_forward : Order::wait;
-}
-
 BOOL run_file_requester(DesktopRequester &requester) {
     const auto chosen = ask_for_file(
         {requester.title, existing_path(requester.file), filters_for(requester.file), error_of_opening},
-        while_open);
+        order_to_requester);
     if (!chosen) {
         return FALSE;
     }
@@ -122,7 +112,7 @@ BOOL run_mode_requester(DesktopRequester &requester) {
     const auto chosen = ask_for_mode(names,
                                      {request.sm_DisplayID, static_cast<int>(request.sm_DisplayWidth),
                                       static_cast<int>(request.sm_DisplayHeight)},
-                                     while_open);
+                                     order_to_requester);
     if (!chosen) {
         return FALSE;
     }

@@ -26,10 +26,7 @@ void tell_of_failed_save(const std::string &name, const std::string &path, int e
     }
     was_told = true;
     yield_to_requester(false);
-    show_notice("Zelvo: settings not saved", text, [] {
-        drop_input();
-        return quit_requested != 0;
-    });
+    show_notice("Zelvo: settings not saved", text, order_to_requester);
     yield_to_requester(true);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A message with one button.
 #include "platform/sdl/gtk_loop.h"
+#include "platform/sdl/requester_parent.h"
 
 namespace desktop {
 
@@ -8,8 +9,7 @@ void show_notice(const std::string &title, const std::string &text, const WhileO
     GtkWidget *dialog = gtk_message_dialog_new(nullptr, GTK_DIALOG_MODAL, GTK_MESSAGE_WARNING,
                                                GTK_BUTTONS_CLOSE, "%s", text.c_str());
     gtk_window_set_title(GTK_WINDOW(dialog), title.c_str());
-    // Closing the window is an answer like the button; the default would take the dialog away under it.
-    g_signal_connect(dialog, "delete-event", G_CALLBACK(gtk_true), nullptr);
+    put_above_viewer(GTK_WINDOW(dialog));
     gtk_widget_show(dialog);
     wait_for_response(dialog, while_open);
     gtk_widget_destroy(dialog);

@@ -22,6 +22,14 @@ void request_quit() {
     quit_requested = 1;
 }
 
+Order order_to_requester() {
+    const bool is_viewer_focused = drop_input();
+    if (quit_requested != 0) {
+        return Order::cancel;
+    }
+    return is_viewer_focused ? Order::come_forward : Order::wait;
+}
+
 void finish_pass() {
     if (state.picture_due) {
         state.picture_due = false;

@@ -6,6 +6,7 @@
 #include "platform/intuition.h"
 #include "platform/sdl/display_modes.h"
 #include "platform/sdl/host.h"
+#include "platform/sdl/requesters.h"
 #include "platform/shared/bitmap.h"
 
 #include <csignal>
@@ -56,6 +57,10 @@ extern State state;
 
 /// Set by request_quit, outside the state since a signal may come at any time.
 extern volatile std::sig_atomic_t quit_requested;
+
+/// What a requester that is open must do now. The window stays alive below it, and a wish to quit goes
+/// through it; who goes to the viewer is shown what it waits for.
+Order order_to_requester();
 
 /// Presents the picture if one is due, waits for the refresh, and takes the user's input in.
 void finish_pass();
