@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Stands between the program and the process it thinks it has: the linker's --wrap leads exit, calloc and the
-// program's opening of files here, and two tables that need not be built anew for every input.
+// program's opening of files here, two tables that need not be built anew for every input, and what is
+// counted as work.
 #include "harness.h"
 
 #include "display/frame_buffers.h"
@@ -8,6 +9,7 @@
 #include "main_68k/viewer_state.h"
 #include "pipeline/render_frame.h"
 #include "raster/dots.h"
+#include "raster/triangle_fillers.h"
 #include "support/model_builder.h"
 
 #include <algorithm>
@@ -22,6 +24,7 @@ bool is_thorough = false;
 namespace fuzz {
 
 std::map<std::string, std::string> files;
+Work work;
 
 namespace {
 
@@ -163,7 +166,7 @@ void *__wrap_calloc(std::size_t count, std::size_t size) {
 }
 
 // Functions of C++ go by the names that the compilers give them: open_file(const char *, const char *),
-// build_sine_table() and build_dot_image().
+// build_sine_table(), build_dot_image(), render_frame() and the four fillers.
 
 std::FILE *__wrap__Z9open_filePKcS0_(const char *name, const char *mode) {
     return fuzz::open_in_memory(name, mode);
@@ -185,6 +188,37 @@ void __wrap__Z15build_dot_imagev() {
         return std::vector<std::uint8_t>(dot_image.get(), dot_image.get() + bytes);
     }();
     std::copy(image.begin(), image.end(), dot_image.get());
+}
+
+void __real__Z12render_framev();
+void __real__Z16fill_tri_zcolourPSt5arrayIfLm18EE(TriangleParams *triangle);
+void __real__Z13fill_tri_flatPSt5arrayIfLm18EE(TriangleParams *triangle);
+void __real__Z16fill_tri_gouraudPSt5arrayIfLm18EE(TriangleParams *triangle);
+void __real__Z15fill_tri_mappedPSt5arrayIfLm18EE(TriangleParams *triangle);
+
+void __wrap__Z12render_framev() {
+    ++fuzz::work.frames;
+    __real__Z12render_framev();
+}
+
+void __wrap__Z16fill_tri_zcolourPSt5arrayIfLm18EE(TriangleParams *triangle) {
+    ++fuzz::work.triangles;
+    __real__Z16fill_tri_zcolourPSt5arrayIfLm18EE(triangle);
+}
+
+void __wrap__Z13fill_tri_flatPSt5arrayIfLm18EE(TriangleParams *triangle) {
+    ++fuzz::work.triangles;
+    __real__Z13fill_tri_flatPSt5arrayIfLm18EE(triangle);
+}
+
+void __wrap__Z16fill_tri_gouraudPSt5arrayIfLm18EE(TriangleParams *triangle) {
+    ++fuzz::work.triangles;
+    __real__Z16fill_tri_gouraudPSt5arrayIfLm18EE(triangle);
+}
+
+void __wrap__Z15fill_tri_mappedPSt5arrayIfLm18EE(TriangleParams *triangle) {
+    ++fuzz::work.triangles;
+    __real__Z15fill_tri_mappedPSt5arrayIfLm18EE(triangle);
 }
 
 } // extern "C"

@@ -37,6 +37,16 @@ void open_frame(int width, int height);
 /// Draws one frame in this mode and clear style, with the dots on, and exchanges the buffers.
 void draw(int mode, int clear_style);
 
+/// What the program did for an input, as far as its cost grows with what the input claims: frames drawn, and
+/// triangles that the plain form of a filler drew in them.
+struct Work {
+    std::int64_t frames = 0;
+    std::int64_t triangles = 0;
+};
+
+/// Counted up by every run. Set to zeros by whoever wants to know what one input costs.
+extern Work work;
+
 /// Ends the process with a report if `holds` is false.
 void require(bool holds, const char *claim);
 

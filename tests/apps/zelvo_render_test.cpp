@@ -4,6 +4,7 @@
 #include "render_test.h"
 #include "support/viewer_test.h"
 
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <openssl/evp.h>
@@ -142,7 +143,9 @@ TEST_F(ZelvoRender, AdvancesItsClockByTheTick) {
 }
 
 TEST_F(ZelvoRender, MeasuresRealTimeOnRequest) {
+    const auto start = std::chrono::steady_clock::now();
     const ToolRun run = render_cube({"--passes", "3", "--clock", "real"});
+    const std::chrono::duration<double> whole_run = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(run.exit_code, 0);
     double all_time = -1;
     double average = -1;
@@ -153,7 +156,7 @@ TEST_F(ZelvoRender, MeasuresRealTimeOnRequest) {
               2)
         << run.output;
     EXPECT_GE(all_time, 0.0);
-    EXPECT_LT(all_time, 60.0);
+    EXPECT_LT(all_time, whole_run.count());
     EXPECT_NEAR(average, all_time / 3.0, 1e-6);
     // Three passes of twelve readings are no multiple of the fixed clock's.
     EXPECT_NE(run.output, cube_output(3));

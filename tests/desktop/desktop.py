@@ -289,10 +289,14 @@ class Viewer:
     def signal(self, number):
         self.process.send_signal(number)
 
-    def processor_seconds(self):
-        """User and system time so far."""
-        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+    def catches(self, number):
+        """Whether the viewer has a handler for this signal by now."""
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(re.search(r"SigCgt:\t([0-9a-f]+)", status)[1], 16) >> (number - 1) & 1 == 1
+
+    def frames(self):
+        """The number of passes, from the statistics of a viewer that has ended."""
+        return int(re.search(r"number of frames: (\d+)", self.out())[1])
 
 
 class Case(unittest.TestCase):
@@ -381,7 +385,7 @@ class Case(unittest.TestCase):
             except subprocess.CalledProcessError:
                 return None
 
-        return wait_until(read, "a window that can be read", 5.0)
+        return wait_until(read, "a window that can be read")
 
     def assert_ends_well(self, viewer, errors=""):
         """Exit code 0, the statistics at the end, and nothing on standard error but what matches `errors`."""
@@ -413,7 +417,7 @@ class Case(unittest.TestCase):
         self.rehearsed_settings = saved.read_text() if saved.exists() else None
         return [pictures.of_png(path) for path in sorted(folder.glob("*.png"))]
 
-    def assert_shows(self, window, expected, what, patience=5.0):
+    def assert_shows(self, window, expected, what, patience=PATIENCE):
         """Waits until the window shows this picture, pixel for pixel."""
         shown = None
         end = time.monotonic() + patience

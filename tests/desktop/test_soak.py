@@ -74,7 +74,7 @@ class Soak(Requesters):
         start = time.monotonic()
         counts = {"keys": 0, "mouse": 0, "modes": 0, "textures": 0}
         levels = []
-        while (passed := time.monotonic() - start) < SECONDS:
+        while (passed := time.monotonic() - start) < SECONDS or not levels:
             what = user.randrange(40)
             if what == 0:
                 self.change_mode(user)

@@ -4,6 +4,8 @@
 #include "support/model_builder.h"
 #include "support/viewer_test.h"
 
+#include <chrono>
+
 namespace {
 
 class RunStatistics : public ViewerTest {
@@ -47,7 +49,9 @@ TEST_F(RunStatistics, AreInfinitelyFastOnAClockThatStands) {
 }
 
 TEST_F(RunStatistics, GrowWithTheRealClock) {
+    const auto start = std::chrono::steady_clock::now();
     const std::string text = statistics(5, std::nullopt);
+    const std::chrono::duration<double> whole_run = std::chrono::steady_clock::now() - start;
     double frames = 0;
     double all_time = 0;
     double average = 0;
@@ -58,9 +62,8 @@ TEST_F(RunStatistics, GrowWithTheRealClock) {
                           &frames, &all_time, &average, &rate),
               4);
     EXPECT_EQ(frames, 5);
-    // Start-up is not counted, so five small passes take less than a minute on the slowest machine.
     EXPECT_GE(all_time, 0.0);
-    EXPECT_LT(all_time, 60.0);
+    EXPECT_LT(all_time, whole_run.count());
     EXPECT_NEAR(average, all_time / 5.0, 1e-6);
 }
 

@@ -109,6 +109,24 @@ TEST(PolygonList, IgnoresAnOddLastByte) {
     EXPECT_EQ(polygons, 1);
 }
 
+TEST(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
+    reset_program_state();
+    std::vector<std::uint16_t> words{3, 0, 1, 2, 1};
+    constexpr std::size_t unread = 1000;
+    words.resize(words.size() + unread);
+    set_model(std::vector<Vec3>(3), words);
+    unread_polygon_words = unread;
+    int visited = 0;
+    const std::int32_t counted = for_each_polygon([&visited](const Polygon &) { ++visited; });
+    EXPECT_EQ(visited, 2);
+    // Without being told the walk goes through all of them: 499 of two words, and one that is cut short.
+    EXPECT_EQ(visited + counted, 1 + 499);
+    unread_polygon_words = 0;
+    visited = 0;
+    EXPECT_EQ(for_each_polygon([&visited](const Polygon &) { ++visited; }), 0);
+    EXPECT_EQ(visited, 1 + 499);
+}
+
 TEST(PolygonList, TrailingPartialPointIsNoPoint) {
     reset_program_state();
     set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Runs of the program that tell how much memory and time they took.
+// Runs of the program that tell how much memory they took.
 #pragma once
 
 #include "support/program_run.h"
 
-#include <chrono>
 #include <string>
 #include <sys/resource.h>
 #include <utility>
@@ -14,7 +13,6 @@ struct MeasuredRun {
     ProgramRun run;
     /// Most memory that was resident at one time, in MiB; 0 if the run did not get to tell.
     long resident_mib = 0;
-    double seconds = 0.0;
 };
 
 /// Whether this build checks memory itself, and takes multiples of it to do so.
@@ -32,9 +30,7 @@ inline MeasuredRun run_measured(offscreen::Setup setup, RunOptions options = {})
         getrusage(RUSAGE_SELF, &usage);
         note("resident " + std::to_string(usage.ru_maxrss / 1024));
     };
-    const auto start = std::chrono::steady_clock::now();
     MeasuredRun measured{run_program(std::move(setup), options)};
-    measured.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     for (const std::string &line : measured.run.notes) {
         if (line.starts_with("resident ")) {
             measured.resident_mib = std::stol(line.substr(9));
