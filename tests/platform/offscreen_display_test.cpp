@@ -258,6 +258,14 @@ TEST_F(OffscreenEvents, QuitThatWasRequestedArrivesInTheNextInputStep) {
     EXPECT_EQ(codes_waiting(), "\x1B");
 }
 
+TEST_F(OffscreenEvents, AProgramThatGoesOnAfterEscapeIsEnded) {
+    setup.last_pass = 1;
+    start();
+    write_frame(0);
+    EXPECT_EQ(codes_waiting(), "\x1B");
+    EXPECT_DEATH(write_frame(0), "the program goes on after Esc");
+}
+
 TEST_F(OffscreenEvents, MessagesAreHeldUntilTheyAreRepliedTo) {
     add_key(1, 'a');
     start();

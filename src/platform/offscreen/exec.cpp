@@ -10,12 +10,6 @@ namespace {
 
 constexpr UWORD escape = 27;
 
-/// Hands an event to the program, which holds it until it replies.
-Message *deliver(const IntuiMessage &message) {
-    state.messages.push_back(std::make_unique<IntuiMessage>(message));
-    return &state.messages.back()->ExecMessage;
-}
-
 } // namespace
 
 Library *OpenLibrary(CONST_STRPTR name, ULONG version) {
@@ -48,20 +42,20 @@ Message *GetMsg(MsgPort *) {
     if (!events.empty() && events.front().pass <= state.pass) {
         const IntuiMessage message = events.front().message;
         events.pop_front();
-        return deliver(message);
+        return state.messages.deliver(message);
     }
     const int last_pass = state.setup.last_pass;
     const bool is_last_pass = (last_pass > 0 && state.pass == last_pass) || quit_requested != 0;
-    if (is_last_pass && !state.escape_sent) {
-        state.escape_sent = true;
+    if (is_last_pass && !state.is_escape_sent) {
+        state.is_escape_sent = true;
         IntuiMessage message{};
         message.Class = IDCMP_VANILLAKEY;
         message.Code = escape;
-        return deliver(message);
+        return state.messages.deliver(message);
     }
     return nullptr;
 }
 
 void ReplyMsg(Message *message) {
-    release(state.messages, reinterpret_cast<IntuiMessage *>(message));
+    state.messages.take_back(message);
 }

@@ -4,6 +4,9 @@
 
 #include "platform/offscreen/state.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 using namespace offscreen;
 
 void InitRastPort(RastPort *context) {
@@ -41,10 +44,23 @@ void LoadRGB32(ViewPort *view_port, const ULONG *table) {
     host::load_palette(view_port->ColorMap->colours, table);
 }
 
+namespace {
+
+/// A program that misses its Esc would go on for ever.
+void check_that_escape_ends_the_program() {
+    if (state.is_escape_sent) {
+        std::fputs("zelvo: the program goes on after Esc\n", stderr);
+        std::abort();
+    }
+}
+
+} // namespace
+
 void WriteChunkyPixels(RastPort *context, ULONG x_start, ULONG y_start, ULONG x_stop, ULONG y_stop,
                        const UBYTE *pixels, LONG bytes_per_row) {
     record("WriteChunkyPixels", {std::to_string(x_start), std::to_string(y_start), std::to_string(x_stop),
                                  std::to_string(y_stop), std::to_string(bytes_per_row)});
+    check_that_escape_ends_the_program();
     host::write_pixels(*context, x_start, y_start, x_stop, y_stop, pixels, bytes_per_row);
     ++state.pass;
     state.picture_due = true;

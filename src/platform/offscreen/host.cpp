@@ -125,7 +125,7 @@ std::vector<std::string> held() {
     list_held(list, state.windows, "window");
     list_held(list, state.file_requesters, "file requester");
     list_held(list, state.mode_requesters, "screen-mode requester");
-    list_held(list, state.messages, "message");
+    list.insert(list.end(), state.messages.size(), "message");
     return list;
 }
 

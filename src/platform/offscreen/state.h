@@ -4,6 +4,7 @@
 
 #include "platform/asl.h"
 #include "platform/offscreen/host.h"
+#include "platform/shared/held_messages.h"
 
 #include <csignal>
 #include <initializer_list>
@@ -63,7 +64,8 @@ struct State {
     int pass = 0;
     /// A frame was written in this pass, and its picture not yet handed on.
     bool picture_due = false;
-    bool escape_sent = false;
+    /// The host's own Esc was handed to the program, which ends with this pass.
+    bool is_escape_sent = false;
     int refusable_points = 0;
     std::map<std::string, int> call_counts;
     std::vector<std::string> calls;
@@ -75,7 +77,7 @@ struct State {
     Held<OffscreenWindow> windows;
     Held<OffscreenFileRequester> file_requesters;
     Held<ScreenModeRequester> mode_requesters;
-    Held<IntuiMessage> messages;
+    host::HeldMessages messages;
 };
 extern State state;
 

@@ -45,11 +45,11 @@ Message *GetMsg(MsgPort *) {
     if (state.waiting.empty()) {
         return nullptr;
     }
-    state.held.push_back(std::make_unique<IntuiMessage>(state.waiting.front()));
+    Message *const message = state.held.deliver(state.waiting.front());
     state.waiting.pop_front();
-    return &state.held.back()->ExecMessage;
+    return message;
 }
 
 void ReplyMsg(Message *message) {
-    std::erase_if(state.held, [message](const auto &held) { return &held->ExecMessage == message; });
+    state.held.take_back(message);
 }

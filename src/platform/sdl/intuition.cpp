@@ -72,6 +72,7 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *) {
 
 void CloseWindow(Window *window) {
     state.waiting.clear();
+    state.held.clear();
     const std::unique_ptr<DesktopWindow> closed(static_cast<DesktopWindow *>(window));
 }
 

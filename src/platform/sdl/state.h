@@ -8,6 +8,7 @@
 #include "platform/sdl/host.h"
 #include "platform/sdl/requesters.h"
 #include "platform/shared/bitmap.h"
+#include "platform/shared/held_messages.h"
 
 #include <csignal>
 #include <deque>
@@ -51,7 +52,7 @@ struct State {
     std::string settings_path;
     /// Events that wait to be taken, and those that the program holds.
     std::deque<IntuiMessage> waiting;
-    std::vector<std::unique_ptr<IntuiMessage>> held;
+    host::HeldMessages held;
 };
 extern State state;
 
