@@ -8,6 +8,7 @@
 #include "support/refused_allocation.h"
 #include "support/temporary_files.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -45,6 +46,22 @@ void write_report() {
     }
 }
 
+/// Ends a run that goes on after everything that could end it, rather than letting it go on for ever.
+void end_run_that_goes_on(offscreen::Setup &setup) {
+    constexpr int patience = 1000;
+    const int last_event = setup.events.empty() ? 0 : setup.events.back().pass;
+    const int last_pass = std::max(last_event, setup.last_pass) + patience;
+    setup.on_frame = [on_frame = std::move(setup.on_frame), last_pass](const offscreen::Picture &frame) {
+        if (frame.pass > last_pass) {
+            std::fputs("the program goes on after the last of its events\n", stderr);
+            std::abort();
+        }
+        if (on_frame) {
+            on_frame(frame);
+        }
+    };
+}
+
 [[noreturn]] void run_in_this_process(offscreen::Setup setup, const RunOptions &options,
                                       const TemporaryFiles &files) {
     report = {files.path("report"), {}, options.at_end};
@@ -54,6 +71,7 @@ void write_report() {
     }
     std::atexit(write_report);
     setup.records_calls = true;
+    end_run_that_goes_on(setup);
     const int words = static_cast<int>(setup.command_line.size());
     offscreen::set_up(std::move(setup));
     if (options.before) {
