@@ -117,6 +117,17 @@ TEST_F(RenderPictures, MoveInAnEndlessAnimation) {
     }
 }
 
+TEST_F(RenderPictures, MakeAnAnimationOfASizeBeyondAByte) {
+    const ToolRun run = render({object("cube"), "--envmap", test_file("golden/envmap.chunky"), "--size",
+                                "320x258", "--passes", "2", "--gif", "a.gif"});
+    EXPECT_EQ(run.exit_code, 0);
+    const AnimationFile animation = gif("a.gif");
+    EXPECT_EQ(animation.width, 320);
+    EXPECT_EQ(animation.height, 258);
+    EXPECT_EQ(animation.pictures.at(1).picture.width, 320);
+    EXPECT_EQ(animation.pictures.at(1).picture.height, 258);
+}
+
 TEST_F(RenderPictures, KeepTheirPalettesWhenTheGammaChanges) {
     expect_cube_run(render_cube(joined({"--passes", "4", "--png", "frame-%d.png", "--gif", "a.gif"},
                                        script("2 key 4\n3 key 0\n"))),
@@ -209,6 +220,9 @@ TEST_F(RenderPictures, MakeASheetNoWiderThanTheyAreMany) {
     expect_cube_run(render_cube({"--passes", "2", "--sheet", "sheet.png"}), 2);
     EXPECT_EQ(png("sheet.png").width, 4 + 2 * 104);
     EXPECT_EQ(png("sheet.png").height, 4 + 79);
+    expect_cube_run(render_cube({"--passes", "4", "--sheet", "sheet.png"}), 4);
+    EXPECT_EQ(png("sheet.png").width, 4 + 4 * 104);
+    EXPECT_EQ(png("sheet.png").height, 4 + 79) << "a full row is the last one";
     expect_cube_run(render_cube({"--passes", "5", "--sheet", "sheet.png"}), 5);
     EXPECT_EQ(png("sheet.png").width, 4 + 4 * 104);
     EXPECT_EQ(png("sheet.png").height, 4 + 2 * 79);

@@ -65,9 +65,14 @@ TEST_F(RenderRefuses, ToWriteIntoAFolderThatIsNotThere) {
     for (const Words &output : outputs) {
         const ToolRun run = render_cube(joined({"--passes", "3"}, output));
         expect_misuse(run, output[0]);
-        EXPECT_NE(run.errors.find("zelvo-render: cannot write none/"), std::string::npos) << run.errors;
+        EXPECT_TRUE(run.errors.starts_with("zelvo-render: cannot write none/")) << run.errors;
+        EXPECT_TRUE(run.errors.ends_with(": No such file or directory\n")) << run.errors;
         EXPECT_EQ(names_in(work.folder()), std::set<std::string>{}) << output[0];
     }
+}
+
+TEST_F(RenderRefuses, ToLoseWhatTheProgramHadPrintedBefore) {
+    EXPECT_EQ(render_cube({"--png", "none/frame.png"}).output, "display parameters: 0x00000000, 100, 75\n");
 }
 
 TEST_F(RenderRefuses, ToPutFramesWhereAFileStands) {

@@ -140,6 +140,9 @@ TEST_F(ZelvoRender, AdvancesItsClockByTheTick) {
                                "average framerate: inf fps\n"
                                "changescreenbuffer done\n");
     expect_cube_run(render_cube({"--clock", "fixed"}), 1);
+    // A tenth is 6553.6 units of the clock, which the nearest whole number stands for, four times a pass.
+    const ToolRun tenth = render_cube({"--tick", "0.1"});
+    EXPECT_NE(tenth.output.find("all time: 0.400024 "), std::string::npos) << tenth.output;
 }
 
 TEST_F(ZelvoRender, MeasuresRealTimeOnRequest) {

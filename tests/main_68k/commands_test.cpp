@@ -26,6 +26,9 @@ constexpr double pass_time = 4.0 / 256.0;
 
 constexpr int escape = 27;
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
+
 /// One line of the command tables.
 struct Command {
     const char *name;
@@ -186,6 +189,10 @@ const std::vector<Command> mouse_commands{
      set(&ViewerState::obj_style, 1), "mode: envmap"},
     {"ThreeRightPressesFromDepthShadingEndAtTheTexturemap", set(&ViewerState::obj_style, 5), right_presses(3),
      set(&ViewerState::obj_style, 2), "mode: texturemap"},
+    {"RightButtonStepsFromBelowTheEffectToTheEffect", set(&ViewerState::obj_style, -1), right_presses(1),
+     set(&ViewerState::obj_style, 0), "mode: effekt bazmeg :)"},
+    {"RightButtonStepsWithoutANameBelowTheEffect", set(&ViewerState::obj_style, -7), right_presses(2),
+     set(&ViewerState::obj_style, -5), ""},
     {"RightButtonTakesAnUnknownModeForTheLast", set(&ViewerState::obj_style, 40), right_presses(1),
      set(&ViewerState::obj_style, 1), "mode: envmap"},
     {"RightButtonAfterTheEffectKeyGivesTheEnvmap",
@@ -224,6 +231,24 @@ const std::vector<Command> cursor_commands{
      set(&ViewerState::dot_lum_in_blur, 32768), "dotlum=1.000000"},
     {"DownInBlurStopsAtNoDots", set(&ViewerState::clear_style, 2), cursor(cursor_down, 200),
      set(&ViewerState::dot_lum_in_blur, 0), "dotlum=0.000000"},
+    {"UpWithANegativeStyleBrightensTheBlurredDots", set(&ViewerState::clear_style, -1), cursor(cursor_up),
+     set(&ViewerState::dot_lum_in_blur, 2816), "dotlum=0.085938"},
+    {"DownWithANegativeStyleDarkensTheBlurredDots", set(&ViewerState::clear_style, -4), cursor(cursor_down),
+     set(&ViewerState::dot_lum_in_blur, 2304), "dotlum=0.070312"},
+    {"RightLeavesASpinThatIsNotANumber", set(&ViewerState::rotate, not_a_number), cursor(cursor_right),
+     nothing, "rotate=nan"},
+    {"LeftLeavesASpinThatIsNotANumber", set(&ViewerState::rotate, not_a_number), cursor(cursor_left), nothing,
+     "rotate=nan"},
+    {"RightCutsAnInfiniteSpin", set(&ViewerState::rotate, infinity), cursor(cursor_right),
+     set(&ViewerState::rotate, 4.0), "rotate=4.0"},
+    {"LeftLeavesAnInfiniteSpin", set(&ViewerState::rotate, infinity), cursor(cursor_left), nothing,
+     "rotate=inf"},
+    {"LeftCutsASpinInfinitelyBackwards", set(&ViewerState::rotate, -infinity), cursor(cursor_left),
+     set(&ViewerState::rotate, -4.0), "rotate=-4.0"},
+    {"RightCutsAHugeSpin", set(&ViewerState::rotate, 1e308), cursor(cursor_right),
+     set(&ViewerState::rotate, 4.0), "rotate=4.0"},
+    {"LeftLeavesAHugeSpinWithAMessageThatIsCut", set(&ViewerState::rotate, 1e308), cursor(cursor_left),
+     nothing, ("rotate=" + std::to_string(1e308)).substr(0, 127)},
     {"RightSpinsFaster", nothing, cursor(cursor_right), set(&ViewerState::rotate, 0.1), "rotate=0.1"},
     {"LeftSpinsBackwards", nothing, cursor(cursor_left), set(&ViewerState::rotate, -0.1), "rotate=-0.1"},
     {"RightIsCutAtTheFastestSpin", set(&ViewerState::rotate, 3.95), cursor(cursor_right),
@@ -320,6 +345,8 @@ const std::vector<Command> other_commands{
     {"BlurGoesToTwo", nothing, keys("bb"), set(&ViewerState::clear_style, 2), "blurmode: 2"},
     {"BlurGoesToThree", nothing, keys("bbb"), set(&ViewerState::clear_style, 3), "blurmode: 3"},
     {"BlurStartsAgain", nothing, keys("bbbb"), set(&ViewerState::clear_style, 0), "blurmode: 0"},
+    {"BlurStepsFromBelowTheFirst", set(&ViewerState::clear_style, -3), keys("b"),
+     set(&ViewerState::clear_style, -2), "blurmode: -2"},
     {"BlurTakesAnUnknownStyleForTheLast", set(&ViewerState::clear_style, 12), keys("b"),
      set(&ViewerState::clear_style, 0), "blurmode: 0"},
     {"EffectKeyChoosesTheEffect", nothing, keys("e"), set(&ViewerState::obj_style, 0),

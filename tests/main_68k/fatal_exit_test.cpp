@@ -6,6 +6,7 @@
 #include "raster/dots.h"
 #include "raster/texture_map.h"
 #include "support/viewer_test.h"
+#include "support/watched_memory.h"
 
 namespace {
 
@@ -136,6 +137,30 @@ TEST_F(FatalExit, AfterANormalQuitReleasesTheSame) {
     expect_normal_end(run);
     EXPECT_EQ(calls_from(run, "FreeArgs"), everything_closed);
     EXPECT_EQ(run.notes, std::vector<std::string>{});
+}
+
+TEST_F(FatalExit, FreesMemoryInAFixedOrder) {
+    offscreen::Setup setup = first_start();
+    setup.on_picture = [](const offscreen::Picture &) {
+        watch_memory(zbuf.get(), "zbuf");
+        watch_memory(chunkybuf1.get(), "chunkybuf1");
+        watch_memory(chunkybuf2.get(), "chunkybuf2");
+        watch_memory(planarbuf1.get(), "planarbuf1");
+        watch_memory(planarbuf2.get(), "planarbuf2");
+        watch_memory(dot_image.get(), "dot_image");
+        watch_memory(envmap.get(), "envmap");
+        watch_memory(lwopoints2.get(), "lwopoints2");
+        watch_memory(lwopoints3.get(), "lwopoints3");
+        watch_memory(lwonormals2.get(), "lwonormals2");
+        watch_memory(lwonormals3.get(), "lwonormals3");
+        watch_memory(lwofis.get(), "lwofis");
+    };
+    RunOptions options;
+    options.at_end = [] { note(freed_memory()); };
+    // The buffers of the frames are exchanged once more in the pass that is the last.
+    EXPECT_EQ(run_program(std::move(setup), options).notes,
+              std::vector<std::string>{"lwofis lwonormals3 lwonormals2 lwopoints3 lwopoints2 envmap "
+                                       "planarbuf2 planarbuf1 chunkybuf2 chunkybuf1 zbuf dot_image "});
 }
 
 TEST_F(FatalExit, FindsEverythingStillHeldBeforeIt) {

@@ -202,6 +202,23 @@ TEST_F(FrameLoop, CarriesOutAModeChangeBeforeItQuits) {
                               display_closed_line);
 }
 
+TEST_F(FrameLoop, ChangesTheModeAfterTheLastStageWasMeasured) {
+    offscreen::Setup setup = first_start(2);
+    setup.events = {key(1, 'm')};
+    const ProgramRun run = run_program(std::move(setup));
+    expect_normal_end(run);
+    const Lines calls = loop_calls(run);
+    const auto closes = std::find(calls.begin(), calls.end(), "ChangeScreenBuffer()");
+    ASSERT_NE(closes, calls.end());
+    const Lines before(closes - 3, closes);
+    EXPECT_EQ(before, (Lines{"GetMsg()", "GetMsg()", "ElapsedTime()"}));
+    // The next pass begins with the clock, so that the time for the requester counts nowhere.
+    const auto opened = std::find_if(closes, calls.end(),
+                                     [](const std::string &call) { return call.starts_with("SetPointer"); });
+    ASSERT_LT(opened + 1, calls.end());
+    EXPECT_EQ(opened[1], "ElapsedTime()");
+}
+
 TEST_F(FrameLoop, ChangesTheModeOnceForSeveralRequestsInAPass) {
     offscreen::Setup setup = first_start(3);
     setup.events = {key(1, 'm'), key(1, 'm')};

@@ -3,6 +3,8 @@
 #include "raster/texture_map.h"
 #include "support/viewer_test.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
@@ -93,6 +95,39 @@ TEST_F(SettingsKeys, SaveForTheSessionAndThenForGood) {
     EXPECT_EQ(envarc.read("Zelvo.vars"), settings_text());
     EXPECT_LT(call_place(run, "open_file(ENV:Zelvo.vars, w)"),
               call_place(run, "open_file(ENVARC:Zelvo.vars, w)"));
+}
+
+TEST_F(SettingsKeys, SaveInTheOnePlaceThatTakesAFile) {
+    for (const std::string missing : {"ENV", "ENVARC"}) {
+        const TemporaryFiles folder;
+        offscreen::Setup setup = first_start(2);
+        setup.volumes = {{"ENV", folder.folder()}, {"ENVARC", folder.folder()}};
+        setup.volumes[missing] = folder.path("no such folder");
+        setup.events = {key(1, 'S')};
+        const ProgramRun run = run_program(std::move(setup));
+        expect_normal_end(run);
+        EXPECT_EQ(folder.read("Zelvo.vars"), settings_text()) << "without " << missing;
+        EXPECT_EQ(count_calls(run, "open_file(ENV:Zelvo.vars, w)"), 1);
+        EXPECT_EQ(count_calls(run, "open_file(ENVARC:Zelvo.vars, w)"), 1);
+        EXPECT_EQ(count_calls(run, "Text(\"saving vars to ENVARC:Zelvo.vars\")"), 1);
+    }
+}
+
+TEST_F(SettingsKeys, LoadASpinThatIsNoOrdinaryNumber) {
+    for (const char *rotate : {"nan", "inf", "-inf", "1e308"}) {
+        env.write("Zelvo.vars", settings_text({{"rotate", rotate}}));
+        offscreen::Setup setup = first_start(8);
+        for (int pass = 1; pass < 8; ++pass) {
+            setup.events.push_back(right_button(pass));
+        }
+        setup.events.push_back(key(8, 's'));
+        expect_normal_end(run_program(std::move(setup)));
+        // The frames spin by it, and it is saved as it was loaded.
+        const std::string saved = env.read("Zelvo.vars");
+        const double value = std::strtod(saved.c_str() + saved.find("rotate: ") + 8, nullptr);
+        const double expected = std::strtod(rotate, nullptr);
+        EXPECT_TRUE(value == expected || (std::isnan(value) && std::isnan(expected))) << rotate;
+    }
 }
 
 TEST_F(SettingsKeys, SaveWhatEarlierKeysOfTheSamePassChanged) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The order of start-up, and the failures that end it.
 #include "main_68k/start_up.h"
+#include "object/model.h"
+#include "pipeline/rotation.h"
 #include "support/model_builder.h"
 #include "support/viewer_test.h"
 
@@ -130,6 +132,30 @@ TEST_F(StartUp, TakesDisplayAndTogglesFromTheSettings) {
               1);
     EXPECT_EQ(count_calls(run, "WriteChunkyPixels(0, 0, 99, 74, 100)"), 1);
     EXPECT_EQ(run.notes, Lines{"4 2 -0.500000"});
+}
+
+TEST_F(StartUp, PreparesTheObjectInTheSizeOfTheSettings) {
+    // The effect draws no object, so that its points are still those of the preparation in the first pass; a
+    // light that turns leaves them as they are for longer.
+    offscreen::Setup setup = later_start(1, {{"width", "640"}, {"height", "480"}, {"obj style", "0"}});
+    setup.on_frame = [](const offscreen::Picture &) {
+        const auto count = static_cast<std::size_t>(point_count());
+        const auto points = [count] {
+            std::string text;
+            for (std::size_t i = 0; i < count; ++i) {
+                const Vec3 &point = lwopoints3[i];
+                text += std::to_string(point.x) + " " + std::to_string(point.y) + " " +
+                        std::to_string(point.z) + " ";
+            }
+            return text;
+        };
+        note(points());
+        transform_and_project();
+        note(points());
+    };
+    const ProgramRun run = run_program(std::move(setup));
+    ASSERT_EQ(run.notes.size(), 2U);
+    EXPECT_EQ(run.notes[0], run.notes[1]);
 }
 
 TEST_F(StartUp, TakesTheTexturesNameFromTheSettings) {

@@ -160,6 +160,11 @@ TEST_F(WritePixels, IsClippedAtTheRightAndTheBottom) {
     EXPECT_EQ(at(0, 16), 0);
     host::write_pixels(context, 40, 0, 49, 9, pixels.data(), 10);
     EXPECT_EQ(at(0, 1), 0);
+    host::write_pixels(context, 41, 0, 49, 9, pixels.data(), 9);
+    EXPECT_EQ(at(1, 1), 0);
+    host::write_pixels(context, 5, 0, 4, 9, pixels.data(), 10);
+    host::write_pixels(context, 5, 0, 3, 9, pixels.data(), 10);
+    EXPECT_EQ(at(5, 0), 0) << "a rectangle of no columns";
     host::write_pixels(context, 0, 20, 9, 29, pixels.data(), 10);
     EXPECT_EQ(at(0, 19), 0);
 }

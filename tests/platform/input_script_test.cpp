@@ -51,6 +51,20 @@ TEST(InputScript, EmptyLinesAndCommentsArePassedOver) {
     expect_event(setup.events[0], 1, IDCMP_VANILLAKEY, 'b');
 }
 
+TEST(InputScript, ManyEventsOfAPassKeepTheirOrder) {
+    std::string lines;
+    for (int i = 0; i < 200; ++i) {
+        lines += std::to_string(1 + i % 2) + " move " + std::to_string(i) + " 0\n";
+    }
+    const Script setup = read(lines);
+    ASSERT_EQ(setup.events.size(), 200U);
+    for (int i = 0; i < 200; ++i) {
+        const offscreen::Event &event = setup.events[static_cast<std::size_t>(i)];
+        EXPECT_EQ(event.pass, 1 + i / 100);
+        EXPECT_EQ(event.message.MouseX, i % 100 * 2 + i / 100);
+    }
+}
+
 TEST(InputScript, KeysAreCharactersOrCodes) {
     const Script setup = read("1 key a\n2 key R\n3 key 0\n4 key 0x1b\n5 key 0xFF\n6 key #\n7 key \"\n");
     ASSERT_EQ(setup.events.size(), 7U);

@@ -6,6 +6,7 @@
 #include "platform/offscreen/host.h"
 #include "raster/texture_map.h"
 #include "support/model_builder.h"
+#include "support/open_descriptors.h"
 #include "support/program_run.h"
 #include "support/temporary_files.h"
 
@@ -88,6 +89,15 @@ TEST_F(EnvironmentMap, ShortFileChangesTheStartOfTheTextureOnly) {
     name_texture(files.write("map", bytes));
     load();
     EXPECT_EQ(texture_in_memory(), bytes + std::string(65436, '\xEE'));
+}
+
+TEST_F(EnvironmentMap, FileIsClosedAfterLoadingAndAfterChoosing) {
+    setup.stand_ins[default_name] = files.write("texture", texture(envmap_bytes, 1));
+    const int before = open_descriptors();
+    load();
+    EXPECT_EQ(open_descriptors(), before);
+    choose();
+    EXPECT_EQ(open_descriptors(), before);
 }
 
 TEST_F(EnvironmentMap, EmptyFileChangesNothing) {

@@ -5,12 +5,14 @@
 #include "display/frame_buffers.h"
 #include "platform/offscreen/host.h"
 #include "support/model_builder.h"
+#include "support/open_descriptors.h"
 #include "support/program_run.h"
 #include "support/temporary_files.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -285,6 +287,44 @@ TEST_F(SettingsFile, ValuesAreNotRangeChecked) {
               "fps: 2\ndots: -1\ndot lum: -7\ndot lum in blur: 99999999\ninternal c2p enabled: 5\n"
               "envmap filename: x\nModeID: -1\nwidth: 0\nheight: -5\n"
               "*** Please don't edit this file! ***");
+}
+
+TEST_F(SettingsFile, SpinMayBeInfiniteHugeOrNotANumber) {
+    const std::string rest = "obj style: 5\n";
+    load("gammas: 1 1 1\nrotate: nan\n" + rest);
+    EXPECT_TRUE(std::isnan(viewer.rotate));
+    EXPECT_EQ(viewer.obj_style, 5);
+    EXPECT_NE(saved().find("\nrotate: nan\nobj style: 5\n"), std::string::npos);
+    load("gammas: 1 1 1\nrotate: -inf\n" + rest);
+    EXPECT_EQ(viewer.rotate, -std::numeric_limits<double>::infinity());
+    EXPECT_NE(saved().find("\nrotate: -inf\nobj style: 5\n"), std::string::npos);
+    load("gammas: 1 1 1\nrotate: 1e308\n" + rest);
+    EXPECT_EQ(viewer.rotate, 1e308);
+    const std::string file = saved();
+    const std::size_t digits =
+        file.find("\nobj style") - file.find("rotate: ") - std::strlen("rotate: .000000");
+    EXPECT_EQ(digits, 309U);
+    viewer.rotate = 0.0;
+    load_vars(session_settings);
+    EXPECT_EQ(viewer.rotate, 1e308);
+}
+
+TEST_F(SettingsFile, IsClosedAfterLoadingAndSaving) {
+    const int before = open_descriptors();
+    load(other_file);
+    EXPECT_EQ(open_descriptors(), before);
+    save_vars(session_settings);
+    EXPECT_EQ(open_descriptors(), before);
+}
+
+TEST_F(SettingsFile, SavingGivesTheResultOfClosingTheFile) {
+    EXPECT_EQ(save_vars(session_settings), 0);
+    // What is written stays in the stream until it is closed, and this device has no room for it then.
+    offscreen::Setup setup;
+    setup.volumes = {{"ENV", files.folder()}};
+    setup.stand_ins = {{session_settings, "/dev/full"}};
+    offscreen::set_up(setup);
+    EXPECT_EQ(save_vars(session_settings), EOF);
 }
 
 TEST_F(SettingsFile, LoadingDoesNotResizeTheOpenDisplay) {

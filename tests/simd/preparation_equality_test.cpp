@@ -88,6 +88,28 @@ TEST(FastPreparation, HasTheBitsOfThePlainOne) {
     use_instruction_set(0);
 }
 
+TEST(FastPreparation, HasThemForAnObjectThatIsFlatAtZero) {
+    const std::vector<std::int64_t> sets = instruction_sets();
+    Random random(33);
+    for (int scene = 0; scene < 600; ++scene) {
+        const auto count = static_cast<std::size_t>(3 + random.below(60));
+        std::vector<Vec3> points(count);
+        for (Vec3 &p : points) {
+            const float flat = coordinate(Coordinates::signed_zeros, random);
+            const float one = random.between(-5.0F, 5.0F);
+            const float other = random.once_in(20) ? random.wild_number() : random.between(-9.0F, 2.0F);
+            p = scene % 3 == 0   ? Vec3{flat, one, other}
+                : scene % 3 == 1 ? Vec3{one, flat, other}
+                                 : Vec3{one, other, flat};
+        }
+        set_model(points, {3, 0, 1, 2, 1});
+        const std::int64_t set = sets[static_cast<std::size_t>(scene) % sets.size()];
+        use_instruction_set(set);
+        ASSERT_EQ(prepared(false), prepared(true)) << "scene " << scene << ", " << instruction_set_name(set);
+    }
+    use_instruction_set(0);
+}
+
 TEST(FastPreparation, HasThemForAnyNumberOfPoints) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(32);

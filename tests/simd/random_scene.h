@@ -38,13 +38,16 @@ struct FrameSize {
 
 /// Small frames, frames whose rows are no multiple of a vector, frames that are hardly drawn into, the sizes
 /// that people use, and rows that are longer than any buffer of a stage.
-constexpr std::array<FrameSize, 10> frame_sizes{{{320, 256},
+constexpr std::array<FrameSize, 13> frame_sizes{{{320, 256},
                                                  {100, 75},
                                                  {333, 217},
                                                  {640, 480},
                                                  {16, 14},
                                                  {17, 40},
                                                  {7, 33},
+                                                 {1, 33},
+                                                 {2, 33},
+                                                 {3, 33},
                                                  {200, 11},
                                                  {1921, 60},
                                                  {5000, 20}}};

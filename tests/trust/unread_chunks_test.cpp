@@ -117,12 +117,12 @@ void expect_equal(const std::string &cut, const std::string &whole) {
     }
 }
 
-const std::vector<Vec3> square{
-    {-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.5F}, {1.0F, 1.0F, 0.2F}, {-1.0F, 1.5F, -0.5F}};
+const std::vector<Vec3> points_there{
+    {-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.5F}, {1.0F, 1.0F, 0.2F}, {-1.0F, 1.5F, -0.5F}, {0.3F, -0.4F, 1.5F}};
 
 std::string point_data() {
     std::string data;
-    for (const Vec3 &point : square) {
+    for (const Vec3 &point : points_there) {
         data += big_endian_float(point.x) + big_endian_float(point.y) + big_endian_float(point.z);
     }
     return data;
@@ -155,7 +155,8 @@ const std::vector<std::uint16_t> two_triangles{3, 0, 1, 2, 1, 3, 0, 2, 3, 1};
 INSTANTIATE_TEST_SUITE_P(Claims, UnreadPoints,
                          testing::Values(PointCase{6, 48, two_triangles}, PointCase{300, 48, two_triangles},
                                          PointCase{300, 47, two_triangles}, PointCase{300, 37, two_triangles},
-                                         PointCase{300, 0, two_triangles},
+                                         PointCase{300, 0, two_triangles}, PointCase{300, 59, two_triangles},
+                                         PointCase{300, 60, two_triangles},
                                          PointCase{900, 48, {3, 0, 1, 2, 1, 3, 0, 250, 3, 1}},
                                          PointCase{950, 48, {4, 0, 1, 899, 3, 1, 3, 7, 3, 3, 1}},
                                          PointCase{5000, 48, two_triangles}));
@@ -180,6 +181,7 @@ INSTANTIATE_TEST_SUITE_P(Claims, UnreadPolygons,
                                          WordCase{400, two_triangles, 20}, WordCase{401, two_triangles, 20},
                                          WordCase{400, two_triangles, 19}, WordCase{400, two_triangles, 13},
                                          WordCase{400, two_triangles, 0},
+                                         WordCase{4000, {3, 0, 1, 2, 1, 900}, 11},
                                          WordCase{4000, {3, 0, 1, 2, 1, 900, 0, 1, 2}, 18},
                                          WordCase{4001, {3, 0, 1, 2, 1, 9, 0, 1, 2}, 18},
                                          WordCase{60000, two_triangles, 20}));

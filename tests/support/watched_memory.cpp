@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Stands between the program and free; the linker's --wrap puts it there.
+#include "support/watched_memory.h"
+
+#include <array>
+#include <cstddef>
+
+namespace {
+
+struct Watched {
+    const void *memory;
+    const char *name;
+};
+
+/// Arrays that never allocate, since freeing is what is watched.
+std::array<Watched, 32> watched{};
+std::size_t watched_count = 0;
+std::array<const char *, 32> freed{};
+std::size_t freed_count = 0;
+
+} // namespace
+
+extern "C" void __real_free(void *memory);
+
+extern "C" void __wrap_free(void *memory) {
+    for (std::size_t i = 0; memory != nullptr && i < watched_count; ++i) {
+        if (watched[i].memory == memory) {
+            watched[i].memory = nullptr;
+            freed.at(freed_count++) = watched[i].name;
+        }
+    }
+    __real_free(memory);
+}
+
+void watch_memory(const void *memory, const char *name) {
+    watched.at(watched_count++) = {memory, name};
+}
+
+std::string freed_memory() {
+    std::string names;
+    for (std::size_t i = 0; i < freed_count; ++i) {
+        names.append(freed[i]).append(" ");
+    }
+    return names;
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+// Tells in which order the program gives its memory back.
+#pragma once
+
+#include <string>
+
+/// Notes from here on when this memory is freed, under a name that must live on. The test programs are linked
+/// so that the program's free arrives here first.
+void watch_memory(const void *memory, const char *name);
+
+/// The names of what was freed so far, in order, with a blank after each.
+std::string freed_memory();
