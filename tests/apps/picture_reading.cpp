@@ -94,6 +94,8 @@ AnimationFile read_gif(const std::string &path) {
         GraphicsControlBlock control{};
         if (DGifSavedExtensionToGCB(gif, i, &control) == GIF_OK) {
             next.delay = control.DelayTime;
+            next.is_cleared_afterwards = control.DisposalMode == DISPOSE_BACKGROUND;
+            next.has_transparency = control.TransparentColor != NO_TRANSPARENT_COLOR;
         }
         next.picture = {place.Width,
                         place.Height,

@@ -25,6 +25,10 @@ struct AnimationPicture {
     int top = 0;
     /// In hundredths of a second.
     int delay = 0;
+    /// Whether the next picture begins on an empty one, so that a larger one leaves nothing of itself.
+    bool is_cleared_afterwards = false;
+    /// Whether one of its colours lets what is below it through.
+    bool has_transparency = false;
     /// Whether the palette is the picture's own instead of the animation's.
     bool has_own_palette = false;
 };

@@ -132,6 +132,17 @@ TEST_F(ZelvoData, LeavesNothingHalfWrittenWhereItCannotWrite) {
     EXPECT_FALSE(std::filesystem::exists(files.path("made/torus_knot.lwo.part")));
 }
 
+TEST_F(ZelvoData, LeavesNothingHalfWrittenOnAFullDisk) {
+    std::filesystem::create_directories(files.path("made"));
+    // The file beside the final one is a way to a device on which every write fails.
+    std::filesystem::create_symlink("/dev/full", files.path("made/cut_gem.lwo.part"));
+    const ToolRun run = make({"made"});
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_EQ(run.errors.substr(0, run.errors.find('\n')), "zelvo-data: cannot write made/cut_gem.lwo");
+    EXPECT_FALSE(std::filesystem::is_symlink(files.path("made/cut_gem.lwo.part")));
+    EXPECT_EQ(made_files(files.path("made")), std::set<std::string>{"torus_knot.lwo"});
+}
+
 TEST(DataFolder, HoldsSoundObjectsOfManyKinds) {
     std::size_t most_polygons = 0;
     std::set<std::size_t> vertex_counts;

@@ -108,6 +108,8 @@ TEST_F(RenderPictures, MoveInAnEndlessAnimation) {
         const IndexedPicture single = png("frame-" + std::to_string(i + 1) + ".png");
         // 50 pictures a second are two hundredths each.
         EXPECT_EQ(shown.delay, 2);
+        EXPECT_TRUE(shown.is_cleared_afterwards);
+        EXPECT_FALSE(shown.has_transparency);
         EXPECT_EQ(shown.left, 0);
         EXPECT_EQ(shown.top, 0);
         EXPECT_EQ(shown.picture.width, 100);
@@ -178,7 +180,14 @@ TEST_F(RenderPictures, AreNamedByTheirPass) {
                     12);
     EXPECT_EQ(names_in(work.folder()), (std::set<std::string>{"a%-009.png", "a%-012.png"}));
     expect_cube_run(render_cube({"--passes", "5", "--from", "5", "--png", "one.png"}), 5);
-    EXPECT_TRUE(names_in(work.folder()).contains("one.png"));
+    // The second picture of two passes is never taken, so one name is enough.
+    expect_cube_run(render_cube({"--passes", "2", "--every", "2", "--png", "two.png"}), 2);
+    expect_cube_run(render_cube({"--passes", "12", "--from", "12", "--png", "b%1d.png"}), 12);
+    expect_cube_run(render_cube({"--passes", "3", "--from", "3", "--png", "c%4d.png"}), 3);
+    expect_cube_run(render_cube({"--passes", "3", "--from", "3", "--png", "d%d.png"}), 3);
+    for (const char *name : {"one.png", "two.png", "b12.png", "c   3.png", "d3.png"}) {
+        EXPECT_TRUE(names_in(work.folder()).contains(name)) << name;
+    }
 }
 
 TEST_F(RenderPictures, ReplaceOlderFiles) {
@@ -210,6 +219,32 @@ TEST_F(RenderPictures, StandSideBySideOnASheet) {
             for (int x = 0; x < 100; ++x) {
                 expected[static_cast<std::size_t>((top + y) * sheet.width + left + x)] =
                     static_cast<std::uint8_t>(single.at(x, y));
+            }
+        }
+    }
+    EXPECT_TRUE(sheet.pixels == expected);
+}
+
+TEST_F(RenderPictures, TakePlacesOfTheFirstOnesSizeOnASheet) {
+    const ToolRun run = render_cube(joined(
+        {"--passes", "3", "--png", "frame-%d.png", "--sheet", "sheet.png", "--columns", "3"},
+        script(
+            "answer mode 0 64 60\n1 key m\nanswer mode 0 120 48\n2 key m\nanswer mode 0 40 90\n2 key 4\n")));
+    EXPECT_EQ(run.exit_code, 0);
+    const IndexedPicture sheet = png("sheet.png");
+    ASSERT_EQ(sheet.width, 4 + 3 * (64 + 4));
+    ASSERT_EQ(sheet.height, 4 + 60 + 4);
+    // What is larger is cut, what is smaller leaves black; the palette is the first picture's.
+    EXPECT_EQ(sheet.palette, png("frame-1.png").palette);
+    EXPECT_NE(sheet.palette, png("frame-3.png").palette);
+    std::vector<std::uint8_t> expected(sheet.pixels.size(), 48);
+    for (int i = 0; i < 3; ++i) {
+        const IndexedPicture single = png("frame-" + std::to_string(i + 1) + ".png");
+        for (int y = 0; y < 60; ++y) {
+            for (int x = 0; x < 64; ++x) {
+                const bool is_inside = x < single.width && y < single.height;
+                expected[static_cast<std::size_t>((4 + y) * sheet.width + 4 + i * 68 + x)] =
+                    static_cast<std::uint8_t>(is_inside ? single.at(x, y) : 0);
             }
         }
     }

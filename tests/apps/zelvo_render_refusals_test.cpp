@@ -38,6 +38,8 @@ TEST_F(RenderRefuses, OptionsThatMakeNoSense) {
         {"--tick", "soon"},
         {"--tick", "nan"},
         {"--png", "frame.png", "--passes", "2"},
+        {"--png", "frame.png", "--passes", "3", "--every", "2"},
+        {"--png", "frame.png", "--passes", "3", "--from", "2"},
         {"--png", "frame-%s.png"},
         {"--png", "frame-%.png"},
         {"--png", "frame-%d-%d.png"},
@@ -108,6 +110,9 @@ TEST_F(RenderRefuses, ToLeaveAHalfWrittenFileOnAFullDisk) {
         const ToolRun run = render_cube(joined({"--passes", "3"}, option));
         expect_misuse(run, name);
         EXPECT_TRUE(run.errors.starts_with("zelvo-render: cannot write ")) << run.errors;
+        EXPECT_TRUE(option[0] == "--gif" || run.errors.find(name) != std::string::npos) << run.errors;
+        EXPECT_TRUE(option[0] == "--gif" || run.errors.find("No space left on device") != std::string::npos)
+            << run.errors;
         EXPECT_FALSE(std::filesystem::exists(work.path(name))) << name;
         EXPECT_FALSE(std::filesystem::is_symlink(work.path(name + ".part"))) << name;
     }

@@ -156,11 +156,17 @@ TEST_F(FatalExit, FreesMemoryInAFixedOrder) {
         watch_memory(lwofis.get(), "lwofis");
     };
     RunOptions options;
-    options.at_end = [] { note(freed_memory()); };
+    options.at_end = [] {
+        note(freed_memory());
+        note(call_before_freeing("envmap") + ", " + call_before_freeing("zbuf") + ", " +
+             call_before_freeing("dot_image"));
+    };
     // The buffers of the frames are exchanged once more in the pass that is the last.
-    EXPECT_EQ(run_program(std::move(setup), options).notes,
-              std::vector<std::string>{"lwofis lwonormals3 lwonormals2 lwopoints3 lwopoints2 envmap "
-                                       "planarbuf2 planarbuf1 chunkybuf2 chunkybuf1 zbuf dot_image "});
+    const std::vector<std::string> expected{"lwofis lwonormals3 lwonormals2 lwopoints3 lwopoints2 envmap "
+                                            "planarbuf2 planarbuf1 chunkybuf2 chunkybuf1 "
+                                            "zbuf dot_image ",
+                                            "ElapsedTime(), CloseScreen(), CloseLibrary(graphics.library)"};
+    EXPECT_EQ(run_program(std::move(setup), options).notes, expected);
 }
 
 TEST_F(FatalExit, FindsEverythingStillHeldBeforeIt) {

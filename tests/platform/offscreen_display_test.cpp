@@ -258,6 +258,14 @@ TEST_F(OffscreenEvents, QuitThatWasRequestedArrivesInTheNextInputStep) {
     EXPECT_EQ(codes_waiting(), "\x1B");
 }
 
+TEST_F(OffscreenEvents, QuitThatWasRequestedOfAnEarlierRunIsForgotten) {
+    start();
+    offscreen::request_quit();
+    start();
+    write_frame(0);
+    EXPECT_EQ(codes_waiting(), "");
+}
+
 TEST_F(OffscreenEvents, AProgramThatGoesOnAfterEscapeIsEnded) {
     setup.last_pass = 1;
     start();

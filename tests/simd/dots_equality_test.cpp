@@ -13,6 +13,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sys/mman.h>
+#include <unistd.h>
+
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -76,6 +80,30 @@ TEST(FastDots, AddWhatThePlainOnesAdd) {
         ASSERT_TRUE(expected == actual) << "on " << instruction_set_name(set) << ", scene " << scene << ", "
                                         << size.width << " x " << size.height;
         dots_plotted += static_cast<int>(count);
+    }
+    use_instruction_set(0);
+}
+
+TEST(FastDots, TouchNothingAfterTheEndOfTheFrame) {
+    const std::vector<std::int64_t> sets = instruction_sets();
+    Random random(7);
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    for (int width = 1; width <= 40; ++width) {
+        open_noisy_frame({width, 33}, random);
+        viewer = ViewerState{};
+        Dots dots = random_dots(2000, random);
+        std::fill(dots.y.begin(), dots.y.end(), 26.0F);
+        // The frame ends where its memory does.
+        void *memory = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        ASSERT_NE(memory, MAP_FAILED);
+        ASSERT_EQ(mprotect(static_cast<char *>(memory) + page, page, PROT_NONE), 0);
+        chunkybuf1.reset(static_cast<std::uint8_t *>(memory) + page - frame_pixels());
+        for (const std::int64_t set : sets) {
+            use_instruction_set(set);
+            fast::plot_dots(dots.x.data(), dots.y.data(), dots.radius.data(), 2000);
+        }
+        (void)chunkybuf1.release();
+        munmap(memory, 2 * page);
     }
     use_instruction_set(0);
 }

@@ -32,6 +32,8 @@ struct ToolPlace {
     std::function<void(pid_t)> meanwhile;
     /// Descriptors of 0 to 2 that are closed when the program starts; nothing of them is read back.
     std::vector<int> closed = {};
+    /// Opened as standard error, if set, such as a terminal; otherwise that becomes `ToolRun::errors`.
+    std::string error_device = {};
 };
 
 /// Runs a program of the build with these arguments and waits for its end.
@@ -50,9 +52,10 @@ inline ToolRun run_tool(const std::string &name, const std::vector<std::string> 
             words.push_back(const_cast<char *>(argument.c_str()));
         }
         words.push_back(nullptr);
+        const std::string errors = place.error_device.empty() ? files.path("errors") : place.error_device;
         if (std::freopen(files.path("output").c_str(), "w", stdout) != nullptr &&
-            std::freopen(files.path("errors").c_str(), "w", stderr) != nullptr &&
-            chdir(place.folder.c_str()) == 0 && setenv("TMPDIR", place.temporary_folder.c_str(), 1) == 0) {
+            std::freopen(errors.c_str(), "w", stderr) != nullptr && chdir(place.folder.c_str()) == 0 &&
+            setenv("TMPDIR", place.temporary_folder.c_str(), 1) == 0) {
             for (const int descriptor : place.closed) {
                 close(descriptor);
             }

@@ -2,6 +2,8 @@
 // Stands between the program and free; the linker's --wrap puts it there.
 #include "support/watched_memory.h"
 
+#include "platform/offscreen/host.h"
+
 #include <array>
 #include <cstddef>
 
@@ -15,7 +17,11 @@ struct Watched {
 /// Arrays that never allocate, since freeing is what is watched.
 std::array<Watched, 32> watched{};
 std::size_t watched_count = 0;
-std::array<const char *, 32> freed{};
+struct Freed {
+    const char *name;
+    std::size_t calls_before;
+};
+std::array<Freed, 32> freed{};
 std::size_t freed_count = 0;
 
 } // namespace
@@ -26,7 +32,7 @@ extern "C" void __wrap_free(void *memory) {
     for (std::size_t i = 0; memory != nullptr && i < watched_count; ++i) {
         if (watched[i].memory == memory) {
             watched[i].memory = nullptr;
-            freed.at(freed_count++) = watched[i].name;
+            freed.at(freed_count++) = {watched[i].name, offscreen::calls().size()};
         }
     }
     __real_free(memory);
@@ -39,7 +45,16 @@ void watch_memory(const void *memory, const char *name) {
 std::string freed_memory() {
     std::string names;
     for (std::size_t i = 0; i < freed_count; ++i) {
-        names.append(freed[i]).append(" ");
+        names.append(freed[i].name).append(" ");
     }
     return names;
+}
+
+std::string call_before_freeing(const std::string &name) {
+    for (std::size_t i = 0; i < freed_count; ++i) {
+        if (freed[i].name == name && freed[i].calls_before > 0) {
+            return offscreen::calls()[freed[i].calls_before - 1];
+        }
+    }
+    return {};
 }

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// The bar that a long run of zelvo-render draws on a terminal, and nowhere else.
+#include "render_test.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <regex>
+
+namespace {
+
+class RenderProgress : public RenderTest {
+protected:
+    /// A run that is far too long, and what happens to it while it runs.
+    ToolRun long_run(const std::function<void(pid_t)> &meanwhile,
+                     const std::string &error_device = {}) const {
+        return run_tool("zelvo-render", cube_arguments({"--passes", "2000000000"}),
+                        {work.folder(), temporary.folder(), meanwhile, {}, error_device});
+    }
+};
+
+/// Takes what a terminal shows until `pattern` is in it; all of it if the other side is gone before.
+std::string shown_until(int terminal, const std::regex &pattern) {
+    std::string shown;
+    std::array<char, 256> bytes{};
+    ssize_t count = 0;
+    while (!std::regex_search(shown, pattern) && (count = read(terminal, bytes.data(), bytes.size())) > 0) {
+        shown.append(bytes.data(), static_cast<std::size_t>(count));
+    }
+    return shown;
+}
+
+TEST_F(RenderProgress, IsDrawnOnATerminalAndWipedAway) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
+    const std::string name = ptsname(terminal);
+    // Kept open here too, so that what was shown last can still be read.
+    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    const std::string bar = R"(\r\[\.{40}\] pass \d+ of 2000000000)";
+    std::string shown;
+    const ToolRun run = long_run(
+        [&](pid_t process) {
+            // Two, of which the second is drawn over the first.
+            shown = shown_until(terminal, std::regex(bar + bar));
+            kill(process, SIGTERM);
+        },
+        name);
+    EXPECT_EQ(run.exit_code, 0);
+    shown += shown_until(terminal, std::regex("\r\033\\[K"));
+    EXPECT_TRUE(std::regex_match(shown, std::regex("(" + bar + ")+\r\033\\[K"))) << shown;
+    close(other_side);
+    close(terminal);
+}
+
+TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
+    const ToolRun run = long_run([](pid_t process) {
+        // The bar waits for a second before it appears.
+        sleep(2);
+        kill(process, SIGTERM);
+    });
+    EXPECT_EQ(run.exit_code, 0);
+    EXPECT_EQ(run.errors, "");
+}
+
+TEST_F(RenderProgress, LeavesATerminalAloneInAShortRun) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
+    const auto start = std::chrono::steady_clock::now();
+    const ToolRun run = run_tool("zelvo-render", cube_arguments({}),
+                                 {work.folder(), temporary.folder(), {}, {}, ptsname(terminal)});
+    const auto took = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(run.exit_code, 0);
+    // On a machine that needs a second for this there may be a bar.
+    if (took < std::chrono::seconds(1)) {
+        EXPECT_EQ(shown_until(terminal, std::regex(".")), "");
+    }
+    close(terminal);
+}
+
+} // namespace
