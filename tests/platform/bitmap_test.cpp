@@ -124,6 +124,15 @@ TEST_F(DrawText, IsClippedAtEveryEdge) {
     EXPECT_EQ(at(3, 5), 0);
 }
 
+TEST_F(DrawText, BeyondTheRightEdgeDoesNotGoOnInTheNextRow) {
+    fill(7);
+    draw(33, 10, "M");
+    EXPECT_NE(at(39, 5), 7);
+    for (int y = 0; y < 20; ++y) {
+        EXPECT_EQ(at(0, y), 7) << y;
+    }
+}
+
 TEST_F(DrawText, WithoutABitmapMovesThePenAlone) {
     context.BitMap = nullptr;
     draw(5, 10, "abc");
@@ -197,13 +206,18 @@ TEST(LoadPalette, TakesOneRangeAfterAnotherUntilTheEnd) {
 }
 
 TEST(LoadPalette, DropsEntriesBeyondThePalette) {
-    host::Palette palette{};
+    struct {
+        host::Palette palette{};
+        std::array<host::Colour, 4> after{};
+    } memory;
+    host::Palette &palette = memory.palette;
     const std::array<ULONG, 12> table{2U << 16 | 255, ~0U,        ~0U,        ~0U,        ~0U, ~0U, ~0U,
                                       1U << 16 | 3,   0x09000000, 0x08000000, 0x07000000, 0};
     host::load_palette(palette, table.data());
     EXPECT_EQ(palette[255], (host::Colour{255, 255, 255}));
     EXPECT_EQ(palette[0], host::Colour{});
     EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the range behind is read from its own place";
+    EXPECT_EQ(memory.after, (std::array<host::Colour, 4>{}));
 }
 
 TEST(TrueColour, IsTheOpaqueColourOfEachPixelAndLeavesTheRestOfARow) {

@@ -79,8 +79,9 @@ TEST(JoinPath, EmptyDrawerGivesTheFileAlone) {
 
 TEST(JoinPathInPlace, FillsTheBufferToItsLastByte) {
     std::array<char, 8> drawer{"abc"};
+    drawer[7] = 'x';
     EXPECT_TRUE(join_path_in_place(drawer.data(), "def", drawer.size()));
-    EXPECT_STREQ(drawer.data(), "abc/def");
+    EXPECT_EQ(std::string(drawer.data(), drawer.size()), std::string("abc/def", 8));
 }
 
 TEST(JoinPathInPlace, LeavesTheDrawerAloneIfThePathDoesNotFit) {

@@ -197,6 +197,8 @@ TEST(InputScript, EveryKindOfMalformedEventIsRefused) {
                              "1 move 32768 0",
                              "1 move 0 -32769",
                              "1 move 1.5 0",
+                             "1 move 0x-5 0",
+                             "1 move 0 0x",
                              "1 move +1 0",
                              "1 button",
                              "1 button middle",
@@ -211,8 +213,8 @@ TEST(InputScript, EveryKindOfMalformedAnswerIsRefused) {
     for (const char *line :
          {"answer", "answer yes", "answer file", "answer file one", "answer file one two three",
           "answer mode 0 320", "answer mode 0 320 256 8", "answer mode x 320 256", "answer mode 0 3x 256",
-          "answer mode 4294967296 320 256", "answer mode 0 2147483648 1", "answer cancel now",
-          "answer file \"open name"}) {
+          "answer mode 0x-1 320 256", "answer mode 4294967296 320 256", "answer mode 0 2147483648 1",
+          "answer cancel now", "answer file \"open name"}) {
         EXPECT_EQ(error_line(line), 1) << line;
     }
 }
