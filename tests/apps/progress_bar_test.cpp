@@ -20,13 +20,14 @@ protected:
     }
 };
 
-/// Takes what a terminal shows until `pattern` is in it; what there is if a minute brings no more.
+/// Takes what a terminal shows until `pattern` is in it; what there is if that is long, or a minute brings no
+/// more.
 std::string shown_until(int terminal, const std::regex &pattern) {
     std::string shown;
     std::array<char, 256> bytes{};
     ssize_t count = 0;
     pollfd readable{terminal, POLLIN, 0};
-    while (!std::regex_search(shown, pattern) && poll(&readable, 1, 60'000) == 1 &&
+    while (!std::regex_search(shown, pattern) && shown.size() < 4096 && poll(&readable, 1, 60'000) == 1 &&
            (count = read(terminal, bytes.data(), bytes.size())) > 0) {
         shown.append(bytes.data(), static_cast<std::size_t>(count));
     }
