@@ -323,10 +323,13 @@ class Case(unittest.TestCase):
         self.object = self.work / "torus.lwo"
         write_object(self.object)
         write_texture(self.work / "Zelvo_envmap.chunky")
-        self.display = Display(*self.DISPLAY_SIZE, manager=self.MANAGER)
+        self.display = self.open_display()
         self.addCleanup(self.display.close)
         self.viewers = []
         self.addCleanup(self._end_viewers)
+
+    def open_display(self):
+        return Display(*self.DISPLAY_SIZE, manager=self.MANAGER)
 
     def _end_viewers(self):
         for viewer in self.viewers:
@@ -340,7 +343,7 @@ class Case(unittest.TestCase):
         own = {
             **kept,
             "HOME": str(self.home),
-            "DISPLAY": self.display.name,
+            "DISPLAY": getattr(self.display, "name", None),
             "XDG_RUNTIME_DIR": str(self.runtime),
             "XDG_CONFIG_HOME": str(self.config),
             "LANG": "C.UTF-8",

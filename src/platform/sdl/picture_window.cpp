@@ -42,6 +42,13 @@ SDL_Texture *texture = nullptr;
 SDL_Texture *enlarged = nullptr;
 int enlarged_factor = 0;
 
+/// Whether the window belongs to an open screen. A window that is kept between two screens does not. Written
+/// when a screen opens and closes.
+bool is_open = false;
+
+/// Whether the window left full screen for a requester and is to go back. Written by `yield_to_requester`.
+bool is_full_screen_due = false;
+
 /// Size of the pictures that the window shows, in pixels.
 Extent picture{1, 1};
 
@@ -134,12 +141,16 @@ SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode s
     return made;
 }
 
+SDL_Texture *make_picture_texture() {
+    return make_texture(SDL_TEXTUREACCESS_STREAMING, picture, SDL_ScaleModeNearest);
+}
+
 bool make_renderer(Uint32 flags) {
     renderer = SDL_CreateRenderer(window, -1, flags);
     if (renderer == nullptr) {
         return false;
     }
-    texture = make_texture(SDL_TEXTUREACCESS_STREAMING, picture, SDL_ScaleModeNearest);
+    texture = make_picture_texture();
     if (texture == nullptr) {
         SDL_DestroyRenderer(renderer);
         renderer = nullptr;
@@ -177,6 +188,19 @@ bool is_sdl_full_screen() {
 
 bool is_full_screen() {
     return is_sdl_full_screen() || is_x11_full_screen(window);
+}
+
+/// Whether the window is kept from one screen to the next, and never hidden.
+///
+/// On some Wayland desktops libdecor draws the window's frame. SDL 2.26 takes away neither the frame nor
+/// the toplevel below it when a window is hidden or destroyed (2.32 does): that of a hidden full screen
+/// still covers the display, and the compositor's next event for that of a destroyed window ends up in
+/// freed memory. Nor does SDL forget a destroyed window that had the keyboard: a key that was held goes
+/// on repeating, and is looked up in freed memory. So on Wayland the only window that is destroyed is
+/// that of the end, after which no event is taken.
+bool keeps_window() {
+    const char *driver = SDL_GetCurrentVideoDriver();
+    return driver != nullptr && std::string(driver) == "wayland";
 }
 
 void fill_texture(const BitMap &bitmap, const host::Palette &palette) {
@@ -221,12 +245,16 @@ void draw_texture() {
     SDL_RenderCopy(renderer, source, nullptr, &target);
 }
 
+/// The size of a window for a picture in this mode.
+Extent opening_extent(const DisplayMode &mode) {
+    const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
+    return {std::max(wanted.width, smallest_window.width), std::max(wanted.height, smallest_window.height)};
+}
+
 /// The window, still hidden; null if there is none to be had. It is shown when it has its renderer, for which
 /// some drivers make the window anew.
 SDL_Window *make_hidden_window(const DisplayMode &mode) {
-    const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
-    const Extent extent{std::max(wanted.width, smallest_window.width),
-                        std::max(wanted.height, smallest_window.height)};
+    const Extent extent = opening_extent(mode);
     const SDL_Point corner = opening_corner(last_place, extent);
     const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
     return SDL_CreateWindow(plain_title.c_str(), corner.x, corner.y, extent.width, extent.height,
@@ -234,14 +262,18 @@ SDL_Window *make_hidden_window(const DisplayMode &mode) {
                                 full_screen);
 }
 
-void destroy_window() {
+void destroy_textures() {
     SDL_DestroyTexture(enlarged);
     SDL_DestroyTexture(texture);
-    SDL_DestroyRenderer(renderer);
-    SDL_DestroyWindow(window);
     enlarged = nullptr;
     enlarged_factor = 0;
     texture = nullptr;
+}
+
+void destroy_window() {
+    destroy_textures();
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
     renderer = nullptr;
     window = nullptr;
 }
@@ -260,7 +292,40 @@ bool make_window(const DisplayMode &mode) {
     }
     destroy_window();
     window = make_hidden_window(mode);
-    return (window != nullptr && make_renderer(SDL_RENDERER_SOFTWARE)) || complain("no picture of this size");
+    if (window != nullptr && make_renderer(SDL_RENDERER_SOFTWARE)) {
+        return true;
+    }
+    complain("no picture of this size");
+    destroy_window();
+    return false;
+}
+
+/// Whether the desktop enlarges the window by a fraction. SDL 2.26 breaks the protocol when such a window is
+/// made larger: for a moment it shows a part of the old picture that is larger than the picture.
+bool is_scaled_by_fraction() {
+    Extent extent{1, 1};
+    SDL_GetWindowSize(window, &extent.width, &extent.height);
+    return output_extent().width % std::max(extent.width, 1) != 0;
+}
+
+/// Makes the window that was kept from the last screen fit the next one.
+bool take_kept_window(const DisplayMode &mode) {
+    destroy_textures();
+    texture = make_picture_texture();
+    if (texture == nullptr) {
+        SDL_DestroyRenderer(renderer);
+        renderer = nullptr;
+        if (!make_renderer(SDL_RENDERER_SOFTWARE)) {
+            return complain("no picture of this size");
+        }
+    }
+    SDL_SetWindowTitle(window, plain_title.c_str());
+    if (!mode.is_full_screen && !is_scaled_by_fraction()) {
+        const Extent extent = opening_extent(mode);
+        SDL_SetWindowSize(window, extent.width, extent.height);
+    }
+    SDL_SetWindowFullscreen(window, mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    return true;
 }
 
 } // namespace
@@ -271,8 +336,8 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     }
     picture = picture_extent;
     plain_title = title;
-    if (!make_window(mode)) {
-        close_picture_window();
+    is_open = window == nullptr ? make_window(mode) : take_kept_window(mode);
+    if (!is_open) {
         return false;
     }
     presenting_waits = is_paced() && !is_software_renderer() && SDL_RenderSetVSync(renderer, 1) == 0;
@@ -292,10 +357,15 @@ SDL_Window *shown_window() {
 }
 
 void close_picture_window() {
-    if (window == nullptr) {
+    if (!is_open) {
         return;
     }
+    is_open = false;
     free_pointer();
+    if (keeps_window()) {
+        SDL_SetWindowFullscreen(window, 0);
+        return;
+    }
     last_place = place_of(window, is_full_screen());
     destroy_window();
     // The window goes now, not with the next event that somebody looks for.
@@ -304,13 +374,14 @@ void close_picture_window() {
 
 void disconnect_display() {
     if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        destroy_window();
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
         SDL_Quit();
     }
 }
 
 void present_picture(const BitMap &bitmap, const host::Palette &palette) {
-    if (window == nullptr) {
+    if (!is_open) {
         return;
     }
     if (!is_visible()) {
@@ -326,20 +397,20 @@ void present_picture(const BitMap &bitmap, const host::Palette &palette) {
 }
 
 void wait_for_display() {
-    if (window != nullptr && is_paced()) {
+    if (is_open && is_paced()) {
         wait_for_refresh(refresh_rate(), false);
     }
 }
 
 void present_again() {
-    if (window != nullptr && is_visible()) {
+    if (texture != nullptr && is_visible()) {
         draw_texture();
         SDL_RenderPresent(renderer);
     }
 }
 
 void toggle_full_screen() {
-    if (window == nullptr) {
+    if (!is_open) {
         return;
     }
     if (!is_full_screen()) {
@@ -371,15 +442,22 @@ void yield_to_requester(bool is_over) {
     if (is_over) {
         ignore_what_is_held();
     }
-    if (window == nullptr) {
+    if (!is_open) {
         return;
     }
     if (!is_over) {
         free_pointer();
-        if (is_full_screen()) {
+        if (is_full_screen() && keeps_window()) {
+            is_full_screen_due = true;
+            SDL_SetWindowFullscreen(window, 0);
+        } else if (is_full_screen()) {
             SDL_HideWindow(window);
         }
     } else {
+        if (is_full_screen_due) {
+            is_full_screen_due = false;
+            SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+        }
         SDL_ShowWindow(window);
         SDL_RaiseWindow(window);
     }

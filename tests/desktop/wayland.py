@@ -1,0 +1,246 @@
+# SPDX-License-Identifier: MIT
+"""Two Wayland compositors of a test's own: weston in a window of the X server without a screen, and sway without any
+display. Both answer to what the X display answers to, so that a test reads the same on each."""
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+
+import desktop
+import pictures
+import wayland_seat
+
+# The backgrounds of the toolkit's dialogs and of its list of places, which nothing else here shows in such amounts.
+DIALOG_COLOURS = (b"\xf6\xf5\xf4", b"\xfb\xfa\xfa")
+DIALOG_PIXELS = 5000
+
+# The rate of a very quick user, in seconds per key or motion. A compositor drops a client that leaves hundreds of events
+# unread, as the viewer would while it saves a file.
+KEY_SECONDS, MOTION_SECONDS = 0.02, 0.005
+
+# A user other than root, as whom the compositor runs that refuses to run as root.
+NOBODY = 65534
+
+SWAY_SETTINGS = """
+xwayland disable
+focus_follows_mouse no
+default_border none
+for_window [app_id="zelvo"] floating enable
+output HEADLESS-1 resolution {width}x{height} scale {scale}
+"""
+
+
+class Weston:
+    """The reference compositor, with the window frames of libdecor. Its keys and motion are those of the X server;
+    what it shows is read from its window."""
+
+    def __init__(self, environment, width=1000, height=700, scale=1):
+        self.x = desktop.Display()
+        self.size = (width, height)
+        self.at = (width // 2, height // 2)
+        # Without a panel, whose button starts other programs.
+        settings = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "weston.ini"
+        settings.write_text("[shell]\npanel-position=none\n")
+        self.socket = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "zelvo-test"
+        self.process = None
+        try:
+            self.process = subprocess.Popen(
+                ["weston", "--backend=x11-backend.so", "--use-pixman", f"--width={width}", f"--height={height}"]
+                + [f"--scale={scale}", "--socket=zelvo-test", "--idle-time=0", f"--config={settings}"],
+                env={**environment, "DISPLAY": self.x.name},
+                stdout=subprocess.DEVNULL,
+                stderr=subprocess.DEVNULL,
+            )
+            desktop.wait_until(self.socket.exists, "the compositor")
+            self.screen = self.x.wait_for("^Weston Compositor")
+        except AssertionError:
+            self.close()
+            raise
+
+    def close(self):
+        if self.process is not None:
+            self.process.terminate()
+            self.process.wait()
+        self.x.close()
+
+    def key(self, *names):
+        self.x.key(*names)
+
+    def type(self, text):
+        self.x.type(text)
+
+    def move(self, x, y):
+        # Within the compositor's window: beside it a click opens the window manager's menu.
+        self.at = tuple(min(max(at + by, 20), size - 20) for at, by, size in zip(self.at, (x, y), self.size))
+        self.x.xdotool("mousemove", "--window", self.screen, *self.at)
+
+    def click(self, button):
+        self.x.xdotool("click", button)
+
+    def shown(self):
+        """What the display shows."""
+        return pictures.of_window(self.screen, self.x.environment)
+
+
+class Sway:
+    """A tiling compositor that draws window frames itself, with a keyboard and a mouse of the test's."""
+
+    def __init__(self, environment, width=1000, height=700, scale=1):
+        # Not in the test's folder, into which other users cannot look.
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zelvo-sway-"))
+        self.socket = self.folder / "wayland-1"
+        self.environment = {**environment, "WAYLAND_DISPLAY": str(self.socket)}
+        self.process = self.seat = None
+        settings = self.folder / "settings"
+        settings.write_text(SWAY_SETTINGS.format(width=width, height=height, scale=scale))
+        self.folder.chmod(0o700)
+        become = []
+        if os.geteuid() == 0:
+            os.chown(self.folder, NOBODY, NOBODY)
+            become = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", "--"]
+        own = {
+            **environment,
+            "XDG_RUNTIME_DIR": str(self.folder),
+            "SWAYSOCK": str(self.folder / "ipc"),
+            "WLR_BACKENDS": "headless",
+            "WLR_RENDERER": "pixman",
+            "WLR_LIBINPUT_NO_DEVICES": "1",
+        }
+        for name in ("DISPLAY", "WAYLAND_DISPLAY"):
+            own.pop(name, None)
+        try:
+            self.process = subprocess.Popen(
+                become + ["sway", "-c", str(settings)], env=own, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
+            )
+            desktop.wait_until(lambda: self._tree() is not None, "the compositor")
+            self.seat = wayland_seat.Seat(self.socket)
+        except (AssertionError, ConnectionError):
+            self.close()
+            raise
+
+    def close(self):
+        if self.seat is not None:
+            self.seat.close()
+        if self.process is not None:
+            self.process.terminate()
+            self.process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def command(self, *words):
+        return subprocess.run(
+            ["swaymsg", "-s", str(self.folder / "ipc"), *words], capture_output=True, text=True
+        ).stdout
+
+    def _tree(self):
+        answer = self.command("-t", "get_tree")
+        return json.loads(answer) if answer else None
+
+    def windows(self):
+        """Title and state of every window."""
+        found, waiting = [], [self._tree() or {}]
+        while waiting:
+            node = waiting.pop()
+            children = node.get("nodes", []) + node.get("floating_nodes", [])
+            if not children and node.get("pid"):
+                found.append(node)
+            waiting += children
+        return found
+
+    def focused(self):
+        """The title of the window that has the focus, empty if none has it."""
+        return next((window["name"] or "" for window in self.windows() if window["focused"]), "")
+
+    def key(self, *names):
+        for name in names:
+            self.seat.press(name)
+            time.sleep(KEY_SECONDS)
+
+    def type(self, text):
+        self.key(*text)
+
+    def move(self, x, y):
+        self.seat.move(x, y)
+        time.sleep(MOTION_SECONDS)
+
+    def click(self, button):
+        self.seat.click(button)
+
+    def shown(self):
+        grabbed = subprocess.run(
+            ["grim", "-t", "ppm", "-"], env=self.environment, capture_output=True, check=True
+        ).stdout
+        _, size, _, rgb = grabbed.split(b"\n", 3)
+        width, height = map(int, size.split())
+        return pictures.Picture(width, height, rgb)
+
+
+class Case(desktop.Case):
+    """A test on a compositor; subclasses say on which."""
+
+    COMPOSITOR = None
+    SCALE = 1
+
+    def open_display(self):
+        kept = {name: value for name, value in os.environ.items() if not name.endswith("DISPLAY")}
+        own = {"XDG_RUNTIME_DIR": str(self.runtime), "HOME": str(self.home)}
+        return self.COMPOSITOR({**kept, **own}, scale=self.SCALE)
+
+    def environment(self, **changes):
+        return super().environment(**{"DISPLAY": None, "WAYLAND_DISPLAY": str(self.display.socket), **changes})
+
+    def picture(self, window=None):
+        return desktop.wait_until(self.display.shown, "a picture of the display")
+
+    def is_requester_shown(self):
+        """Whether a dialog is to be seen, in whatever window."""
+        shown = self.picture().rgb
+        return sum(map(shown.count, DIALOG_COLOURS)) > DIALOG_PIXELS
+
+    def open_requester(self, key):
+        """Presses a key of the viewer until it has the keyboard and a requester is to be seen."""
+        self._press_until(key, self.is_requester_shown, "a requester after " + key)
+
+    def close_requester(self, key):
+        """Presses a key of the requester until it has the keyboard and is gone."""
+        self._press_until(key, lambda: not self.is_requester_shown(), "no requester after " + key)
+
+    def _press_until(self, key, condition, what):
+        for _ in range(5):
+            self.display.key(key)
+            try:
+                desktop.wait_until(condition, what, 5.0)
+                return
+            except AssertionError:
+                pass
+        self._fail_and_show(what)
+
+    def _fail_and_show(self, what):
+        shown = pathlib.Path(f"{self.id()}.ppm").resolve()
+        self.picture().write(shown)
+        self.fail(f"waited in vain for {what}; see {shown}")
+
+    def wait_until_viewing(self, viewer, *texts):
+        """Until the viewer has the keyboard: it saves its settings, which hold these texts."""
+
+        def state():
+            return self.env_file.stat() if self.env_file.exists() else None
+
+        def saved():
+            self.assertIsNone(viewer.process.poll(), viewer.err())
+            before = state()
+            self.display.key("s")
+            try:
+                desktop.wait_until(lambda: state() != before, "the settings", 1.0)
+            except AssertionError:
+                return False
+            return all(text in self.env_file.read_text() for text in texts)
+
+        try:
+            desktop.wait_until(saved, "the viewer")
+        except AssertionError:
+            self.assertIsNone(viewer.process.poll(), viewer.err())
+            self._fail_and_show("the viewer")
