@@ -1,99 +1,268 @@
 # SPDX-License-Identifier: MIT
-"""A user who presses anything for a while: the viewer goes on, and its memory stays where it is.
+"""A user who does anything for a while, with keys, mouse, requesters, other windows, sizes and full screens: the viewer
+goes on, says nothing on standard error, and its memory stays where it is.
 
-ZELVO_SOAK_SECONDS says for how long, ZELVO_SOAK_SEED which user it is."""
+ZELVO_SOAK_ON says on which displays ("x11", "weston", "sway"; all if it does not), ZELVO_SOAK_SECONDS for how long, and
+ZELVO_SOAK_SEED which user it is."""
 
 import os
 import pathlib
 import random
+import subprocess
 import time
 import unittest
 
 import desktop
+import wayland
 from desktop import MODE_TITLE, TEXTURE_TITLE, VIEWER_TITLE
-from test_requesters import Requesters
 
-SECONDS = float(os.environ.get("ZELVO_SOAK_SECONDS", "12"))
+ON = os.environ.get("ZELVO_SOAK_ON", "x11 weston sway").split()
+SECONDS = float(os.environ.get("ZELVO_SOAK_SECONDS", "10"))
 SEED = int(os.environ.get("ZELVO_SOAK_SEED", "1"))
 
 # Every key that is a command, but those that end the viewer or open a requester.
 KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", "Down", "Left", "Right", "F1", "a", "7"]
 
-# Of a run that is long enough to tell: what the toolkits' caches may take after its first fifth.
-ALLOWED_GROWTH_KIB = 4096
+# Pictures of these widths fit every display, and every window that a compositor gives.
+WIDTHS = ["160", "200", "320", "401", "512"]
+
+# What the toolkits' caches may take, and full screens more than windows (10 MiB here), from the middle of a session to
+# its end. Only a session that is long enough for both can tell.
+ALLOWED_GROWTH_KIB = 16384
+TELLING_SECONDS = 30
 
 
-class Soak(Requesters):
+class OnX11(desktop.Case):
+    """What a session does differently on X11."""
+
+    TITLES = {"m": MODE_TITLE, "t": TEXTURE_TITLE}
+    OTHER = ["xmessage", "-geometry", "200x100+0+0", "another program"]
+
+    def open_requester(self, key):
+        self.display.key(key)
+        self.requester = self.TITLES[key]
+        self.display.wait_for(self.requester)
+
+    def close_requester(self, key):
+        for _ in range(10):
+            self.display.key(key)
+            try:
+                self.display.wait_until_gone(self.requester, 3.0)
+                return
+            except AssertionError:
+                pass
+        self.fail(key + " does not close " + self.requester)
+
+    def close_requester_window(self):
+        self.close_requester("alt+F4")
+
+    def wait_until_viewing(self, _):
+        self.display.wait_for(VIEWER_TITLE)
+
+    def wait_for_other(self):
+        self.display.wait_for("xmessage")
+
+    def move(self, steps):
+        words = []
+        for x, y in steps:
+            words += ["mousemove_relative", "--", x, y]
+        self.display.xdotool(*words)
+
+    def click(self, button):
+        self.display.xdotool("click", button)
+
+    def resize(self, width, height):
+        self.display.xdotool("windowsize", self.display.find(VIEWER_TITLE), width, height)
+
+
+class OnWayland(wayland.Case):
+    """What a session does differently on Wayland."""
+
+    OTHER = ["weston-flower"]
+
+    def close_requester_window(self):
+        self.close_requester("Escape")
+
+    def wait_for_other(self):
+        time.sleep(0.3)
+
+    def move(self, steps):
+        for x, y in steps:
+            self.display.move(x, y)
+
+    def click(self, button):
+        self.display.click(button)
+
+    def resize(self, width, height):
+        """Only the compositor can, and weston has nobody to ask it."""
+
+
+class OnWeston(OnWayland):
+    COMPOSITOR = wayland.Weston
+
+    def ask_for_focus(self):
+        """Now and then weston gives the focus to nobody when a requester closes and the viewer becomes full screen."""
+        self.display.click(3)
+
+
+class OnSway(OnWayland):
+    COMPOSITOR = wayland.Sway
+
+    def return_to_viewer(self):
+        """A click beside every window takes the focus from all."""
+        self.display.command("[app_id=zelvo]", "focus")
+        self.display.seat.move_to(500, 350, 1000, 700)
+
+    def open_requester(self, key):
+        self.return_to_viewer()
+        super().open_requester(key)
+
+    def wait_until_viewing(self, viewer, *texts):
+        self.return_to_viewer()
+        super().wait_until_viewing(viewer, *texts)
+
+    def close_requester_window(self):
+        self.display.command('[title="^Zelvo: screen|^Select"]', "kill")
+        desktop.wait_until(lambda: not self.is_requester_shown(), "the end of the requester")
+
+    def wait_for_other(self):
+        # A full screen keeps the focus.
+        desktop.wait_until(lambda: any(w["name"] == "Flower" for w in self.display.windows()), "the other window")
+        self.display.command("[title=Flower]", "focus")
+
+    def resize(self, width, height):
+        self.display.command("resize", "set", str(width), str(height))
+
+
+class Session:
+    """A user whom a seed makes; mixed with what a display does differently."""
+
+    def press_keys(self):
+        self.display.key(*self.user.choices(KEYS, k=30))
+
+    def move_mouse(self):
+        """Turns the object; the right button goes to the next mode, the left one would end the viewer."""
+        self.move([(self.user.randint(-80, 80), self.user.randint(-60, 60)) for _ in range(10)])
+        for _ in range(self.user.randrange(4)):
+            self.click(3)
+
+    def cancel(self):
+        if self.user.randrange(2) == 0:
+            self.close_requester("Escape")
+        else:
+            self.close_requester_window()
+
+    def change_mode(self):
+        self.open_requester("m")
+        if self.user.randrange(3) == 0:
+            self.cancel()
+        else:
+            if self.user.randrange(2) == 0:
+                self.display.key("alt+w")
+                self.display.type(self.user.choice(WIDTHS))
+            if self.user.randrange(2) == 0:
+                self.display.key("alt+d", self.user.choice(["Up", "Down"]))
+            self.close_requester("alt+o")
+
+    def change_texture(self):
+        self.open_requester("t")
+        if self.user.randrange(2) == 0:
+            self.cancel()
+        else:
+            self.display.key("ctrl+l")
+            time.sleep(0.3)
+            self.display.key("ctrl+a")
+            self.display.type(str(self.user.choice(self.textures)))
+            # The chooser looks the path up before Enter means it.
+            time.sleep(0.7)
+            self.close_requester("Return")
+
+    def toggle_full_screen(self):
+        self.display.key(self.user.choice(["F11", "alt+Return"]))
+
+    def change_size(self):
+        self.resize(self.user.randint(100, 900), self.user.randint(80, 600))
+
+    def go_elsewhere(self):
+        """Another program takes the focus, gets some keys, and ends."""
+        with subprocess.Popen(
+            self.OTHER, env=self.environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
+        ) as other:
+            try:
+                self.wait_for_other()
+                self.move([(40, 30), (-20, 50)])
+                self.display.key("a")
+            finally:
+                other.terminate()
+
+    def end(self, viewer):
+        """One of the ways to end, none of them a failure."""
+        self.wait_until_viewing(viewer)
+        how = self.user.randrange(3)
+        if how == 0:
+            viewer.process.terminate()
+        else:
+            self.display.key("Escape" if how == 1 else "q")
+        self.assert_ends_well(viewer)
+        self.assertEqual(viewer.err(), "")
+
     def resident_kib(self, viewer):
         fields = pathlib.Path(f"/proc/{viewer.process.pid}/status").read_text().split()
         return int(fields[fields.index("VmRSS:") + 1])
 
-    def press_keys(self, user):
-        self.display.xdotool("key", "--delay", "5", *user.choices(KEYS, k=30))
-
-    def move_mouse(self, user):
-        """Turns the object; the right button goes to the next mode, the left one would end the viewer."""
-        words = []
-        for _ in range(10):
-            words += ["mousemove_relative", "--", user.randint(-80, 80), user.randint(-60, 60)]
-        self.display.xdotool(*words)
-        for _ in range(user.randrange(4)):
-            self.display.xdotool("click", 3)
-
-    def change_mode(self, user):
-        self.display.key("m")
-        self.display.wait_for(MODE_TITLE)
-        if user.randrange(3) == 0:
-            self.display.cancel(MODE_TITLE)
-        else:
-            self.display.key(*user.choices(["Up", "Down"], k=3))
-            self.display.key("Return")
-        self.display.wait_for(VIEWER_TITLE)
-
-    def change_texture(self, user, textures):
-        self.display.key("t")
-        if user.randrange(2) == 0:
-            self.display.wait_for(TEXTURE_TITLE)
-            self.display.cancel(TEXTURE_TITLE)
-        else:
-            self.choose_file(TEXTURE_TITLE, user.choice(textures))
-        self.display.wait_for(VIEWER_TITLE)
-
-    def test_random_keys(self):
-        user = random.Random(SEED)
-        textures = [self.work / "waves", self.work / "more-waves"]
-        for waves, texture in enumerate(textures, 4):
+    def test_session(self):
+        self.user = random.Random(SEED)
+        self.textures = [self.work / "waves", self.work / "more-waves"]
+        for waves, texture in enumerate(self.textures, 4):
             desktop.write_texture(texture, waves)
         self.write_settings(rotate="1.000000")
         # A sanitized build would keep what is freed, to catch whoever still uses it, and grow by it.
-        viewer, _ = self.start_viewing(ASAN_OPTIONS="detect_leaks=0:quarantine_size_mb=0")
-        # Both requesters once, so that what the toolkit loads for them is there from the start.
-        self.change_mode(user)
-        self.change_texture(user, textures)
+        viewer = self.start(self.object, ASAN_OPTIONS="detect_leaks=0:quarantine_size_mb=0")
+        self.wait_until_viewing(viewer)
+        # What interrupts comes once at first, so that what the toolkit loads for it is there from the start.
+        interruptions = [self.change_mode, self.change_texture, self.go_elsewhere]
+        adjustments = [self.toggle_full_screen, self.change_size]
+        self.done = []
+        for action in interruptions + adjustments:
+            action()
+            self.wait_until_viewing(viewer)
 
         start = time.monotonic()
-        counts = {"keys": 0, "mouse": 0, "modes": 0, "textures": 0}
-        levels = []
-        while (passed := time.monotonic() - start) < SECONDS or not levels:
-            what = user.randrange(40)
-            if what == 0:
-                self.change_mode(user)
-                counts["modes"] += 1
-            elif what == 1:
-                self.change_texture(user, textures)
-                counts["textures"] += 1
-            elif what < 10:
-                self.move_mouse(user)
-                counts["mouse"] += 1
+        counts, levels = {}, []
+        while (passed := time.monotonic() - start) < SECONDS:
+            what = self.user.randrange(40)
+            if what < 3:
+                action = self.user.choice(interruptions)
+            elif what < 7:
+                action = self.user.choice(adjustments)
             else:
-                self.press_keys(user)
-                counts["keys"] += 30
-            self.assertIsNone(viewer.process.poll(), viewer.err())
-            if passed > SECONDS / 5:
-                levels.append(self.resident_kib(viewer))
-        print(f"seed {SEED}, {SECONDS:.0f} s, {counts}, resident {min(levels)} to {max(levels)} KiB", flush=True)
-        self.quit(viewer)
-        self.assertLess(max(levels) - levels[0], ALLOWED_GROWTH_KIB, "resident memory grows")
+                action = self.move_mouse if what < 15 else self.press_keys
+            self.done.append(action.__name__)
+            action()
+            self.assertIsNone(viewer.process.poll(), f"after {self.done[-3:]}: {viewer.err()}")
+            if action in interruptions:
+                try:
+                    self.wait_until_viewing(viewer)
+                except AssertionError as error:
+                    raise AssertionError(f"after {self.done[-3:]}: {error}") from None
+            counts[action.__name__] = counts.get(action.__name__, 0) + 1
+            levels.append((passed, self.resident_kib(viewer)))
+        self.end(viewer)
+        # The lowest of each part, since a full screen takes more than a window.
+        middle = [level for passed, level in levels if SECONDS / 4 < passed <= SECONDS * 5 / 8]
+        late = [level for passed, level in levels if passed > SECONDS * 5 / 8]
+        print(f"{type(self).__name__}, seed {SEED}, {SECONDS:.0f} s, {counts}", flush=True)
+        if middle and late and SECONDS >= TELLING_SECONDS:
+            print(f"resident {min(middle)} KiB, later {min(late)} KiB", flush=True)
+            self.assertLess(min(late) - min(middle), ALLOWED_GROWTH_KIB, "resident memory grows")
+
+
+def load_tests(loader, _, pattern):
+    suite = unittest.TestSuite()
+    for name, where in (("x11", OnX11), ("weston", OnWeston), ("sway", OnSway)):
+        if name in ON:
+            suite.addTests(loader.loadTestsFromTestCase(type("Session" + where.__name__, (Session, where), {})))
+    return suite
 
 
 if __name__ == "__main__":

@@ -223,6 +223,9 @@ class Case(desktop.Case):
         self.picture().write(shown)
         self.fail(f"waited in vain for {what}; see {shown}")
 
+    def ask_for_focus(self):
+        """What a user does when no window takes keys; nothing, unless a test says otherwise."""
+
     def wait_until_viewing(self, viewer, *texts):
         """Until the viewer has the keyboard: it saves its settings, which hold these texts."""
 
@@ -236,6 +239,7 @@ class Case(desktop.Case):
             try:
                 desktop.wait_until(lambda: state() != before, "the settings", 1.0)
             except AssertionError:
+                self.ask_for_focus()
                 return False
             return all(text in self.env_file.read_text() for text in texts)
 
