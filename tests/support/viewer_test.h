@@ -152,10 +152,10 @@ inline void expect_failure(const ProgramRun &run, const std::string &output) {
     EXPECT_EQ(run.held, std::vector<std::string>{});
 }
 
-/// Checks that a run ended as a user ends it, and gave everything back.
-inline void expect_normal_end(const ProgramRun &run) {
+/// Checks that a run ended as a user ends it, with only this on standard error, and gave everything back.
+inline void expect_normal_end(const ProgramRun &run, const std::string &errors = "") {
     EXPECT_EQ(run.exit_code, 0) << run.output;
-    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.errors, errors);
     EXPECT_EQ(run.held, std::vector<std::string>{});
 }
 
