@@ -5,6 +5,7 @@
 #include "span_lengths.h"
 #include "table.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "pipeline/clearing.h"
 #include "pipeline/dots_effect.h"
@@ -14,7 +15,6 @@
 #include "pipeline/rotation.h"
 #include "platform/shared/bitmap.h"
 #include "raster/dots.h"
-#include "raster/drawing_path.h"
 #include "raster/face_loops.h"
 #include "simd/instruction_sets.h"
 
@@ -171,13 +171,11 @@ struct Stage {
 /// As many faces as the sphere has that the stages are measured on, of no particular shape.
 struct FaceArrays {
     static constexpr std::size_t faces = 20480;
-    /// What a vector of faces may reach beyond the last.
-    static constexpr std::size_t padding = 16;
     std::array<std::vector<float>, 9> values;
 
     FaceArrays() {
         for (std::size_t i = 0; i < values.size(); ++i) {
-            for (std::size_t face = 0; face < faces + padding; ++face) {
+            for (std::size_t face = 0; face < faces; ++face) {
                 values[i].push_back(static_cast<float>(face * (i + 3) % 257));
             }
         }
@@ -228,15 +226,15 @@ std::vector<Stage> all_stages() {
         {"light of faces",
          [] {
              static const FaceArrays faces;
-             static std::vector<float> colours(FaceArrays::faces + FaceArrays::padding);
+             static std::vector<float> colours(FaceArrays::faces);
              face_lights(faces.corners(), FaceArrays::faces, colours.data());
          }},
         {"face loop envmap", loop(static_cast<void (*)()>(face_loop_envmap))},
-        {"face loop texture", loop([] { face_loop_texturemap(face_light, face_lights); })},
-        {"face loop flat", loop([] { face_loop_lightsourced(face_light, face_lights); })},
+        {"face loop texture", loop([] { face_loop_texturemap(face_lights); })},
+        {"face loop flat", loop([] { face_loop_lightsourced(face_lights); })},
         {"face loop gouraud", loop([] {
              reset_vertex_colours();
-             face_loop_gouraud(vertex_light, vertex_lights);
+             face_loop_gouraud(vertex_lights);
          })},
         {"face loop zlight", loop(static_cast<void (*)()>(face_loop_zlight))},
         {"dots overlay", draw_dots_overlay},

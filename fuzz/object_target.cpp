@@ -2,13 +2,13 @@
 // Any bytes as an object: read, prepared, and drawn.
 #include "harness.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
 #include "object/lwo_reader.h"
 #include "pipeline/preparation.h"
 #include "platform/dos.h"
 #include "raster/dots.h"
-#include "raster/drawing_path.h"
 #include "raster/texture_map.h"
 
 #include <algorithm>

@@ -2,9 +2,9 @@
 // Clearing, fading and blurring of the frame, and clearing of the depth buffer.
 #include "pipeline/clearing.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
-#include "raster/drawing_path.h"
 
 #include <algorithm>
 #include <cstring>

@@ -33,7 +33,9 @@ namespace plain {
 void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count);
 void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count);
 } // namespace plain
+#if ZELVO_SIMD
 namespace fast {
 void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::size_t count);
 void blur_pixels(const std::uint8_t *centre, std::uint8_t *destination, std::size_t count);
 } // namespace fast
+#endif

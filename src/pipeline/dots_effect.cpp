@@ -2,11 +2,11 @@
 // A parametric curve of dots, rotated and projected in double precision.
 #include "pipeline/dots_effect.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
-#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 namespace {

@@ -28,6 +28,8 @@ constexpr float effect_sphere_radius = 90.0F;
 namespace plain {
 std::int32_t plot_effect_curve();
 }
+#if ZELVO_SIMD
 namespace fast {
 std::int32_t plot_effect_curve();
 }
+#endif

@@ -2,8 +2,8 @@
 // Cosine lighting by one direction, scaled to palette indices.
 #include "pipeline/lighting.h"
 
+#include "core/forms.h"
 #include "object/model.h"
-#include "raster/drawing_path.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,11 +59,19 @@ void vertex_lights(const std::uint32_t *points, std::size_t count) {
 } // namespace plain
 
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
-    draws_fast ? fast::face_lights(corners, count, colours) : plain::face_lights(corners, count, colours);
+    if (draws_fast) {
+        fast::face_lights(corners, count, colours);
+    } else {
+        plain::face_lights(corners, count, colours);
+    }
 }
 
 void vertex_lights(const std::uint32_t *points, std::size_t count) {
-    draws_fast ? fast::vertex_lights(points, count) : plain::vertex_lights(points, count);
+    if (draws_fast) {
+        fast::vertex_lights(points, count);
+    } else {
+        plain::vertex_lights(points, count);
+    }
 }
 
 void reset_vertex_colours() {

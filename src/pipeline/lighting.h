@@ -30,7 +30,9 @@ namespace plain {
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours);
 void vertex_lights(const std::uint32_t *points, std::size_t count);
 } // namespace plain
+#if ZELVO_SIMD
 namespace fast {
 void face_lights(const FaceCorners &corners, std::size_t count, float *colours);
 void vertex_lights(const std::uint32_t *points, std::size_t count);
 } // namespace fast
+#endif

@@ -2,12 +2,12 @@
 // Centring, scaling and vertex normals of the object.
 #include "pipeline/preparation.h"
 
+#include "core/forms.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
-#include "raster/drawing_path.h"
 #include "raster/polygon_list.h"
 
 #include <algorithm>
@@ -94,11 +94,19 @@ void prepare_object() {
     build_dot_image();
 
     if (worked_points() > 0) {
-        draws_fast ? fast::fit_object() : plain::fit_object();
+        if (draws_fast) {
+            fast::fit_object();
+        } else {
+            plain::fit_object();
+        }
     }
     transform_and_project();
     rotate_light();
-    draws_fast ? fast::build_vertex_normals() : plain::build_vertex_normals();
+    if (draws_fast) {
+        fast::build_vertex_normals();
+    } else {
+        plain::build_vertex_normals();
+    }
     reset_vertex_colours();
 }
 

@@ -30,7 +30,9 @@ namespace plain {
 void fit_object();
 void build_vertex_normals();
 } // namespace plain
+#if ZELVO_SIMD
 namespace fast {
 void fit_object();
 void build_vertex_normals();
 } // namespace fast
+#endif

@@ -40,7 +40,7 @@ void draw_mode_texturemap() {
     clear_frame();
     clear_zbuffer();
     transform_and_project();
-    face_loop_texturemap(face_light, face_lights);
+    face_loop_texturemap(face_lights);
     draw_dots_if_enabled();
 }
 
@@ -53,7 +53,7 @@ void draw_mode_lightsourced() {
     } else {
         transform_and_project();
     }
-    face_loop_lightsourced(face_light, face_lights);
+    face_loop_lightsourced(face_lights);
     draw_dots_if_enabled();
 }
 
@@ -67,7 +67,7 @@ void draw_mode_gouraud() {
         rotate_normals();
     }
     reset_vertex_colours();
-    face_loop_gouraud(vertex_light, vertex_lights);
+    face_loop_gouraud(vertex_lights);
     draw_dots_if_enabled();
 }
 

@@ -2,9 +2,9 @@
 // The rotation state, the viewing rotation, and the perspective projection.
 #include "pipeline/rotation.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "object/model.h"
-#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 #include <cmath>
@@ -103,12 +103,20 @@ void transform_and_project() {
         static_cast<float>(frame_width * 0.5),
         static_cast<float>(frame_height * 0.5),
     };
-    draws_fast ? fast::project_points(projection) : plain::project_points(projection);
+    if (draws_fast) {
+        fast::project_points(projection);
+    } else {
+        plain::project_points(projection);
+    }
 }
 
 void rotate_normals() {
     set_viewing_rotation();
-    draws_fast ? fast::rotate_normals() : plain::rotate_normals();
+    if (draws_fast) {
+        fast::rotate_normals();
+    } else {
+        plain::rotate_normals();
+    }
 }
 
 void rotate_light() {

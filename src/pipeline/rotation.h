@@ -62,7 +62,9 @@ namespace plain {
 void project_points(const Projection &projection, std::size_t first = 0);
 void rotate_normals(std::size_t first = 0);
 } // namespace plain
+#if ZELVO_SIMD
 namespace fast {
 void project_points(const Projection &projection);
 void rotate_normals();
 } // namespace fast
+#endif

@@ -2,9 +2,9 @@
 // The dot sprite, the plotter that scales it onto the frame, and the overlay of one dot a point.
 #include "raster/dots.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "object/model.h"
-#include "raster/drawing_path.h"
 #include "raster/fixed_point.h"
 
 #include <algorithm>
@@ -128,7 +128,11 @@ void plot_dots_at_points() {
 void draw_dots_overlay() {
     faces_seen = 0;
     triangles_drawn = 0;
-    draws_fast ? fast::plot_dots_at_points() : plain::plot_dots_at_points();
+    if (draws_fast) {
+        fast::plot_dots_at_points();
+    } else {
+        plain::plot_dots_at_points();
+    }
     for (std::int32_t again = repetitions_that_count(alike_points - 1); again > 0; --again) {
         plot_point(lwopoints3[static_cast<std::size_t>(worked_points() - 1)]);
     }

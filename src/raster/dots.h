@@ -37,7 +37,9 @@ namespace plain {
 void plot_dots(const float *x, const float *y, const float *radius, std::size_t count);
 void plot_dots_at_points();
 } // namespace plain
+#if ZELVO_SIMD
 namespace fast {
 void plot_dots(const float *x, const float *y, const float *radius, std::size_t count);
 void plot_dots_at_points();
 } // namespace fast
+#endif

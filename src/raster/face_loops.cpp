@@ -3,8 +3,8 @@
 // fill.
 #include "raster/face_loops.h"
 
+#include "core/forms.h"
 #include "object/model.h"
-#include "raster/drawing_path.h"
 #include "raster/polygon_list.h"
 #include "raster/triangle_fillers.h"
 
@@ -70,18 +70,22 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
             ++triangles_drawn;
         }
     });
-    // What is left is like the last polygon, down to the pixels.
+    // The remaining polygons are identical to the last one and would draw the same pixels; only count them.
     faces_seen += alike;
     triangles_drawn += alike * (triangles_drawn - drawn_before);
 }
 
-/// Lights a polygon by the three records that stand in the block.
-float light_of_block(FaceLight face_light, const TriangleParams &block) {
-    return face_light({block[0], block[1], block[2]}, {block[3], block[4], block[5]},
-                      {block[6], block[7], block[8]});
+/// Lights a polygon by the three records in the block.
+float light_of_block(FaceLights face_lights, const TriangleParams &block) {
+    const FaceCorners corners{{&block[0], &block[3], &block[6]},
+                              {&block[1], &block[4], &block[7]},
+                              {&block[2], &block[5], &block[8]}};
+    float colour = 0.0F;
+    face_lights(corners, 1, &colour);
+    return colour;
 }
 
-/// For the loops that do nothing once a polygon.
+/// For the loops that do nothing once per polygon.
 constexpr auto nothing = [] {};
 
 } // namespace
@@ -96,30 +100,31 @@ void face_loop_envmap() {
     });
 }
 
-void face_loop_texturemap(FaceLight face_light) {
+void face_loop_texturemap(FaceLights face_lights) {
     TriangleParams block{};
     draw_polygons(
-        block, [&block, face_light] { block[9] = light_of_block(face_light, block); },
+        block, [&block, face_lights] { block[9] = light_of_block(face_lights, block); },
         [&block](const Corners &corners) {
             place_map_coordinates(block, corners, lwopoints2);
             fill_tri_mapped(&block);
         });
 }
 
-void face_loop_lightsourced(FaceLight face_light) {
+void face_loop_lightsourced(FaceLights face_lights) {
     TriangleParams block{};
     draw_polygons(
-        block, [&block, face_light] { block[9] = light_of_block(face_light, block); },
+        block, [&block, face_lights] { block[9] = light_of_block(face_lights, block); },
         [&block](const Corners &) { fill_tri_flat(&block); });
 }
 
-void face_loop_gouraud(VertexLight vertex_light) {
+void face_loop_gouraud(VertexLights vertex_lights) {
     TriangleParams block{};
-    draw_polygons(block, nothing, [&block, vertex_light](const Corners &corners) {
+    draw_polygons(block, nothing, [&block, vertex_lights](const Corners &corners) {
         std::size_t slot = 9;
         for (const std::uint16_t corner : corners) {
             if (lwofis[corner] == -1.0F) {
-                lwofis[corner] = vertex_light(lwonormals3[corner]);
+                const std::uint32_t point = corner;
+                vertex_lights(&point, 1);
             }
             block[slot++] = lwofis[corner];
         }
@@ -136,7 +141,8 @@ void face_loop_zlight() {
 
 namespace {
 
-/// A list that goes on behind the file's end is walked by the plain loops, which know where to stop.
+/// If the chunk claims more words than the file held, the plain loops draw: only they stop at the unread
+/// tail.
 bool draws_list_fast() {
     return draws_fast && unread_polygon_words == 0;
 }
@@ -144,24 +150,41 @@ bool draws_list_fast() {
 } // namespace
 
 void face_loop_envmap() {
-    draws_list_fast() ? fast::face_loop_envmap() : plain::face_loop_envmap();
+    if (draws_list_fast()) {
+        fast::face_loop_envmap();
+    } else {
+        plain::face_loop_envmap();
+    }
 }
 
-void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
-    draws_list_fast() ? fast::face_loop_texturemap(face_light, face_lights)
-                      : plain::face_loop_texturemap(face_light);
+void face_loop_texturemap(FaceLights face_lights) {
+    if (draws_list_fast()) {
+        fast::face_loop_texturemap(face_lights);
+    } else {
+        plain::face_loop_texturemap(face_lights);
+    }
 }
 
-void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
-    draws_list_fast() ? fast::face_loop_lightsourced(face_light, face_lights)
-                      : plain::face_loop_lightsourced(face_light);
+void face_loop_lightsourced(FaceLights face_lights) {
+    if (draws_list_fast()) {
+        fast::face_loop_lightsourced(face_lights);
+    } else {
+        plain::face_loop_lightsourced(face_lights);
+    }
 }
 
-void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
-    draws_list_fast() ? fast::face_loop_gouraud(vertex_light, vertex_lights)
-                      : plain::face_loop_gouraud(vertex_light);
+void face_loop_gouraud(VertexLights vertex_lights) {
+    if (draws_list_fast()) {
+        fast::face_loop_gouraud(vertex_lights);
+    } else {
+        plain::face_loop_gouraud(vertex_lights);
+    }
 }
 
 void face_loop_zlight() {
-    draws_list_fast() ? fast::face_loop_zlight() : plain::face_loop_zlight();
+    if (draws_list_fast()) {
+        fast::face_loop_zlight();
+    } else {
+        plain::face_loop_zlight();
+    }
 }

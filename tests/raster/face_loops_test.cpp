@@ -9,30 +9,54 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <set>
 
 namespace {
 
-/// The triangles that the lighting stand-ins were called with.
-std::vector<std::array<Vec3, 3>> lit_faces;
-std::vector<Vec3> lit_normals;
+/// A face's first three corners.
+using LitFace = std::array<Vec3, 3>;
 
-/// Gives the n-th polygon the colour 100 + 10 n.
-float numbered_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
-    lit_faces.push_back({p0, p1, p2});
-    return 90.0F + 10.0F * static_cast<float>(lit_faces.size());
+bool same(const Vec3 &a, const Vec3 &b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
-float constant_light(const Vec3 &, const Vec3 &, const Vec3 &) {
-    return 150.0F;
+bool same(const LitFace &a, const LitFace &b) {
+    return std::equal(a.begin(), a.end(), b.begin(), [](const Vec3 &p, const Vec3 &q) { return same(p, q); });
 }
 
-/// A point's colour is what stands in its normal's x.
-float light_of_normal(const Vec3 &normal) {
-    lit_normals.push_back(normal);
-    return normal.x;
+/// The different faces, and all the points, that the lighting stubs were called with, in order.
+std::vector<LitFace> lit_faces;
+std::vector<std::uint32_t> lit_points;
+
+/// Gives the n-th different face the colour 100 + 10 n.
+void numbered_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto corner = [&corners, i](std::size_t c) {
+            return Vec3{corners.x[c][i], corners.y[c][i], corners.depth[c][i]};
+        };
+        const LitFace face{corner(0), corner(1), corner(2)};
+        auto known = std::find_if(lit_faces.begin(), lit_faces.end(),
+                                  [&face](const LitFace &other) { return same(face, other); });
+        if (known == lit_faces.end()) {
+            known = lit_faces.insert(known, face);
+        }
+        colours[i] = 100.0F + 10.0F * static_cast<float>(known - lit_faces.begin());
+    }
+}
+
+void constant_lights(const FaceCorners &, std::size_t count, float *colours) {
+    std::fill_n(colours, count, 150.0F);
+}
+
+/// A point's colour is its normal's x.
+void lights_of_normals(const std::uint32_t *points, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        lit_points.push_back(points[i]);
+        lwofis[points[i]] = lwonormals3[points[i]].x;
+    }
 }
 
 class FaceLoops : public testing::Test {
@@ -41,7 +65,7 @@ protected:
         reset_program_state();
         set_frame(64, 48);
         lit_faces.clear();
-        lit_normals.clear();
+        lit_points.clear();
     }
 
     /// A model whose points stand on the screen where they are.
@@ -59,19 +83,15 @@ protected:
     }
 };
 
-bool same(const Vec3 &a, const Vec3 &b) {
-    return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
 /// A square with corners at 10 and 30, round which its points go the way that is drawn without flip.
 const std::vector<Vec3> square{{10, 10, 100}, {30, 10, 100}, {30, 30, 100}, {10, 30, 100}};
 
 } // namespace
 
 TEST_F(FaceLoops, EmptyListDrawsNothingAndZeroesBothCounters) {
-    const std::array<void (*)(), 5> loops{face_loop_envmap, [] { face_loop_texturemap(constant_light); },
-                                          [] { face_loop_lightsourced(constant_light); },
-                                          [] { face_loop_gouraud(light_of_normal); }, face_loop_zlight};
+    const std::array<void (*)(), 5> loops{face_loop_envmap, [] { face_loop_texturemap(constant_lights); },
+                                          [] { face_loop_lightsourced(constant_lights); },
+                                          [] { face_loop_gouraud(lights_of_normals); }, face_loop_zlight};
     set_scene(square, {});
     for (std::size_t mode = 1; mode <= loops.size(); ++mode) {
         faces_seen = 7;
@@ -185,7 +205,7 @@ TEST_F(FaceLoops, PolygonCutShortIsNotSeen) {
 TEST_F(FaceLoops, PolygonOfFewerThanThreePointsIsOneTriangle) {
     // The line takes its surface word 2 as third point.
     set_scene(square, {2, 0, 1, 2, 3, 0, 2, 3, 0});
-    face_loop_lightsourced(numbered_light);
+    face_loop_lightsourced(numbered_lights);
     EXPECT_EQ(faces_seen, 2);
     EXPECT_EQ(triangles_drawn, 2);
     EXPECT_EQ(pixel(28, 20), 100);
@@ -193,9 +213,10 @@ TEST_F(FaceLoops, PolygonOfFewerThanThreePointsIsOneTriangle) {
 }
 
 TEST_F(FaceLoops, LaterPolygonOfEqualDepthDoesNotOverwrite) {
-    set_scene(square, {4, 0, 1, 2, 3, 0, 4, 0, 1, 2, 3, 0});
-    face_loop_lightsourced(numbered_light);
+    set_scene(square, {4, 0, 1, 2, 3, 0, 4, 1, 2, 3, 0, 0});
+    face_loop_lightsourced(numbered_lights);
     EXPECT_EQ(triangles_drawn, 4);
+    EXPECT_EQ(lit_faces.size(), 2U);
     EXPECT_EQ(pixel(20, 15), 100);
 }
 
@@ -230,20 +251,18 @@ TEST_F(FaceLoops, TexturemapLooksTheMapUpByThePointsInTheObject) {
     std::fill_n(lwopoints2.get(), 4, Vec3{100, -110, 5});
     std::fill_n(lwonormals3.get(), 4, Vec3{1, 1, 1});
     envmap[(128 - 110) * 256 + 128 + 100] = 182;
-    face_loop_texturemap(constant_light);
+    face_loop_texturemap(constant_lights);
     EXPECT_EQ(pixel(15, 20), 182);
     EXPECT_EQ(pixel(25, 20), 182);
 }
 
-TEST_F(FaceLoops, TexturemapLightsEachVisiblePolygonOnceAndDropsTheResult) {
+TEST_F(FaceLoops, PlainTexturemapLightsEachVisiblePolygonOnceAndDropsTheResult) {
     set_scene(square, {4, 0, 1, 2, 3, 0, 3, 2, 1, 0, 0, 3, 0, 2, 3, 0});
     std::fill_n(envmap.get(), envmap_bytes, std::uint8_t{50});
-    face_loop_texturemap(numbered_light);
+    plain::face_loop_texturemap(numbered_lights);
     ASSERT_EQ(lit_faces.size(), 2U);
-    EXPECT_TRUE(same(lit_faces[0][0], square[0]) && same(lit_faces[0][1], square[1]) &&
-                same(lit_faces[0][2], square[2]));
-    EXPECT_TRUE(same(lit_faces[1][0], square[0]) && same(lit_faces[1][1], square[2]) &&
-                same(lit_faces[1][2], square[3]));
+    EXPECT_TRUE(same(lit_faces[0], {square[0], square[1], square[2]}));
+    EXPECT_TRUE(same(lit_faces[1], {square[0], square[2], square[3]}));
     EXPECT_EQ(pixel(20, 15), 50);
 }
 
@@ -251,10 +270,9 @@ TEST_F(FaceLoops, LightsourcedDrawsANonPlanarQuadInTheOneColourOfItsFirstTriangl
     std::vector<Vec3> bent = square;
     bent[3].z = 180;
     set_scene(bent, {4, 0, 1, 2, 3, 0});
-    face_loop_lightsourced(numbered_light);
+    face_loop_lightsourced(numbered_lights);
     ASSERT_EQ(lit_faces.size(), 1U);
-    EXPECT_TRUE(same(lit_faces[0][0], bent[0]) && same(lit_faces[0][1], bent[1]) &&
-                same(lit_faces[0][2], bent[2]));
+    EXPECT_TRUE(same(lit_faces[0], {bent[0], bent[1], bent[2]}));
     EXPECT_EQ(std::set<std::uint8_t>(chunkybuf1.get(), chunkybuf1.get() + frame_pixels()),
               (std::set<std::uint8_t>{0, 100}));
     EXPECT_EQ(pixel(12, 25), 100);
@@ -263,7 +281,7 @@ TEST_F(FaceLoops, LightsourcedDrawsANonPlanarQuadInTheOneColourOfItsFirstTriangl
 
 TEST_F(FaceLoops, LightsourcedDoesNotLightCulledPolygons) {
     set_scene(square, {3, 2, 1, 0, 0});
-    face_loop_lightsourced(numbered_light);
+    face_loop_lightsourced(numbered_lights);
     EXPECT_TRUE(lit_faces.empty());
 }
 
@@ -280,9 +298,9 @@ TEST_F(FaceLoops, GouraudLightsAPointSharedBySixTrianglesOnce) {
     for (std::size_t i = 0; i < 7; ++i) {
         lwonormals3[i] = {40.0F + 10.0F * static_cast<float>(i), 0, 0};
     }
-    face_loop_gouraud(light_of_normal);
+    face_loop_gouraud(lights_of_normals);
     EXPECT_EQ(triangles_drawn, 6);
-    EXPECT_EQ(lit_normals.size(), 7U);
+    EXPECT_EQ(lit_points.size(), 7U);
     for (std::size_t i = 0; i < 7; ++i) {
         EXPECT_EQ(lwofis[i], 40.0F + 10.0F * static_cast<float>(i));
     }
@@ -291,15 +309,15 @@ TEST_F(FaceLoops, GouraudLightsAPointSharedBySixTrianglesOnce) {
 TEST_F(FaceLoops, GouraudTakesAColourThatIsAlreadyThere) {
     set_scene(square, {4, 0, 1, 2, 3, 0});
     std::fill_n(lwofis.get(), 4, 77.0F);
-    face_loop_gouraud(light_of_normal);
-    EXPECT_TRUE(lit_normals.empty());
+    face_loop_gouraud(lights_of_normals);
+    EXPECT_TRUE(lit_points.empty());
     EXPECT_EQ(pixel(20, 20), 77);
 }
 
 TEST_F(FaceLoops, GouraudDoesNotLightPointsOfCulledPolygons) {
     set_scene(square, {3, 2, 1, 0, 0});
-    face_loop_gouraud(light_of_normal);
-    EXPECT_TRUE(lit_normals.empty());
+    face_loop_gouraud(lights_of_normals);
+    EXPECT_TRUE(lit_points.empty());
     EXPECT_EQ(lwofis[0], -1.0F);
 }
 
@@ -308,7 +326,7 @@ TEST_F(FaceLoops, GouraudInterpolatesBetweenItsPoints) {
     for (std::size_t i = 0; i < 4; ++i) {
         lwonormals3[i] = {square[i].x == 10 ? 60.0F : 100.0F, 0, 0};
     }
-    face_loop_gouraud(light_of_normal);
+    face_loop_gouraud(lights_of_normals);
     // Two levels a pixel, and a pixel shows the level one pixel to its right.
     EXPECT_EQ(pixel(16, 25), 60 + 2 * 7);
     EXPECT_EQ(pixel(24, 15), 60 + 2 * 15);
@@ -330,9 +348,9 @@ TEST_F(FaceLoops, PointsThatAreNotNumbersStayInsideTheFrame) {
     std::fill_n(lwopoints2.get(), 4, Vec3{nan, -1e30F, nan});
     viewer.doubleside = 1;
     face_loop_envmap();
-    face_loop_texturemap(constant_light);
-    face_loop_lightsourced(constant_light);
-    face_loop_gouraud(light_of_normal);
+    face_loop_texturemap(constant_lights);
+    face_loop_lightsourced(constant_lights);
+    face_loop_gouraud(lights_of_normals);
     face_loop_zlight();
     EXPECT_EQ(triangles_drawn, 3);
     for (const int row : {0, 5, 43, 47}) {

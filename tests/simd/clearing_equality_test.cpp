@@ -2,10 +2,10 @@
 // Fast fades and blurs write what the plain ones write, and not a byte more.
 #include "pipeline/clearing.h"
 
+#include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "instruction_sets.h"
 #include "random_scene.h"
-#include "raster/drawing_path.h"
 
 #include <gtest/gtest.h>
 

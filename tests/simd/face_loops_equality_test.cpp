@@ -46,28 +46,16 @@ struct LoopPair {
     std::function<void()> fast;
 };
 
-float dull_face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
-    return p0.x + p1.y * 2.0F + p2.z * 3.0F;
-}
-
-float dull_vertex_light(const Vec3 &normal) {
-    return normal.x + 2.0F * normal.y;
-}
-
 const std::vector<LoopPair> &loop_pairs() {
     static const std::vector<LoopPair> pairs{
         {"envmap", plain::face_loop_envmap, fast::face_loop_envmap},
-        {"texturemap", [] { plain::face_loop_texturemap(face_light); },
-         [] { fast::face_loop_texturemap(face_light, fast::face_lights); }},
-        {"lightsourced", [] { plain::face_loop_lightsourced(face_light); },
-         [] { fast::face_loop_lightsourced(face_light, fast::face_lights); }},
-        {"gouraud", [] { plain::face_loop_gouraud(vertex_light); },
-         [] { fast::face_loop_gouraud(vertex_light, fast::vertex_lights); }},
+        {"texturemap", [] { plain::face_loop_texturemap(plain::face_lights); },
+         [] { fast::face_loop_texturemap(fast::face_lights); }},
+        {"lightsourced", [] { plain::face_loop_lightsourced(plain::face_lights); },
+         [] { fast::face_loop_lightsourced(fast::face_lights); }},
+        {"gouraud", [] { plain::face_loop_gouraud(plain::vertex_lights); },
+         [] { fast::face_loop_gouraud(fast::vertex_lights); }},
         {"zlight", plain::face_loop_zlight, fast::face_loop_zlight},
-        {"lightsourced, lit singly", [] { plain::face_loop_lightsourced(dull_face_light); },
-         [] { fast::face_loop_lightsourced(dull_face_light, nullptr); }},
-        {"gouraud, lit singly", [] { plain::face_loop_gouraud(dull_vertex_light); },
-         [] { fast::face_loop_gouraud(dull_vertex_light, nullptr); }},
     };
     return pairs;
 }
@@ -148,24 +136,4 @@ TEST(FastFaceLoops, DrawNothingOfAnObjectWithoutPoints) {
         }
     }
     use_instruction_set(0);
-}
-
-TEST(FastFaceLoops, CallASingleLightInTheOrderOfThePlainOnes) {
-    static std::vector<float> lit;
-    Random random(7);
-    open_noisy_frame({320, 256}, random);
-    make_random_object(Shapes::any, 300, random);
-    viewer = ViewerState{};
-    viewer.doubleside = 1;
-    const auto recording_light = [](const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
-        lit.insert(lit.end(), {p0.x, p1.y, p2.z});
-        return 100.0F;
-    };
-    lit.clear();
-    run_loop([&] { plain::face_loop_texturemap(recording_light); });
-    const std::vector<float> expected = lit;
-    lit.clear();
-    run_loop([&] { fast::face_loop_texturemap(recording_light, nullptr); });
-    EXPECT_FALSE(expected.empty());
-    EXPECT_EQ(expected, lit);
 }

@@ -2,10 +2,10 @@
 // Drawing a frame takes no memory from the heap.
 #include "pipeline/render_frame.h"
 
+#include "core/forms.h"
 #include "main_68k/viewer_state.h"
 #include "pipeline/sine_table.h"
 #include "random_scene.h"
-#include "raster/drawing_path.h"
 
 #include <gtest/gtest.h>
 

@@ -70,7 +70,7 @@ TEST(FastLights, HaveTheBitsOfThePlainOnes) {
                 << instruction_set_name(sets[scene % sets.size()]) << ", scene " << scene;
         }
 
-        // Nine arrays of corners cut from the points' floats, with room for a vector behind the last.
+        // Nine arrays of corners cut from the points' floats.
         const std::size_t faces = count / 4;
         const float *floats = &lwopoints3[0].x;
         FaceCorners corners;
@@ -79,8 +79,8 @@ TEST(FastLights, HaveTheBitsOfThePlainOnes) {
             corners.y[c] = floats + c * 11 + 1;
             corners.depth[c] = floats + c * 13 + 2;
         }
-        std::vector<float> plain_colours(faces + 16);
-        std::vector<float> fast_colours(faces + 16);
+        std::vector<float> plain_colours(faces);
+        std::vector<float> fast_colours(faces);
         plain::face_lights(corners, faces, plain_colours.data());
         fast::face_lights(corners, faces, fast_colours.data());
         ASSERT_EQ(bits_of(plain_colours.data(), faces), bits_of(fast_colours.data(), faces))

@@ -65,22 +65,36 @@ HWY_INLINE HalfFloats colour(HalfFloats facing, const HalfPoints &normal, const 
     return hn::Add(hn::IfThenZeroElse(is_dark, cosine), hn::Set(floats, ambient_light));
 }
 
-void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+/// Lights the vector of faces from `first` on.
+HWY_INLINE void light_faces(const FaceCorners &corners, std::size_t first, const HalfPoints &light,
+                            float *colours) {
     const HalfFloatLanes floats;
-    const HalfPoints light = light_lanes();
-    for (std::size_t i = 0; i < count; i += hn::Lanes(floats)) {
-        std::array<HalfPoints, 3> p;
-        for (std::size_t c = 0; c < 3; ++c) {
-            p[c] = {hn::LoadU(floats, corners.x[c] + i), hn::LoadU(floats, corners.y[c] + i),
-                    hn::LoadU(floats, corners.depth[c] + i)};
-        }
-        const HalfPoints a = difference(p[0], p[1]);
-        const HalfPoints b = difference(p[2], p[1]);
-        const HalfPoints normal{hn::Sub(hn::Mul(a.z, b.y), hn::Mul(a.y, b.z)),
-                                hn::Sub(hn::Mul(a.x, b.z), hn::Mul(a.z, b.x)),
-                                hn::Sub(hn::Mul(a.y, b.x), hn::Mul(a.x, b.y))};
-        hn::StoreU(colour(dot(light, normal), normal, light), floats, colours + i);
+    std::array<HalfPoints, 3> p;
+    for (std::size_t c = 0; c < 3; ++c) {
+        p[c] = {hn::LoadU(floats, corners.x[c] + first), hn::LoadU(floats, corners.y[c] + first),
+                hn::LoadU(floats, corners.depth[c] + first)};
     }
+    const HalfPoints a = difference(p[0], p[1]);
+    const HalfPoints b = difference(p[2], p[1]);
+    const HalfPoints normal{hn::Sub(hn::Mul(a.z, b.y), hn::Mul(a.y, b.z)),
+                            hn::Sub(hn::Mul(a.x, b.z), hn::Mul(a.z, b.x)),
+                            hn::Sub(hn::Mul(a.y, b.x), hn::Mul(a.x, b.y))};
+    hn::StoreU(colour(dot(light, normal), normal, light), floats, colours + first);
+}
+
+void face_lights(const FaceCorners &corners, std::size_t count, float *colours) {
+    const std::size_t lanes = hn::Lanes(HalfFloatLanes());
+    if (count < lanes) {
+        plain::face_lights(corners, count, colours);
+        return;
+    }
+    const HalfPoints light = light_lanes();
+    for (std::size_t i = 0; i + lanes < count; i += lanes) {
+        light_faces(corners, i, light, colours);
+    }
+    // The last vector ends with the last face; the faces that it shares with the one before it get the same
+    // colours again.
+    light_faces(corners, count - lanes, light, colours);
 }
 
 void vertex_lights(const std::uint32_t *points, std::size_t count) {

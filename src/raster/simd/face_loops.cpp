@@ -31,16 +31,10 @@ namespace HWY_NAMESPACE {
 
 // A processor without any vectors draws by the plain forms.
 using plain::face_loop_envmap;
+using plain::face_loop_gouraud;
+using plain::face_loop_lightsourced;
+using plain::face_loop_texturemap;
 using plain::face_loop_zlight;
-void face_loop_texturemap(FaceLight face_light, FaceLights) {
-    plain::face_loop_texturemap(face_light);
-}
-void face_loop_lightsourced(FaceLight face_light, FaceLights) {
-    plain::face_loop_lightsourced(face_light);
-}
-void face_loop_gouraud(VertexLight vertex_light, VertexLights) {
-    plain::face_loop_gouraud(vertex_light);
-}
 
 #else
 
@@ -208,37 +202,33 @@ HWY_INLINE void draw_polygons(bool keeps_lit_corners, Complete complete) {
     faces_seen = walk.polygons;
 }
 
-HWY_INLINE void draw_mapped(const Vec3 *records, FaceLight face_light) {
-    draw_polygons<Filler::mapped>(face_light != nullptr,
-                                  [records, face_light](TriangleBatch &batch) HWY_ATTR {
-                                      if (face_light != nullptr) {
-                                          light_faces_singly(batch, face_light);
-                                      }
-                                      number_corners(batch);
-                                      copy_map_coordinates(batch, records);
-                                  });
+HWY_INLINE void draw_mapped(const Vec3 *records) {
+    draw_polygons<Filler::mapped>(false, [records](TriangleBatch &batch) HWY_ATTR {
+        number_corners(batch);
+        copy_map_coordinates(batch, records);
+    });
 }
 
 void face_loop_envmap() {
-    draw_mapped(lwonormals3.get(), nullptr);
+    draw_mapped(lwonormals3.get());
 }
 
-void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
-    // A batch light has no effect but its result, which this mode drops.
-    draw_mapped(lwopoints2.get(), face_lights == nullptr ? face_light : nullptr);
+void face_loop_texturemap(FaceLights) {
+    // A light has no effect but its result, which this mode drops.
+    draw_mapped(lwopoints2.get());
 }
 
-void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
-    draw_polygons<Filler::flat>(true, [face_light, face_lights](TriangleBatch &batch) HWY_ATTR {
-        light_faces(batch, face_light, face_lights);
+void face_loop_lightsourced(FaceLights face_lights) {
+    draw_polygons<Filler::flat>(true, [face_lights](TriangleBatch &batch) HWY_ATTR {
+        light_faces(batch, face_lights);
         make_colour_bytes(batch);
     });
 }
 
-void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
-    draw_polygons<Filler::gouraud>(false, [vertex_light, vertex_lights](TriangleBatch &batch) HWY_ATTR {
+void face_loop_gouraud(VertexLights vertex_lights) {
+    draw_polygons<Filler::gouraud>(false, [vertex_lights](TriangleBatch &batch) HWY_ATTR {
         number_corners(batch);
-        light_points(batch, vertex_light, vertex_lights);
+        light_points(batch, vertex_lights);
         gather_colours(batch);
     });
 }
@@ -264,26 +254,43 @@ HWY_EXPORT(face_loop_gouraud);
 HWY_EXPORT(face_loop_zlight);
 
 void face_loop_envmap() {
-    frame_width < least_width ? plain::face_loop_envmap() : HWY_DYNAMIC_DISPATCH(face_loop_envmap)();
+    if (frame_width < least_width) {
+        plain::face_loop_envmap();
+    } else {
+        HWY_DYNAMIC_DISPATCH(face_loop_envmap)();
+    }
 }
 
-void face_loop_texturemap(FaceLight face_light, FaceLights face_lights) {
-    frame_width < least_width ? plain::face_loop_texturemap(face_light)
-                              : HWY_DYNAMIC_DISPATCH(face_loop_texturemap)(face_light, face_lights);
+void face_loop_texturemap(FaceLights face_lights) {
+    if (frame_width < least_width) {
+        plain::face_loop_texturemap(face_lights);
+    } else {
+        HWY_DYNAMIC_DISPATCH(face_loop_texturemap)(face_lights);
+    }
 }
 
-void face_loop_lightsourced(FaceLight face_light, FaceLights face_lights) {
-    frame_width < least_width ? plain::face_loop_lightsourced(face_light)
-                              : HWY_DYNAMIC_DISPATCH(face_loop_lightsourced)(face_light, face_lights);
+void face_loop_lightsourced(FaceLights face_lights) {
+    if (frame_width < least_width) {
+        plain::face_loop_lightsourced(face_lights);
+    } else {
+        HWY_DYNAMIC_DISPATCH(face_loop_lightsourced)(face_lights);
+    }
 }
 
-void face_loop_gouraud(VertexLight vertex_light, VertexLights vertex_lights) {
-    frame_width < least_width ? plain::face_loop_gouraud(vertex_light)
-                              : HWY_DYNAMIC_DISPATCH(face_loop_gouraud)(vertex_light, vertex_lights);
+void face_loop_gouraud(VertexLights vertex_lights) {
+    if (frame_width < least_width) {
+        plain::face_loop_gouraud(vertex_lights);
+    } else {
+        HWY_DYNAMIC_DISPATCH(face_loop_gouraud)(vertex_lights);
+    }
 }
 
 void face_loop_zlight() {
-    frame_width < least_width ? plain::face_loop_zlight() : HWY_DYNAMIC_DISPATCH(face_loop_zlight)();
+    if (frame_width < least_width) {
+        plain::face_loop_zlight();
+    } else {
+        HWY_DYNAMIC_DISPATCH(face_loop_zlight)();
+    }
 }
 
 } // namespace fast

@@ -91,7 +91,6 @@ void take_polygon(PolygonWalk &walk, TriangleBatch &batch) {
         put_corner(batch, 2, fan[k], fan[2]);
         batch.first_corner[batch.count] = static_cast<std::uint32_t>(fan_at);
         batch.second_corner[batch.count] = static_cast<std::uint32_t>(fan_at + k - 1);
-        batch.begins_polygon[batch.count] = k == 2 ? 1 : 0;
         ++batch.count;
     }
     if (walk.next_of_fan == fan.size()) {
@@ -109,23 +108,7 @@ void number_corners(TriangleBatch &batch) {
     }
 }
 
-void light_faces_singly(TriangleBatch &batch, FaceLight face_light) {
-    for (std::size_t i = 0; i < batch.count; ++i) {
-        if (batch.begins_polygon[i] != 0) {
-            const auto corner = [&batch, i](std::size_t c) {
-                return Vec3{batch.lit_x[c][i], batch.lit_y[c][i], batch.lit_depth[c][i]};
-            };
-            batch.last_light = face_light(corner(0), corner(1), corner(2));
-        }
-        batch.light[i] = batch.last_light;
-    }
-}
-
-void light_faces(TriangleBatch &batch, FaceLight face_light, FaceLights face_lights) {
-    if (face_lights == nullptr) {
-        light_faces_singly(batch, face_light);
-        return;
-    }
+void light_faces(TriangleBatch &batch, FaceLights face_lights) {
     FaceCorners corners;
     for (std::size_t c = 0; c < 3; ++c) {
         corners.x[c] = batch.lit_x[c].data();
@@ -135,28 +118,21 @@ void light_faces(TriangleBatch &batch, FaceLight face_light, FaceLights face_lig
     face_lights(corners, batch.count, batch.light.data());
 }
 
-void light_points(const TriangleBatch &batch, VertexLight vertex_light, VertexLights vertex_lights) {
+void light_points(const TriangleBatch &batch, VertexLights vertex_lights) {
     constexpr float not_yet_lit = -1.0F;
     std::array<std::uint32_t, 3 * TriangleBatch::capacity> unlit;
     std::size_t count = 0;
     for (std::size_t i = 0; i < batch.count; ++i) {
         for (const auto &points : batch.point) {
             float &colour = lwofis[points[i]];
-            if (colour != not_yet_lit) {
-                continue;
-            }
-            if (vertex_lights == nullptr) {
-                colour = vertex_light(lwonormals3[points[i]]);
-            } else {
+            if (colour == not_yet_lit) {
                 // Anything but the mark keeps the point from being listed twice.
                 colour = 0.0F;
                 unlit[count++] = points[i];
             }
         }
     }
-    if (count != 0) {
-        vertex_lights(unlit.data(), count);
-    }
+    vertex_lights(unlit.data(), count);
 }
 
 } // namespace fast

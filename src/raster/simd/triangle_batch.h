@@ -54,13 +54,9 @@ struct TriangleBatch {
     CornerArrays lit_x;
     CornerArrays lit_y;
     CornerArrays lit_depth;
-    /// Whether the triangle is its polygon's first, which is when a polygon is lit.
-    BatchArray<std::uint32_t> begins_polygon;
 
     /// The colour of a flat triangle, as a light gives it and as a byte.
     BatchArray<float> light;
-    /// The light of the last triangle of the batch before, whose polygon may go on in this one.
-    float last_light = 0.0F;
     BatchArray<std::uint32_t> colour;
 };
 
@@ -115,15 +111,11 @@ void take_polygon(PolygonWalk &walk, TriangleBatch &batch);
 /// Reads the point indices of the batch's corners from the polygon list.
 void number_corners(TriangleBatch &batch);
 
-/// Lights the polygons that begin in the batch one at a time, and gives every triangle its polygon's light.
-void light_faces_singly(TriangleBatch &batch, FaceLight face_light);
-
-/// Lights every triangle of the batch by its polygon's first corners, all at once if there is a light for
-/// that.
-void light_faces(TriangleBatch &batch, FaceLight face_light, FaceLights face_lights);
+/// Lights every triangle of the batch by its polygon's first three corners.
+void light_faces(TriangleBatch &batch, FaceLights face_lights);
 
 /// Lights the points of the batch that are not yet lit, into `lwofis`.
-void light_points(const TriangleBatch &batch, VertexLight vertex_light, VertexLights vertex_lights);
+void light_points(const TriangleBatch &batch, VertexLights vertex_lights);
 
 /// An accumulator along an edge: its value in row i of a triangle's drawn rows is start + i * step.
 struct EdgeWalk {

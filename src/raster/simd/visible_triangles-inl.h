@@ -98,14 +98,6 @@ HWY_INLINE Words corner_words() {
     return hn::Load(WordLanes(), numbers.data());
 }
 
-/// 1 in the lanes of triangles that are their polygon's first.
-template <Kind kind>
-HWY_INLINE Words begins_polygon() {
-    alignas(vector_bytes) static constexpr auto numbers =
-        lane_numbers([](std::size_t lane) { return lane % lanes_each(kind) == 0 ? 1 : 0; });
-    return hn::Load(WordLanes(), numbers.data());
-}
-
 /// Puts those triangles of the vector of polygons at the walk's word that face the viewer behind the batch.
 template <Kind kind>
 HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
@@ -147,9 +139,6 @@ HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
             append(floats, tested[corner].y, &batch.lit_y[corner][end]);
             append(floats, tested[corner].z, &batch.lit_depth[corner][end]);
         }
-    }
-    if (batch.keeps_lit_corners) {
-        append(words, begins_polygon<kind>(), &batch.begins_polygon[end]);
     }
     batch.count += count;
 }

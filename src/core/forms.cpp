@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The choice between the forms, which starts at the fast one.
-#include "raster/drawing_path.h"
+#include "core/forms.h"
 
 bool draws_fast = true;
