@@ -5,16 +5,16 @@
 #include "main_68k/viewer_state.h"
 #include "raster/face_loops.h"
 
-/// What a surface has that the light does not reach, and what full light adds.
+/// The colour of a surface that the light does not reach, and what full light adds.
 constexpr float ambient_light = 25.0F;
 constexpr double diffuse_light = 230.0;
 
 /// Colour of the polygon whose first corners are at these projected points (x, y in pixels, depth). The light
-/// is `light`, which stays fixed to the screen. Three points on a line give not-a-number.
+/// is `light`, which stays fixed to the screen. Three points on a line give NaN.
 float face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2);
 
 /// Colour of a point from its rotated normal. The normal lives in object space, where x and y run against the
-/// screen's, hence the signs. A zero normal gives not-a-number.
+/// screen's, hence the signs. A zero normal gives NaN.
 float vertex_light(const Vec3 &normal);
 
 /// face_light for `count` polygons.

@@ -15,7 +15,7 @@ void prepare_object();
 Vec3 face_normal(const Vec3 &a, const Vec3 &b, const Vec3 &c);
 
 /// Scales `v` in place to `length`. The squares are summed in float, the quotient is taken in double and
-/// rounded once, so that equal vectors give equal bits on every processor. A zero vector gives not-a-number.
+/// rounded once, so that equal vectors give equal bits on every processor. A zero vector gives NaN.
 void scale_to_length(Vec3 &v, float length);
 
 /// Length of a prepared vertex normal, which keeps map coordinates within 128 of the map's centre.

@@ -18,7 +18,7 @@ namespace {
 /// Mouse counts that make one radian.
 constexpr double counts_per_radian = 80.0;
 
-/// Radians a unit of spin.
+/// Radians per unit of spin.
 constexpr double radians_per_spin = 0.004;
 
 float tilt_angle(std::int32_t counts) {
@@ -48,8 +48,8 @@ void set_viewing_rotation() {
     set_rotation(a, b, 0.0);
 }
 
-/// Rounds to thousandths: half of one is added, and what is then behind the point dropped toward zero, so
-/// that a negative number loses up to one and a half.
+/// Rounds to thousandths: adds half of one and truncates toward zero, so that a negative number is off by up
+/// to one and a half.
 float snap(float value) {
     return static_cast<float>(to_int(value * 1000.0F + 0.5)) * (1.0F / 1000.0F);
 }

@@ -56,8 +56,8 @@ void rotate_normals();
 /// Turns the light by the mouse: `light` becomes `light_base`, its components in reverse order, rotated.
 void rotate_light();
 
-/// Both forms of the two stages that touch every point: by the set angles, from the point `first` on up to
-/// the last.
+/// Both forms of the two stages that touch every point, by the set angles. The plain ones start at the point
+/// `first`, for what is left after the last full vector.
 namespace plain {
 void project_points(const Projection &projection, std::size_t first = 0);
 void rotate_normals(std::size_t first = 0);

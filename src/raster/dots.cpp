@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The dot sprite, the plotter that scales it onto the frame, and the overlay of one dot a point.
+// The dot sprite, the plotter that scales it onto the frame, and the overlay of one dot per point.
 #include "raster/dots.h"
 
 #include "core/forms.h"
@@ -27,8 +27,7 @@ struct DotExtent {
 };
 
 /// The part of a dot that falls into the pixels `low` to `high` - 1, for a dot whose pixel `start` samples
-/// the sprite at `texel`. The texels between are never visited, so that a dot of any size and place costs
-/// what it draws.
+/// the sprite at `texel`. Pixels outside are never visited, so that a dot costs only what it draws.
 DotExtent clip_dot(std::int64_t start, std::int64_t texel, std::int64_t step, std::int64_t low,
                    std::int64_t high) {
     const std::int64_t pixels = texel < sprite_end ? (sprite_end - texel + step - 1) / step : 0;
@@ -48,10 +47,10 @@ void plot_point(const Vec3 &point) {
     plot_dot(point.x, point.y + 1.0F, point.z / 100.0F + 1.0F);
 }
 
-/// A number of repetitions of one dot, below 512, that leaves the same picture as `times`. A glow of 0 or
-/// more has brought a pixel to rest after 256 times; a negative one, which only an edited settings file can
-/// bring, turns it round through its 256 values.
-std::int32_t repetitions_that_count(std::int32_t times) {
+/// A count below 512 that gives the same picture as plotting one dot `times` times. A glow of 0 or more
+/// saturates within 256 plots; a negative one, which only an edited settings file can give, cycles with a
+/// period that divides 256.
+std::int32_t equivalent_plots(std::int32_t times) {
     constexpr std::int32_t pixel_values = 256;
     return times < pixel_values ? times : pixel_values + times % pixel_values;
 }
@@ -83,8 +82,8 @@ void plot_dot(float x, float y, float s) {
     const std::int32_t x0 = to_int(left);
     const std::int32_t y0 = to_int(top);
 
-    // Texels a pixel in 16.16. The first pixel samples one step, less the dot's fraction of a pixel, into the
-    // sprite.
+    // Texels per pixel in 16.16. The first pixel samples one step, less the dot's fraction of a pixel, into
+    // the sprite.
     const std::int32_t step = to_int(static_cast<float>(dot_image_radius) / s * 65536.0F);
     if (step <= 0) {
         return;
@@ -116,10 +115,10 @@ void plot_dots(const float *x, const float *y, const float *radius, std::size_t 
     }
 }
 
-void plot_dots_at_points() {
-    const std::int32_t points = worked_points();
-    for (std::int32_t i = 0; i < points; ++i) {
-        plot_point(lwopoints3[static_cast<std::size_t>(i)]);
+void plot_dots_at_points(std::size_t first) {
+    const auto points = static_cast<std::size_t>(worked_points());
+    for (std::size_t i = first; i < points; ++i) {
+        plot_point(lwopoints3[i]);
     }
 }
 
@@ -133,7 +132,7 @@ void draw_dots_overlay() {
     } else {
         plain::plot_dots_at_points();
     }
-    for (std::int32_t again = repetitions_that_count(alike_points - 1); again > 0; --again) {
+    for (std::int32_t again = equivalent_plots(alike_points - 1); again > 0; --again) {
         plot_point(lwopoints3[static_cast<std::size_t>(worked_points() - 1)]);
     }
 }

@@ -31,11 +31,11 @@ std::int32_t dot_luminance();
 /// Plots a dot at every projected point, larger where it is nearer. Sets both frame counters to 0.
 void draw_dots_overlay();
 
-/// Both forms of plotting `count` dots, and of the overlay. The arrays of the fast one may be read up to 15
-/// entries beyond the last.
+/// Both forms of plotting `count` dots, and of the overlay's dots from the point `first` on. The fast
+/// plot_dots may read its arrays up to 15 entries past the last.
 namespace plain {
 void plot_dots(const float *x, const float *y, const float *radius, std::size_t count);
-void plot_dots_at_points();
+void plot_dots_at_points(std::size_t first = 0);
 } // namespace plain
 #if ZELVO_SIMD
 namespace fast {

@@ -18,8 +18,7 @@ using Corners = std::array<std::uint16_t, 3>;
 /// Whether the triangle (p1, p2, p3) on the screen is one that `flip` chooses to skip. A degenerate one
 /// counts as facing away.
 bool faces_away(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3) {
-    const bool front = (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
-    return front ? viewer.flip == 1 : viewer.flip == 0;
+    return is_front_face(p1, p2, p3) ? viewer.flip == 1 : viewer.flip == 0;
 }
 
 /// Copies the corners' projected positions and depths into slots 0 to 8.

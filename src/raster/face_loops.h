@@ -8,6 +8,12 @@
 #include <cstddef>
 #include <cstdint>
 
+/// Whether a triangle on the screen goes round the way that is drawn while `flip` is 0. A degenerate one does
+/// not.
+inline bool is_front_face(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3) {
+    return (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
+}
+
 /// Projected corners of several polygons, an array for each coordinate.
 struct FaceCorners {
     std::array<const float *, 3> x;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Fade and blur of a vector of pixels at once.
+// Fade and blur of a vector of pixels at once, by the integer steps of the plain forms. Saturating at 0 is
+// their clamp_at_zero; a blur splits bytes into 16-bit lanes, which hold any sum of four.
 #include "pipeline/clearing.h"
 
 #include "display/frame_buffers.h"
@@ -21,7 +22,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET >= HWY_EMU128
 
-// A processor without any vectors draws by the plain forms.
+// A processor without vectors draws by the plain forms.
 using plain::blur_pixels;
 using plain::fade_pixels;
 
@@ -45,7 +46,7 @@ void fade_pixels(const std::uint8_t *source, std::uint8_t *destination, std::siz
     const std::size_t lanes = hn::Lanes(bytes);
     std::size_t p = pixels_to_boundary(destination, count);
     plain::fade_pixels(source, destination, p);
-    // Four vectors a turn: as the loop stands, its counting would cost a third of its time.
+    // Four vectors per turn: otherwise counting would take a third of the loop's time.
 #pragma GCC unroll 4
     for (; p + lanes <= count; p += lanes) {
         const Bytes value = hn::LoadU(bytes, source + p);

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The curve of the dots effect, a vector of its points at once.
+// The curve of the dots effect, a vector of its points at once, by the operations of curve_point,
+// rotate_point_d and the plain loop.
 #include "pipeline/dots_effect.h"
 
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
 #include "pipeline/rotation.h"
-#include "pipeline/simd/effect_dots.h"
+#include "pipeline/simd/effect_curve.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
 
@@ -18,7 +19,7 @@
 
 #include "hwy/highway.h"
 
-#include "pipeline/simd/half_vectors-inl.h"
+#include "pipeline/simd/double_lanes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -27,13 +28,13 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET >= HWY_EMU128
 
-// A processor without any vectors draws by the plain form.
+// A processor without vectors draws by the plain form.
 using plain::plot_effect_curve;
 
 #else
 
-/// Angles truncate and saturate like every number; not-a-number, which the conversion may take either way,
-/// gives the smallest integer.
+/// Angles truncate and saturate like every number. NaN gives the smallest integer; the conversion alone would
+/// give it a result that depends on the processor.
 HWY_INLINE HalfInts table_angle(Doubles units) {
     const HalfIntLanes ints;
     const auto smallest = hn::Set(DoubleLanes(), std::numeric_limits<std::int32_t>::min());

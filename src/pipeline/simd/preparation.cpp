@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Fitting the object and building its vertex normals on vectors.
+// Fitting the object and building its vertex normals on vectors. Points are moved and scaled by the
+// operations of the plain form; extremes do not depend on the order of the points, except as find_bounds
+// says; normals are summed in list order.
 #include "pipeline/preparation.h"
 
 #include "object/model.h"
@@ -18,7 +20,7 @@
 
 #include "hwy/highway.h"
 
-#include "pipeline/simd/half_vectors-inl.h"
+#include "pipeline/simd/double_lanes-inl.h"
 #include "raster/simd/conversions-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -27,13 +29,13 @@ namespace HWY_NAMESPACE {
 
 #if HWY_TARGET >= HWY_EMU128
 
-// A processor without any vectors prepares by the plain forms.
+// A processor without vectors prepares by the plain forms.
 using plain::build_vertex_normals;
 using plain::fit_object;
 
 #else
 
-/// Three vectors of points as they lie in memory, x, y and z in turn; they hold as many points as one vector
+/// Three vectors of points as they are in memory, x, y and z in turn. They hold as many points as one vector
 /// has lanes.
 using PointRun = std::array<Floats, 3>;
 
@@ -75,8 +77,9 @@ struct Bounds {
     }
 };
 
-/// The bounds of the points, one at least. As with std::min and std::max, a not-a-number counts only if it is
-/// the first point's; only a zero's sign may be another one's, since it is that of the first zero met.
+/// The bounds of the points, at least one. As with std::min and std::max, NaN counts only in the first point.
+/// Of zeros with different signs the plain form keeps the first, this one any of them; fit_object handles
+/// that case.
 HWY_INLINE Bounds find_bounds(std::span<const Vec3> points) {
     PointRun low = repeat(points.front());
     PointRun high = low;
@@ -103,7 +106,7 @@ HWY_INLINE Bounds find_bounds(std::span<const Vec3> points) {
     return bounds;
 }
 
-/// Whether the middle between them is a zero whose sign depends on the order of the points.
+/// Whether the middle between the bounds is a zero whose sign depends on the order of the points.
 bool is_flat_at_zero(float low, float high) {
     return low == 0.0F && high == 0.0F;
 }
@@ -186,15 +189,15 @@ HWY_INLINE Record record_normal(Record a, Record b, Record c) {
 }
 
 /// Adds a normal to a point's sum, which has three floats: x and y together, then z. A store of four would
-/// reach into the next point's sum, and reading that would have to wait for it.
+/// reach into the next point's sum, and a load of that sum would have to wait for the store.
 HWY_INLINE void add_to_sum(Record normal, Vec3 &sum) {
     const hn::Half<RecordLanes> two;
     hn::StoreU(hn::Add(hn::LoadU(two, &sum.x), hn::LowerHalf(two, normal)), two, &sum.x);
     sum.z += hn::GetLane(hn::UpperHalf(two, normal));
 }
 
-/// Adds each polygon's normal to the sums of its points, in list order. Triangles, which most lists are made
-/// of, take a short way.
+/// Adds each polygon's normal to the sums of its points, in list order. Triangles, which most lists consist
+/// of, have a shorter path.
 HWY_INLINE void add_polygon_normals(Vec3 *sums) {
     const auto record = [](std::size_t point)
                             HWY_ATTR { return hn::LoadU(RecordLanes(), &lwopoints2[point].x); };
@@ -251,7 +254,7 @@ HWY_INLINE void scale_sums(std::span<Vec3> sums) {
 }
 
 void build_vertex_normals() {
-    // A list that goes on beyond what was read of it is walked by the form that knows where to stop.
+    // If the chunk claims more words than the file held, only the plain form stops at the unread tail.
     if (unread_polygon_words > 0) {
         plain::build_vertex_normals();
         return;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The rasteriser's numbers for a vector of lanes: the one conversion from floating point, and 16.16.
+// The rasteriser's numbers in vectors: the lanes, the one conversion from floating point, and 16.16.
 // Compiled once for each instruction set.
 #if defined(ZELVO_RASTER_SIMD_CONVERSIONS_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef ZELVO_RASTER_SIMD_CONVERSIONS_INL_H
@@ -10,14 +10,19 @@
 
 #include "hwy/highway.h"
 
-#include "raster/simd/triangle_batch.h"
+#include "raster/simd/vector_size.h"
 
 #include <cstdint>
 #include <limits>
 
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
+#if HWY_TARGET < HWY_EMU128
+
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
+
 namespace hn = hwy::HWY_NAMESPACE;
 
 /// As many 32-bit lanes as a vector holds, as the three types that they are read as.
@@ -31,10 +36,10 @@ using Words = hn::Vec<WordLanes>;
 
 static_assert(HWY_MAX_BYTES <= vector_bytes);
 
-#if HWY_ARCH_X86 && HWY_TARGET < HWY_EMU128
+#if HWY_ARCH_X86
 
-/// The processor's own truncation toward zero, which gives the smallest integer for whatever an integer
-/// cannot hold, not-a-number among it.
+/// The processor's own truncation toward zero. It gives the smallest integer for NaN and for whatever an
+/// integer cannot hold.
 HWY_INLINE Ints processor_truncation(Floats value) {
 #if HWY_TARGET <= HWY_AVX3
     return Ints{_mm512_cvttps_epi32(value.raw)};
@@ -47,34 +52,35 @@ HWY_INLINE Ints processor_truncation(Floats value) {
 
 #endif
 
-/// Truncates toward zero and saturates; not-a-number gives the smallest integer as everywhere.
+/// Truncates toward zero and saturates; NaN gives the smallest integer. The same results as the scalar
+/// to_int.
 HWY_INLINE Ints to_int(Floats value) {
     const IntLanes ints;
-#if HWY_ARCH_X86 && HWY_TARGET < HWY_EMU128
+#if HWY_ARCH_X86
     // Highway's conversion saturates here as well, in twice as many steps.
     const auto largest = hn::Set(ints, std::numeric_limits<std::int32_t>::max());
     const auto is_too_large = hn::Ge(value, hn::Set(FloatLanes(), 2147483648.0F));
     return hn::IfThenElse(hn::RebindMask(ints, is_too_large), largest, processor_truncation(value));
 #else
-    // A vector conversion may take not-a-number either way by its sign.
+    // Here a vector conversion gives NaN a result that depends on its sign.
     const auto smallest = hn::Set(ints, std::numeric_limits<std::int32_t>::min());
     const auto is_nan = hn::RebindMask(ints, hn::IsNaN(value));
     return hn::IfThenElse(is_nan, smallest, hn::ConvertTo(ints, value));
 #endif
 }
 
-/// `value` in 16.16. A float's product with a power of two is exact, or too large for either conversion, so
-/// that no double is needed here.
+/// `value` in 16.16, as the scalar to_fixed. The product of a float with a power of two is exact, or too
+/// large for an integer in float and in double alike, so that no double is needed here.
 HWY_INLINE Words to_fixed(Floats value) {
     return hn::BitCast(WordLanes(), to_int(hn::Mul(value, hn::Set(FloatLanes(), 65536.0F))));
 }
 
-/// An accumulator as the signed number that it stands for.
+/// An accumulator read as a signed number.
 HWY_INLINE Ints as_signed(Words value) {
     return hn::BitCast(IntLanes(), value);
 }
 
-/// A signed number as what is added to an accumulator.
+/// A signed number as a summand of an accumulator.
 HWY_INLINE Words as_fixed(Ints value) {
     return hn::BitCast(WordLanes(), value);
 }
@@ -82,5 +88,7 @@ HWY_INLINE Words as_fixed(Ints value) {
 } // namespace HWY_NAMESPACE
 } // namespace fast
 HWY_AFTER_NAMESPACE();
+
+#endif
 
 #endif

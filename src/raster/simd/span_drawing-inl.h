@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Depth-tested spans. Compiled once for each instruction set.
+// Draws spans with the depth test, a vector of pixels at a time.
+// Compiled once for each instruction set.
 #if defined(ZELVO_RASTER_SIMD_SPAN_DRAWING_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef ZELVO_RASTER_SIMD_SPAN_DRAWING_INL_H
 #undef ZELVO_RASTER_SIMD_SPAN_DRAWING_INL_H
@@ -7,10 +8,13 @@
 #define ZELVO_RASTER_SIMD_SPAN_DRAWING_INL_H
 #endif
 
+#include "hwy/highway.h"
+
 #include "display/frame_buffers.h"
-#include "raster/fixed_point.h"
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/span_list.h"
 #include "raster/simd/triangle_batch.h"
+#include "raster/simd/vector_size.h"
 #include "raster/texture_map.h"
 
 #include <array>
@@ -18,35 +22,30 @@
 #include <cstdint>
 #include <cstring>
 
-// A processor without any vectors has no lanes of two widths to move between, and draws by the plain forms.
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// How a filler colours a pixel, and how many quantities it interpolates.
-enum class Filler { zcolour, flat, gouraud, mapped };
-
-constexpr std::size_t quantities_of(Filler filler) {
-    return filler == Filler::mapped ? 3 : filler == Filler::gouraud ? 2 : 1;
-}
-
-/// The frame's depths and bytes in vectors of as many lanes as `D` has pixels in 32 bits.
+/// The frame's depths and bytes, in vectors of as many lanes as D has.
 template <class D>
 using DepthLanes = hn::Rebind<std::uint16_t, D>;
 template <class D>
 using ByteLanes = hn::Rebind<std::uint8_t, D>;
 
-/// The most pixels that are worth a vector narrower than the widest: some processors take the widest vectors
-/// in two halves, and most spans of a finely cut object are short.
+/// When every span of a list fits 8 pixels, 8-lane vectors are used: some processors split the widest vectors
+/// in two, and most spans of a fine mesh are short. Vectors of 8 for all lists were slower by 6 to 21 percent
+/// (docs/speed.md, "Tried without gain").
 using NarrowLanes = hn::CappedTag<std::uint32_t, 8>;
 
-/// `Count` quantities from `First` on, of a vector of pixels along a span.
+/// The accumulators of a vector of pixels along a span: `Count` quantities from `First` on.
 template <class D, std::size_t First, std::size_t Count>
 struct PixelValues {
     std::array<hn::Vec<D>, Count> value;
-    /// What a whole vector of pixels adds.
+    /// What a whole vector of pixels adds to each.
     std::array<hn::Vec<D>, Count> stride;
 
     HWY_INLINE PixelValues(const SpanList &spans, std::size_t span) {
@@ -81,20 +80,21 @@ HWY_INLINE hn::Mask<Narrow> narrow_mask(D lanes, Narrow narrow, hn::Mask<D> mask
 #endif
 }
 
-/// Puts the selected lanes of `value` where `old_value` was read from.
+/// Stores the selected lanes of `value` at `to`, which `old_value` was read from.
 template <class D, typename T>
 HWY_INLINE void store_selected(D lanes, hn::Mask<D> selected, hn::Vec<D> value, hn::Vec<D> old_value, T *to) {
 #if HWY_TARGET <= HWY_AVX3
     (void)old_value;
     hn::BlendedStore(value, selected, lanes, to);
 #else
-    // Highway has a store for this here as well, which goes lane by lane.
+    // Highway's BlendedStore goes lane by lane here: frames took twice as long.
     hn::StoreU(hn::IfThenElse(selected, value, old_value), lanes, to);
 #endif
 }
 
-/// Writes the pixels that are nearer than what the frame holds, among the first `count` lanes. Depths are in
-/// 8.8, from accumulators in 16.16. The other pixels of the vector stay as they were, but may be written.
+/// Writes those of the first `count` pixels that are nearer than what the frame holds. Depths are in 8.8,
+/// from accumulators in 16.16, and compared as 32-bit integers, as draw_span does. The other pixels of the
+/// vector keep their values, but may be written back.
 template <class D>
 HWY_INLINE void write_nearer(D words, hn::Vec<D> accumulated_depth, hn::Vec<ByteLanes<D>> colour,
                              std::int32_t count, std::uint8_t *pixels, std::uint16_t *depths) {
@@ -114,7 +114,7 @@ HWY_INLINE void write_nearer(D words, hn::Vec<D> accumulated_depth, hn::Vec<Byte
     store_selected(bytes, hn::RebindMask(bytes, byte_mask), colour, hn::LoadU(bytes, pixels), pixels);
 }
 
-/// Draws the spans of the modes that compute their colours, in vectors of these lanes.
+/// Draws the spans of the fillers that compute their colours, in vectors of these lanes.
 template <Filler filler, class D>
 HWY_INLINE void draw_computed_spans(D words, const SpanList &spans) {
     const ByteLanes<D> bytes;
@@ -142,16 +142,19 @@ HWY_INLINE void draw_computed_spans(D words, const SpanList &spans) {
     }
 }
 
-/// Texels of several spans, back to back, with room for a vector behind the last. Indices are zeros at first:
-/// a few behind the last are fetched with it, and dropped.
+/// Texels of several spans, back to back, with room for two vectors after the last. Indices are zeros at
+/// first: a few after the last are fetched with it, and dropped.
 struct TexelBuffer {
+    /// 4 KiB of indices and 2 KiB of colours stay in the first-level cache. Other sizes took the same time
+    /// (docs/speed.md, "Tried without gain").
     static constexpr std::size_t capacity = 2048;
     alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_bytes> index{};
     alignas(vector_bytes) std::array<std::uint8_t, capacity + vector_bytes> colour;
 };
 
-/// Puts the texel indices of a span that one vector of pixels covers at `index`. Both coordinates wrap in the
-/// low 16 bits of the sum, to which the map's centre adds the same number everywhere.
+/// Puts the texel indices of a span that one vector of pixels covers at `index`. The index of fill_tri_mapped
+/// is the low 16 bits of map_centre + column + row * 256, so that only the low 8 bits of the row's integer
+/// part count.
 template <class D>
 HWY_INLINE void put_few_texel_indices(D words, const SpanList &spans, std::size_t i, std::uint16_t *index) {
     const PixelValues<D, 1, 2> pixel(spans, i);
@@ -161,10 +164,11 @@ HWY_INLINE void put_few_texel_indices(D words, const SpanList &spans, std::size_
     hn::StoreU(hn::TruncateTo(indices, hn::Add(in_map, hn::Set(words, map_centre))), indices, index);
 }
 
-/// Twice as many lanes of 16 bits, which both coordinates' integer parts are as well as a texel's index.
+/// Lanes of 16 bits, twice as many: the size of a coordinate's integer part and of a texel's index.
 using IndexLanes = hn::Repartition<std::uint16_t, WordLanes>;
 
-/// Texel indices of two vectors of pixels.
+/// The texel indices of two vectors of pixels, each given by its column and row accumulators. The odd 16-bit
+/// lanes of an accumulator are its integer part.
 HWY_INLINE hn::Vec<IndexLanes> texel_indices(const std::array<Words, 2> &first,
                                              const std::array<Words, 2> &second) {
     const IndexLanes lanes;
@@ -192,7 +196,8 @@ HWY_INLINE void put_texel_indices(const SpanList &spans, std::size_t i, std::uin
     }
 }
 
-/// Fetches the first `count` texels of the buffer, eight at a time.
+/// Fetches the first `count` texels of the buffer, stored eight at a time in one 64-bit number, the first in
+/// its low byte.
 HWY_INLINE void fetch_texels(TexelBuffer &texels, std::size_t count) {
     const std::uint8_t *map = envmap.get();
     for (std::size_t i = 0; i < count; i += 8) {
@@ -222,9 +227,10 @@ HWY_INLINE void draw_mapped_span(D words, const SpanList &spans, std::size_t i, 
     }
 }
 
-/// Draws spans from `first` on, as many as have their texels in the buffer together, and returns the first
-/// one left. The texels' indices are computed first, the texels then fetched in one plain loop, and the spans
-/// drawn last: a fetch in the middle of a vector's work costs more than all three.
+/// Draws spans from `first` on, as many as have room for their texels in the buffer together, and returns the
+/// first one left. The indices are computed first, then the texels are fetched in one scalar loop, and the
+/// spans are drawn last. Fetching while a span is drawn was slower, and so were gathers (docs/speed.md,
+/// "Tried without gain").
 template <bool all_in_one_vector, class D>
 HWY_INLINE std::size_t draw_mapped_run(D words, const SpanList &spans, std::size_t first,
                                        TexelBuffer &texels) {
@@ -268,12 +274,12 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
     }
 }
 
-/// Draws the spans of the mapped modes in vectors of these lanes; `all_in_one_vector` promises that none of
-/// them is longer than one.
+/// Draws the spans of the mapped modes in vectors of these lanes; `all_in_one_vector` promises that no span
+/// is longer than one.
 template <bool all_in_one_vector, class D>
 HWY_INLINE void draw_mapped_spans(D words, SpanList &spans, TexelBuffer &texels) {
     for (std::size_t first = 0; first < spans.count;) {
-        // All spans but one that is longer than the buffer find room in it when they come first.
+        // After this the first span fits the buffer, so that each run draws at least one.
         if (!all_in_one_vector) {
             shorten_span(spans, first, texels);
         }
@@ -292,18 +298,23 @@ HWY_INLINE std::size_t longest_span(const SpanList &spans) {
     return static_cast<std::size_t>(hn::GetLane(hn::MaxOfLanes(ints, longest)));
 }
 
-/// Draws all spans and empties the list. One decision serves the whole list: the lengths of single spans are
-/// as good as random, and a wrong guess costs more than half a vector.
+/// Draws all spans and empties the list. The width of the vectors is chosen once for the whole list: the
+/// lengths of single spans are as good as random, and a mispredicted branch costs more than half a vector
+/// saves.
 template <Filler filler>
 HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels) {
     const NarrowLanes narrow;
     const WordLanes words;
     constexpr bool has_narrower = hn::MaxLanes(NarrowLanes()) < hn::MaxLanes(WordLanes());
     const std::size_t longest = longest_span(spans);
-    const bool takes_narrow = has_narrower && longest <= hn::Lanes(narrow);
+    const bool use_narrow = has_narrower && longest <= hn::Lanes(narrow);
     if constexpr (filler != Filler::mapped) {
-        takes_narrow ? draw_computed_spans<filler>(narrow, spans) : draw_computed_spans<filler>(words, spans);
-    } else if (takes_narrow) {
+        if (use_narrow) {
+            draw_computed_spans<filler>(narrow, spans);
+        } else {
+            draw_computed_spans<filler>(words, spans);
+        }
+    } else if (use_narrow) {
         draw_mapped_spans<true>(narrow, spans, texels);
     } else if (longest <= hn::Lanes(words)) {
         draw_mapped_spans<true>(words, spans, texels);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What passes between the steps of the fast dots effect.
+// The curve of the dots effect as arrays: the parameters of its dots, and the dots on the screen.
 #pragma once
 
 #include "pipeline/dots_effect.h"
@@ -9,15 +9,15 @@
 
 namespace fast {
 
-/// The curve's dots on the screen, with entries to spare for a vector.
+/// The curve's dots on the screen, with entries to spare for a vector. All 2286 pass at once: 27 KiB.
 struct EffectDots {
     std::array<float, effect_dots_capacity> x;
     std::array<float, effect_dots_capacity> y;
     std::array<float, effect_dots_capacity> radius;
 };
 
-/// The parameters of the dots, which are the same in every frame; steps of a sum, whose rounding is part of
-/// the picture.
+/// The parameters of the dots, the same in every frame. They are summed up step by step as in the plain loop,
+/// since the sum's rounding is part of the picture.
 struct EffectParameters {
     std::array<double, effect_dots_capacity> t{};
     std::size_t count = 0;

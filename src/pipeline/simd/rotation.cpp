@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Rotation and projection of a vector of points at once.
+// Rotation and projection of a vector of points at once, by the operations of rotate_point and
+// project_points.
 #include "pipeline/rotation.h"
 
 #include "main_68k/viewer_state.h"
@@ -8,13 +9,13 @@
 #include <cstddef>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "pipeline/simd/points.cpp"
+#define HWY_TARGET_INCLUDE "pipeline/simd/rotation.cpp"
 #include "hwy/foreach_target.h"
 
 #include "hwy/highway.h"
 
 #include "raster/simd/conversions-inl.h"
-#include "raster/simd/point_records-inl.h"
+#include "raster/simd/load_points-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -22,7 +23,7 @@ namespace HWY_NAMESPACE {
 
 #if HWY_TARGET >= HWY_EMU128
 
-// A processor without any vectors draws by the plain forms.
+// A processor without vectors draws by the plain forms.
 void project_points(const Projection &projection) {
     plain::project_points(projection);
 }
@@ -56,23 +57,22 @@ HWY_INLINE Points rotate(const Points &in, const RotationState &r) {
     return {x3, y2, z3};
 }
 
-/// Rounds to thousandths: half of one is added, and what is then behind the point dropped toward zero. Taken
-/// from the whole number of thousandths and what is left of it, which are exact, that needs no double: half a
-/// thousandth lifts a number to the next whole one if a half or more is left, and a negative one, whose rest
-/// is negative too, whenever less than a half is left. Numbers beyond the largest integer have a rest of 0 or
-/// of more than 1, and are not lifted.
+/// Rounds to thousandths: truncates value * 1000 + 0.5, where the plain form adds in double. Splitting value
+/// * 1000 into the integer and the remainder, both exact, avoids doubles: adding 0.5 carries into the next
+/// integer if the remainder is at least 0.5, or above -0.5 for a negative value. Saturated values have a
+/// remainder of 0 or above 1 and do not carry.
 HWY_INLINE Floats snap(Floats value) {
     const FloatLanes floats;
     const IntLanes ints;
     const Floats thousandths = hn::Mul(value, hn::Set(floats, 1000.0F));
     const Ints whole = to_int(thousandths);
-    const Floats rest = hn::Sub(thousandths, hn::ConvertTo(floats, whole));
-    const auto lifts_positive =
-        hn::And(hn::Ge(rest, hn::Set(floats, 0.5F)), hn::Lt(rest, hn::Set(floats, 1.0F)));
+    const Floats remainder = hn::Sub(thousandths, hn::ConvertTo(floats, whole));
+    const auto carries_above =
+        hn::And(hn::Ge(remainder, hn::Set(floats, 0.5F)), hn::Lt(remainder, hn::Set(floats, 1.0F)));
     const auto is_negative = hn::RebindMask(floats, hn::Lt(whole, hn::Zero(ints)));
-    const auto lifts_negative = hn::And(is_negative, hn::Gt(rest, hn::Set(floats, -0.5F)));
-    const auto is_lifted = hn::RebindMask(ints, hn::Or(lifts_positive, lifts_negative));
-    const Ints snapped = hn::Add(whole, hn::IfThenElseZero(is_lifted, hn::Set(ints, 1)));
+    const auto carries_below = hn::And(is_negative, hn::Gt(remainder, hn::Set(floats, -0.5F)));
+    const auto carries = hn::RebindMask(ints, hn::Or(carries_above, carries_below));
+    const Ints snapped = hn::Add(whole, hn::IfThenElseZero(carries, hn::Set(ints, 1)));
     return hn::Mul(hn::ConvertTo(floats, snapped), hn::Set(floats, 1.0F / 1000.0F));
 }
 

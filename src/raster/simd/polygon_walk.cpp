@@ -1,22 +1,20 @@
 // SPDX-License-Identifier: MIT
-// The walk over polygons of any number of points, one at a time.
-#include "raster/simd/triangle_batch.h"
+// The walk over the polygon list: its start, and polygons of any number of points, one at a time. The vectors
+// of triangles and quads are in cull_triangles-inl.h.
+#include "raster/simd/polygon_walk.h"
 
 #include "main_68k/viewer_state.h"
-#include "raster/polygon_list.h"
+#include "object/model.h"
+#include "raster/face_loops.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace fast {
 
 namespace {
 
-/// Whether the polygon of these three projected points is drawn.
-bool is_drawn(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3, const FaceSides &sides) {
-    const bool front = (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
-    return front ? sides.draws_front : sides.draws_back;
-}
-
+/// Puts a corner of the next triangle into the batch, and the corner that its polygon is lit by.
 void put_corner(TriangleBatch &batch, std::size_t corner, std::uint16_t index, std::uint16_t lit_index) {
     const std::size_t at = batch.count;
     const Vec3 &point = lwopoints3[index];
@@ -29,7 +27,7 @@ void put_corner(TriangleBatch &batch, std::size_t corner, std::uint16_t index, s
     batch.lit_depth[corner][at] = lit.z;
 }
 
-/// Opens the fan of the polygon at the walk's word and moves the walk behind it; the fan stays closed if the
+/// Opens the fan of the polygon at the walk's word and moves the walk past it; the fan stays closed if the
 /// polygon is not drawn.
 void open_fan(PolygonWalk &walk) {
     const std::optional<Polygon> polygon = polygon_at(walk.words, walk.at);
@@ -40,8 +38,11 @@ void open_fan(PolygonWalk &walk) {
     walk.at = polygon->next(walk.at);
     ++walk.polygons;
     const auto &indices = polygon->indices;
-    if (polygon->is_usable &&
-        is_drawn(lwopoints3[indices[0]], lwopoints3[indices[1]], lwopoints3[indices[2]], walk.sides)) {
+    if (!polygon->is_usable) {
+        return;
+    }
+    const bool front = is_front_face(lwopoints3[indices[0]], lwopoints3[indices[1]], lwopoints3[indices[2]]);
+    if (front ? walk.sides.draws_front : walk.sides.draws_back) {
         walk.fan = indices;
         walk.next_of_fan = 2;
     }
@@ -96,43 +97,6 @@ void take_polygon(PolygonWalk &walk, TriangleBatch &batch) {
     if (walk.next_of_fan == fan.size()) {
         walk.next_of_fan = 0;
     }
-}
-
-void number_corners(TriangleBatch &batch) {
-    const std::span<const std::uint16_t> words = polygon_words();
-    for (std::size_t i = 0; i < batch.count; ++i) {
-        const std::size_t second = batch.second_corner[i];
-        batch.point[0][i] = words[batch.first_corner[i]];
-        batch.point[1][i] = words[second];
-        batch.point[2][i] = words[second + 1];
-    }
-}
-
-void light_faces(TriangleBatch &batch, FaceLights face_lights) {
-    FaceCorners corners;
-    for (std::size_t c = 0; c < 3; ++c) {
-        corners.x[c] = batch.lit_x[c].data();
-        corners.y[c] = batch.lit_y[c].data();
-        corners.depth[c] = batch.lit_depth[c].data();
-    }
-    face_lights(corners, batch.count, batch.light.data());
-}
-
-void light_points(const TriangleBatch &batch, VertexLights vertex_lights) {
-    constexpr float not_yet_lit = -1.0F;
-    std::array<std::uint32_t, 3 * TriangleBatch::capacity> unlit;
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < batch.count; ++i) {
-        for (const auto &points : batch.point) {
-            float &colour = lwofis[points[i]];
-            if (colour == not_yet_lit) {
-                // Anything but the mark keeps the point from being listed twice.
-                colour = 0.0F;
-                unlit[count++] = points[i];
-            }
-        }
-    }
-    vertex_lights(unlit.data(), count);
 }
 
 } // namespace fast

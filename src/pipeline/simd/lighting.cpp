@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The light of several faces or points at once. The vectors are as wide as the doubles that some of the steps
-// are taken in.
+// The light of several faces or points at once, by the operations of face_light and vertex_light. A vector
+// has as many lanes as it holds doubles, since the square root and the quotient are taken in double, where
+// the plain form does.
 #include "pipeline/lighting.h"
 
 #include "main_68k/viewer_state.h"
@@ -10,12 +11,12 @@
 #include <cstddef>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "pipeline/simd/lights.cpp"
+#define HWY_TARGET_INCLUDE "pipeline/simd/lighting.cpp"
 #include "hwy/foreach_target.h"
 
 #include "hwy/highway.h"
 
-#include "pipeline/simd/half_vectors-inl.h"
+#include "pipeline/simd/double_lanes-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -24,7 +25,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET >= HWY_EMU128
 
-// A processor without any vectors draws by the plain forms.
+// A processor without vectors draws by the plain forms.
 using plain::face_lights;
 using plain::vertex_lights;
 

@@ -1,36 +1,40 @@
 // SPDX-License-Identifier: MIT
-// From the polygon list to a batch of triangles that face the viewer, in structure-of-arrays form.
-// Compiled once for each instruction set.
-#if defined(ZELVO_RASTER_SIMD_VISIBLE_TRIANGLES_INL_H) == defined(HWY_TARGET_TOGGLE)
-#ifdef ZELVO_RASTER_SIMD_VISIBLE_TRIANGLES_INL_H
-#undef ZELVO_RASTER_SIMD_VISIBLE_TRIANGLES_INL_H
+// From the polygon list to a batch of triangles that face the viewer: up to 16 are checked and culled per
+// vector. Compiled once for each instruction set.
+#if defined(ZELVO_RASTER_SIMD_CULL_TRIANGLES_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZELVO_RASTER_SIMD_CULL_TRIANGLES_INL_H
+#undef ZELVO_RASTER_SIMD_CULL_TRIANGLES_INL_H
 #else
-#define ZELVO_RASTER_SIMD_VISIBLE_TRIANGLES_INL_H
+#define ZELVO_RASTER_SIMD_CULL_TRIANGLES_INL_H
 #endif
+
+#include "hwy/highway.h"
 
 #include "object/model.h"
 #include "raster/polygon_list.h"
+#include "raster/simd/compress-inl.h"
 #include "raster/simd/conversions-inl.h"
-#include "raster/simd/packing-inl.h"
-#include "raster/simd/point_records-inl.h"
+#include "raster/simd/load_points-inl.h"
+#include "raster/simd/polygon_walk.h"
 #include "raster/simd/triangle_batch.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
-// A processor without any vectors draws by the plain forms.
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// Three corners of a vector of triangles.
-using Corners = std::array<Points, 3>;
+/// The positions of the three corners of a vector of triangles.
+using CornerPoints = std::array<Points, 3>;
 
-/// Which lanes are drawn: all when faces are double-sided, else by their winding on the screen.
-HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const Corners &p, const FaceSides &sides) {
+/// Which lanes are drawn: all when faces are double-sided, else by is_front_face.
+HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const CornerPoints &p, const FaceSides &sides) {
     const FloatLanes floats;
     const auto front = hn::Gt(hn::Mul(hn::Sub(p[1].x, p[0].x), hn::Sub(p[2].y, p[0].y)),
                               hn::Mul(hn::Sub(p[1].y, p[0].y), hn::Sub(p[2].x, p[0].x)));
@@ -39,8 +43,8 @@ HWY_INLINE hn::Mask<FloatLanes> facing_viewer(const Corners &p, const FaceSides 
     return hn::Or(sides.draws_front ? front : none, sides.draws_back ? hn::Not(front) : none);
 }
 
-/// How polygons of one kind fill a vector: a triangle in each lane, or the two triangles of a quad in two
-/// lanes.
+/// How polygons of one kind fill a vector: one triangle per lane, or one quad per two lanes, as two
+/// triangles.
 enum class Kind { triangles, quads };
 
 constexpr std::size_t words_each(Kind kind) {
@@ -61,22 +65,24 @@ constexpr std::size_t triangle_corner(Kind kind, std::size_t lane, std::size_t c
     return polygon_corner(kind, lane, corner == 0 ? 0 : corner + lane % lanes_each(kind));
 }
 
-/// Whether the first `count` words, a vector at least, are what the pattern allows.
+/// Whether each of the first `count` words is in the pattern's range; `count` is at least a vector. The
+/// difference to the end of the range, saturated at 0, is what a word exceeds it by; one test of all these
+/// differences together answers for the whole run. The last vector may overlap the one before it.
 template <std::size_t count>
 HWY_INLINE bool follow(const std::uint16_t *words, const WordPattern &pattern) {
     const hn::Repartition<std::uint16_t, WordLanes> lanes;
     constexpr std::size_t width = hn::MaxLanes(lanes);
     static_assert(width <= count && count <= WordPattern::words);
     auto excess = hn::Zero(lanes);
-    const auto look_at = [&](std::size_t at) HWY_ATTR {
-        // Below the least it wraps, and exceeds every spread but that of any word.
+    const auto check = [&](std::size_t at) HWY_ATTR {
+        // A word below `least` wraps to a large value and exceeds its spread.
         const auto above = hn::Sub(hn::LoadU(lanes, words + at), hn::LoadU(lanes, &pattern.least[at]));
         excess = hn::Or(excess, hn::SaturatedSub(above, hn::LoadU(lanes, &pattern.spread[at])));
     };
     for (std::size_t at = 0; at + width <= count; at += width) {
-        look_at(at);
+        check(at);
     }
-    look_at(count - width);
+    check(count - width);
     return hn::AllTrue(lanes, hn::Eq(excess, hn::Zero(lanes)));
 }
 
@@ -98,52 +104,64 @@ HWY_INLINE Words corner_words() {
     return hn::Load(WordLanes(), numbers.data());
 }
 
-/// Puts those triangles of the vector of polygons at the walk's word that face the viewer behind the batch.
+/// The corners of a vector of triangles, and the corners that their polygons are tested and lit by.
+struct LoadedCorners {
+    CornerPoints drawn;
+    CornerPoints tested;
+};
+
+/// Loads the vector of polygons at the word `list` points to.
 template <Kind kind>
-HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
-    const FloatLanes floats;
-    const WordLanes words;
+HWY_INLINE LoadedCorners load_corners(const std::uint16_t *list) {
     const Vec3 *records = lwopoints3.get();
-    const std::uint16_t *list = walk.words.data() + walk.at;
-    Corners corners;
+    LoadedCorners corners;
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        corners[corner] = load_points(
+        corners.drawn[corner] = load_points(
             records, [list, corner](std::size_t lane) { return list[triangle_corner(kind, lane, corner)]; });
     }
-    // A polygon is tested, and lit, by its first three corners.
-    Corners tested = corners;
+    corners.tested = corners.drawn;
     if constexpr (kind == Kind::quads) {
         for (const std::size_t corner : {1U, 2U}) {
-            tested[corner] = load_points(records, [list, corner](std::size_t lane) {
+            corners.tested[corner] = load_points(records, [list, corner](std::size_t lane) {
                 return list[polygon_corner(kind, lane, corner)];
             });
         }
     }
-    const auto drawn = facing_viewer(tested, walk.sides);
-    const std::size_t count = hn::CountTrue(floats, drawn);
+    return corners;
+}
+
+/// Appends those triangles of the vector of polygons at the walk's word that face the viewer to the batch.
+template <Kind kind>
+HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
+    const FloatLanes floats;
+    const WordLanes words;
+    const LoadedCorners corners = load_corners<kind>(walk.words.data() + walk.at);
+    const auto facing = facing_viewer(corners.tested, walk.sides);
+    const std::size_t count = hn::CountTrue(floats, facing);
     if (count == 0) {
         return;
     }
 
     const std::size_t end = batch.count;
-    const Packing append(hn::RebindMask(IntLanes(), drawn));
+    const Compress append(hn::RebindMask(IntLanes(), facing));
     const Words at = hn::Set(words, static_cast<std::uint32_t>(walk.at));
     append(words, hn::Add(at, corner_words<kind, 0>()), &batch.first_corner[end]);
     append(words, hn::Add(at, corner_words<kind, 1>()), &batch.second_corner[end]);
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        append(floats, corners[corner].x, &batch.x[corner][end]);
-        append(floats, corners[corner].y, &batch.y[corner][end]);
-        append(floats, corners[corner].z, &batch.quantity[0][corner][end]);
+        append(floats, corners.drawn[corner].x, &batch.x[corner][end]);
+        append(floats, corners.drawn[corner].y, &batch.y[corner][end]);
+        append(floats, corners.drawn[corner].z, &batch.quantity[0][corner][end]);
         if (batch.keeps_lit_corners) {
-            append(floats, tested[corner].x, &batch.lit_x[corner][end]);
-            append(floats, tested[corner].y, &batch.lit_y[corner][end]);
-            append(floats, tested[corner].z, &batch.lit_depth[corner][end]);
+            append(floats, corners.tested[corner].x, &batch.lit_x[corner][end]);
+            append(floats, corners.tested[corner].y, &batch.lit_y[corner][end]);
+            append(floats, corners.tested[corner].z, &batch.lit_depth[corner][end]);
         }
     }
     batch.count += count;
 }
 
-/// Takes as many polygons as fill a vector if all of them are of this kind and of points of the object.
+/// Takes as many polygons as fill a vector if all of them are of this kind and all their indices are points
+/// of the object; returns whether it did.
 template <Kind kind>
 HWY_INLINE bool take_vector(PolygonWalk &walk, const WordPattern &pattern, TriangleBatch &batch) {
     constexpr std::size_t polygons = hn::MaxLanes(FloatLanes()) / lanes_each(kind);
@@ -158,7 +176,7 @@ HWY_INLINE bool take_vector(PolygonWalk &walk, const WordPattern &pattern, Trian
     return true;
 }
 
-/// Fills the batch from where the walk stands; false once the list is at its end and nothing is left.
+/// Fills the batch from where the walk is; false once the list is at its end and nothing is left.
 HWY_INLINE bool collect_triangles(PolygonWalk &walk, TriangleBatch &batch) {
     batch.count = 0;
     const std::size_t lanes = hn::Lanes(FloatLanes());
@@ -167,7 +185,7 @@ HWY_INLINE bool collect_triangles(PolygonWalk &walk, TriangleBatch &batch) {
             take_polygon(walk, batch);
         } else if (!take_vector<Kind::triangles>(walk, walk.triangles, batch) &&
                    !take_vector<Kind::quads>(walk, walk.quads, batch)) {
-            // One unfit polygon spoils a whole vector, so that many of them cost one try in a vector.
+            // After a failed vector, take one vector's worth of words polygon by polygon before trying again.
             walk.singly_until = walk.at + triangle_words * lanes;
         }
     }

@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: MIT
-// The lanes of stages that take some of their steps in double.
+// The lanes of stages that do some of their steps in double.
 // Compiled once for each instruction set.
-#if defined(ZELVO_PIPELINE_SIMD_HALF_VECTORS_INL_H) == defined(HWY_TARGET_TOGGLE)
-#ifdef ZELVO_PIPELINE_SIMD_HALF_VECTORS_INL_H
-#undef ZELVO_PIPELINE_SIMD_HALF_VECTORS_INL_H
+#if defined(ZELVO_PIPELINE_SIMD_DOUBLE_LANES_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZELVO_PIPELINE_SIMD_DOUBLE_LANES_INL_H
+#undef ZELVO_PIPELINE_SIMD_DOUBLE_LANES_INL_H
 #else
-#define ZELVO_PIPELINE_SIMD_HALF_VECTORS_INL_H
+#define ZELVO_PIPELINE_SIMD_DOUBLE_LANES_INL_H
 #endif
+
+#include "hwy/highway.h"
 
 #include <cstdint>
 
-// A processor without any vectors draws by the plain forms.
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
+
 namespace hn = hwy::HWY_NAMESPACE;
 
 /// A vector of doubles, and half a vector of as many floats or integers.

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Takes the records of a vector of points apart into a vector of each coordinate.
+// Loads a vector of points and transposes them into one vector for each coordinate.
 // Compiled once for each instruction set.
-#if defined(ZELVO_RASTER_SIMD_POINT_RECORDS_INL_H) == defined(HWY_TARGET_TOGGLE)
-#ifdef ZELVO_RASTER_SIMD_POINT_RECORDS_INL_H
-#undef ZELVO_RASTER_SIMD_POINT_RECORDS_INL_H
+#if defined(ZELVO_RASTER_SIMD_LOAD_POINTS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZELVO_RASTER_SIMD_LOAD_POINTS_INL_H
+#undef ZELVO_RASTER_SIMD_LOAD_POINTS_INL_H
 #else
-#define ZELVO_RASTER_SIMD_POINT_RECORDS_INL_H
+#define ZELVO_RASTER_SIMD_LOAD_POINTS_INL_H
 #endif
+
+#include "hwy/highway.h"
 
 #include "object/model.h"
 #include "raster/simd/conversions-inl.h"
@@ -14,7 +16,8 @@
 #include <array>
 #include <cstddef>
 
-// A processor without any vectors has no blocks of lanes, and draws by the plain forms.
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
@@ -28,8 +31,9 @@ struct Points {
     Floats z;
 };
 
-/// The records of every fourth point from that of lane `first` on, one in each block of four lanes. The last
-/// lane of a block is what follows the record in memory: every array of points has a record to spare.
+/// The records of the points of lanes `first`, `first` + 4, `first` + 8 and so on, one in each block of four
+/// lanes. The fourth lane of a block is whatever follows the record in memory: every array of points has a
+/// record to spare.
 template <class D, typename PointOf>
 HWY_INLINE hn::Vec<D> load_blocks(D lanes, const Vec3 *records, PointOf point_of, std::size_t first) {
     if constexpr (hn::MaxLanes(D()) == 4) {
@@ -41,8 +45,18 @@ HWY_INLINE hn::Vec<D> load_blocks(D lanes, const Vec3 *records, PointOf point_of
     }
 }
 
-/// The points `point_of(lane)`, one for each lane, out of an array of records. A gather for each coordinate
-/// would read the same; whole records, read and transposed, are three times as fast.
+/// The points `point_of(lane)`, one for each lane, from an array of records. A gather for each coordinate
+/// would read the same; reading whole records and transposing them is three times as fast (docs/speed.md,
+/// "Tried without gain").
+///
+/// With four lanes, a to d are the records of points 0 to 3:
+///
+///     a      x0 y0 z0 -      xy_ab  x0 x1 y0 y1      x   x0 x1 x2 x3
+///     b      x1 y1 z1 -      xy_cd  x2 x3 y2 y3      y   y0 y1 y2 y3
+///     c      x2 y2 z2 -      z_ab   z0 z1 -  -       z   z0 z1 z2 z3
+///     d      x3 y3 z3 -      z_cd   z2 z3 -  -
+///
+/// Wider vectors do this in each block of four lanes: block 1 holds the points of lanes 4 to 7.
 template <typename PointOf>
 HWY_INLINE Points load_points(const Vec3 *records, PointOf point_of) {
     const FloatLanes floats;

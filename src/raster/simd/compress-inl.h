@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Appends the lanes of vectors that a mask selects to arrays, in order.
+// Compiled once for each instruction set.
+#if defined(ZELVO_RASTER_SIMD_COMPRESS_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZELVO_RASTER_SIMD_COMPRESS_INL_H
+#undef ZELVO_RASTER_SIMD_COMPRESS_INL_H
+#else
+#define ZELVO_RASTER_SIMD_COMPRESS_INL_H
+#endif
+
+#include "hwy/highway.h"
+
+#include "raster/simd/compress_table.h"
+#include "raster/simd/conversions-inl.h"
+
+#include <array>
+#include <cstdint>
+
+// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
+// the plain forms are used and this file is empty.
+#if HWY_TARGET < HWY_EMU128
+
+HWY_BEFORE_NAMESPACE();
+namespace fast {
+namespace HWY_NAMESPACE {
+
+#if HWY_TARGET <= HWY_AVX3
+
+/// Writes the selected lanes of any number of vectors, of 32 bits per lane, back to back. One instruction
+/// compresses a vector.
+class Compress {
+public:
+    explicit Compress(hn::Mask<IntLanes> selected) : selected_(selected) {}
+
+    /// Writes the selected lanes at `to`. The rest of a whole vector after them is overwritten with no
+    /// meaning.
+    template <class D, typename T>
+    HWY_INLINE void operator()(D lanes, hn::Vec<D> value, T *to) const {
+        hn::StoreU(hn::Compress(value, hn::RebindMask(lanes, selected_)), lanes, to);
+    }
+
+private:
+    hn::Mask<IntLanes> selected_;
+};
+
+#else
+
+/// Writes the selected lanes of any number of vectors, of 32 bits per lane, back to back. The order is looked
+/// up once for all of them. Highway's own Compress has a table too, but GCC copies it to the stack, a KiB for
+/// each vector: face loops on AVX2 took three times as long (docs/speed.md, "Other processors and narrower
+/// vectors").
+class Compress {
+public:
+    explicit Compress(hn::Mask<IntLanes> selected) : order_(order_of(selected)) {}
+
+    /// Writes the selected lanes at `to`. The rest of a whole vector after them is overwritten with no
+    /// meaning.
+    template <class D, typename T>
+    HWY_INLINE void operator()(D lanes, hn::Vec<D> value, T *to) const {
+        const Ints bits = hn::BitCast(IntLanes(), value);
+        hn::StoreU(hn::BitCast(lanes, hn::TableLookupLanes(bits, order_)), lanes, to);
+    }
+
+private:
+    using Order = decltype(hn::IndicesFromVec(IntLanes(), Ints()));
+    static_assert(hn::MaxLanes(IntLanes()) <= compress_lanes);
+
+    static HWY_INLINE Order order_of(hn::Mask<IntLanes> selected) {
+        const IntLanes ints;
+        std::array<std::uint8_t, 8> set{};
+        hn::StoreMaskBits(ints, selected, set.data());
+        const hn::Rebind<std::uint8_t, IntLanes> bytes;
+        return hn::IndicesFromVec(ints, hn::PromoteTo(ints, hn::LoadU(bytes, compress_table[set[0]].data())));
+    }
+
+    Order order_;
+};
+
+#endif
+
+} // namespace HWY_NAMESPACE
+} // namespace fast
+HWY_AFTER_NAMESPACE();
+
+#endif
+
+#endif

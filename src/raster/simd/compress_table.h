@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// For each set of up to eight lanes: the lanes in the set, in order, and then the others.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace fast {
+
+/// The most lanes of a vector that is compressed by the table.
+constexpr std::size_t compress_lanes = 8;
+
+/// Lane numbers by the bits of the set, lane 0 the lowest. The entry for lanes 1 and 4, bits 0b00010010, is 1
+/// 4 0 2 3 5 6 7. A vector of four lanes uses the first four numbers of the first 16 entries: none of its
+/// lanes is in the upper half of a set, and so the first four numbers are below four.
+using CompressTable = std::array<std::array<std::uint8_t, compress_lanes>, 1U << compress_lanes>;
+
+constexpr CompressTable make_compress_table() {
+    CompressTable table{};
+    for (std::size_t bits = 0; bits < table.size(); ++bits) {
+        std::size_t at = 0;
+        for (const std::size_t is_in_set : {std::size_t{1}, std::size_t{0}}) {
+            for (std::size_t lane = 0; lane < compress_lanes; ++lane) {
+                if ((bits >> lane & 1U) == is_in_set) {
+                    table[bits][at++] = static_cast<std::uint8_t>(lane);
+                }
+            }
+        }
+    }
+    return table;
+}
+
+inline constexpr CompressTable compress_table = make_compress_table();
+
+} // namespace fast
