@@ -39,7 +39,7 @@ Vector rotate(const Vector &in) {
     return {x3, y2, z3};
 }
 
-/// The half turns about x and y make the prepared object, whose x is mirrored, stand the right way round at
+/// The half turns about x and y make the prepared object, whose x is mirrored, be the right way round at
 /// rest.
 void set_viewing_rotation() {
     constexpr double half_turn = std::numbers::pi;

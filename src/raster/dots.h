@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Width and height of the dot sprite, and the radius that it stands for, in texels.
+/// Width and height of the dot sprite, and the radius of its dot, in texels.
 constexpr int dot_image_size = 2 << dot_size_shift;
 constexpr int dot_image_radius = 1 << dot_size_shift;
 
@@ -16,8 +16,8 @@ constexpr int dot_image_radius = 1 << dot_size_shift;
 /// preparation.
 extern HeapArray<std::uint8_t> dot_image;
 
-/// Fills `dot_image`: 255 at its peak, falling linearly to 0 at a distance of R - 1 texels. The peak stands
-/// one texel above and left of the square's centre, so that the last row and column stay 0.
+/// Fills `dot_image`: 255 at its peak, falling linearly to 0 at a distance of R - 1 texels. The peak is one
+/// texel above and left of the square's centre, so that the last row and column stay 0.
 void build_dot_image();
 
 /// Adds a dot of radius `s` (pixels) at (x, y) onto `chunkybuf1`, saturating at 255, with `dot_lum` on

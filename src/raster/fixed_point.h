@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <limits>
 
-/// Truncates toward zero and saturates at the ends of the 32-bit range; not-a-number gives the smallest
-/// integer, as the PowerPC's conversion does. Every float in the program becomes an integer here (a float
-/// widens exactly).
+/// Truncates toward zero and saturates at the ends of the 32-bit range; NaN gives the smallest integer, as
+/// the PowerPC's conversion does. Every float in the program becomes an integer here (a float widens
+/// exactly).
 inline std::int32_t to_int(double value) {
     constexpr double largest = 2147483647.0;
     constexpr double smallest = -2147483648.0;
@@ -30,7 +30,7 @@ inline Fixed to_fixed(float value) {
     return static_cast<Fixed>(to_int(value * 65536.0));
 }
 
-/// The accumulator as the signed number that it stands for.
+/// The accumulator read as a signed number.
 inline std::int32_t as_signed(Fixed value) {
     return static_cast<std::int32_t>(value);
 }

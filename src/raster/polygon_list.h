@@ -10,13 +10,13 @@
 #include <optional>
 #include <span>
 
-/// How many polygons without vertices, of two words each, begin in this many words of zeros, four at least,
-/// at the end of the list. Each needs the three words behind its count to be there.
+/// The number of empty polygons (count 0, two words each) in a tail of `words` zero words at the end of the
+/// list, at least 4. Each still needs three words after its count.
 inline std::int32_t empty_polygons(std::size_t words) {
     return static_cast<std::int32_t>((words - 2) / 2);
 }
 
-/// One polygon: its vertex count n and the words behind the count: the n point indices, and never fewer than
+/// One polygon: its vertex count n and the words after the count: the n point indices, and never fewer than
 /// three words, since a polygon of fewer points is used as the triangle of the three words that follow its
 /// count. It is not usable when one of these words is not the index of a point.
 struct Polygon {
@@ -24,7 +24,7 @@ struct Polygon {
     std::span<const std::uint16_t> indices;
     bool is_usable;
 
-    /// The word behind the polygon and its surface.
+    /// The word after the polygon and its surface.
     std::size_t next(std::size_t at) const { return at + vertices + 2; }
 };
 

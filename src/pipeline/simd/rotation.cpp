@@ -57,10 +57,10 @@ HWY_INLINE Points rotate(const Points &in, const RotationState &r) {
     return {x3, y2, z3};
 }
 
-/// Rounds to thousandths: truncates value * 1000 + 0.5, where the plain form adds in double. Splitting value
-/// * 1000 into the integer and the remainder, both exact, avoids doubles: adding 0.5 carries into the next
-/// integer if the remainder is at least 0.5, or above -0.5 for a negative value. Saturated values have a
-/// remainder of 0 or above 1 and do not carry.
+/// Rounds to thousandths, as the plain form, which adds 0.5 in double to a float number of thousandths and
+/// truncates. Splitting the number into an integer and a remainder, both exact, avoids doubles: adding 0.5
+/// carries into the next integer if the remainder is at least 0.5, or above -0.5 for a negative number.
+/// Saturated numbers have a remainder of 0 or above 1 and do not carry.
 HWY_INLINE Floats snap(Floats value) {
     const FloatLanes floats;
     const IntLanes ints;

@@ -18,8 +18,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
-// the plain forms are used and this file is empty.
+// Without vectors (Highway's EMU128 and SCALAR) the plain forms are used: not all operations exist there.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();

@@ -11,9 +11,11 @@ namespace fast {
 /// The most lanes of a vector that is compressed by the table.
 constexpr std::size_t compress_lanes = 8;
 
-/// Lane numbers by the bits of the set, lane 0 the lowest. The entry for lanes 1 and 4, bits 0b00010010, is 1
-/// 4 0 2 3 5 6 7. A vector of four lanes uses the first four numbers of the first 16 entries: none of its
-/// lanes is in the upper half of a set, and so the first four numbers are below four.
+/// Lane numbers by the bits of the set, lane 0 the lowest:
+///
+///     lanes 1 and 4, bits 0b00010010:    1 4 0 2 3 5 6 7
+///
+/// A vector of four lanes uses the first four numbers of the first 16 entries, which are all below four.
 using CompressTable = std::array<std::array<std::uint8_t, compress_lanes>, 1U << compress_lanes>;
 
 constexpr CompressTable make_compress_table() {

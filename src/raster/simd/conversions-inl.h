@@ -15,14 +15,12 @@
 #include <cstdint>
 #include <limits>
 
-// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
-// the plain forms are used and this file is empty.
+// Without vectors (Highway's EMU128 and SCALAR) the plain forms are used: not all operations exist there.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
-
 namespace hn = hwy::HWY_NAMESPACE;
 
 /// As many 32-bit lanes as a vector holds, as the three types that they are read as.

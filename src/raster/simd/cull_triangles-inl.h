@@ -22,8 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
-// the plain forms are used and this file is empty.
+// Without vectors (Highway's EMU128 and SCALAR) the plain forms are used: not all operations exist there.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
@@ -65,9 +64,9 @@ constexpr std::size_t triangle_corner(Kind kind, std::size_t lane, std::size_t c
     return polygon_corner(kind, lane, corner == 0 ? 0 : corner + lane % lanes_each(kind));
 }
 
-/// Whether each of the first `count` words is in the pattern's range; `count` is at least a vector. The
-/// difference to the end of the range, saturated at 0, is what a word exceeds it by; one test of all these
-/// differences together answers for the whole run. The last vector may overlap the one before it.
+/// Whether each of the first `count` words is in the pattern's range; `count` is at least a vector. A word
+/// exceeds its range by (word - least) - spread, saturated at 0; these numbers are joined by Or and tested
+/// once. The last vector may overlap the one before it.
 template <std::size_t count>
 HWY_INLINE bool follow(const std::uint16_t *words, const WordPattern &pattern) {
     const hn::Repartition<std::uint16_t, WordLanes> lanes;
@@ -104,39 +103,30 @@ HWY_INLINE Words corner_words() {
     return hn::Load(WordLanes(), numbers.data());
 }
 
-/// The corners of a vector of triangles, and the corners that their polygons are tested and lit by.
-struct LoadedCorners {
-    CornerPoints drawn;
-    CornerPoints tested;
-};
-
-/// Loads the vector of polygons at the word `list` points to.
-template <Kind kind>
-HWY_INLINE LoadedCorners load_corners(const std::uint16_t *list) {
-    const Vec3 *records = lwopoints3.get();
-    LoadedCorners corners;
-    for (std::size_t corner = 0; corner < 3; ++corner) {
-        corners.drawn[corner] = load_points(
-            records, [list, corner](std::size_t lane) { return list[triangle_corner(kind, lane, corner)]; });
-    }
-    corners.tested = corners.drawn;
-    if constexpr (kind == Kind::quads) {
-        for (const std::size_t corner : {1U, 2U}) {
-            corners.tested[corner] = load_points(records, [list, corner](std::size_t lane) {
-                return list[polygon_corner(kind, lane, corner)];
-            });
-        }
-    }
-    return corners;
-}
-
 /// Appends those triangles of the vector of polygons at the walk's word that face the viewer to the batch.
+/// Loading the corners is not a function of its own: GCC would return them through memory, and flat frames
+/// would take 10 percent longer.
 template <Kind kind>
 HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
     const FloatLanes floats;
     const WordLanes words;
-    const LoadedCorners corners = load_corners<kind>(walk.words.data() + walk.at);
-    const auto facing = facing_viewer(corners.tested, walk.sides);
+    const Vec3 *records = lwopoints3.get();
+    const std::uint16_t *list = walk.words.data() + walk.at;
+    CornerPoints corners;
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+        corners[corner] = load_points(
+            records, [list, corner](std::size_t lane) { return list[triangle_corner(kind, lane, corner)]; });
+    }
+    // A polygon is tested, and lit, by its first three corners.
+    CornerPoints tested = corners;
+    if constexpr (kind == Kind::quads) {
+        for (const std::size_t corner : {1U, 2U}) {
+            tested[corner] = load_points(records, [list, corner](std::size_t lane) {
+                return list[polygon_corner(kind, lane, corner)];
+            });
+        }
+    }
+    const auto facing = facing_viewer(tested, walk.sides);
     const std::size_t count = hn::CountTrue(floats, facing);
     if (count == 0) {
         return;
@@ -148,13 +138,13 @@ HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {
     append(words, hn::Add(at, corner_words<kind, 0>()), &batch.first_corner[end]);
     append(words, hn::Add(at, corner_words<kind, 1>()), &batch.second_corner[end]);
     for (std::size_t corner = 0; corner < 3; ++corner) {
-        append(floats, corners.drawn[corner].x, &batch.x[corner][end]);
-        append(floats, corners.drawn[corner].y, &batch.y[corner][end]);
-        append(floats, corners.drawn[corner].z, &batch.quantity[0][corner][end]);
+        append(floats, corners[corner].x, &batch.x[corner][end]);
+        append(floats, corners[corner].y, &batch.y[corner][end]);
+        append(floats, corners[corner].z, &batch.quantity[0][corner][end]);
         if (batch.keeps_lit_corners) {
-            append(floats, corners.tested[corner].x, &batch.lit_x[corner][end]);
-            append(floats, corners.tested[corner].y, &batch.lit_y[corner][end]);
-            append(floats, corners.tested[corner].z, &batch.lit_depth[corner][end]);
+            append(floats, tested[corner].x, &batch.lit_x[corner][end]);
+            append(floats, tested[corner].y, &batch.lit_y[corner][end]);
+            append(floats, tested[corner].z, &batch.lit_depth[corner][end]);
         }
     }
     batch.count += count;

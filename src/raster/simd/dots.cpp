@@ -2,12 +2,13 @@
 // Dots: a vector of them is placed and clipped at once, then each is drawn by vectors of columns, row by row,
 // from a sprite that holds what each texel adds.
 //
-//     plain                     fast                                same bits because
-//     add_glow                  build_glow_sprite, draw_columns     a glow above 255 saturates any pixel
-//     plot_dot, before its loop dot_corners, append_drawn           same operations on the dots in range
-//     clip_dot                  clip_dots                           the quotient is exact, see there
-//     plot_dot, its loop        draw_columns                        saturating sums do not depend on the
-//     order
+// Which plain function (raster/dots.cpp) each one equals, and why the bits are the same:
+//
+//     plain                        fast                          same bits because
+//     add_glow                     build_glow_sprite             any pixel saturates at a glow of 255
+//     plot_dot, before its loop    dot_corners, append_drawn     same operations on the dots in range
+//     clip_dot                     clip_dots                     the truncated quotient is exact
+//     plot_dot, its loop           draw_columns                  saturating sums in any order are equal
 #include "raster/dots.h"
 
 #include "display/frame_buffers.h"
@@ -202,7 +203,7 @@ HWY_INLINE void place_dots(const Dots &dots, std::size_t count, DotBatch &batch)
     append_drawn(corners, hn::And(is_dot, in_range), batch);
 }
 
-/// Columns that are drawn together, few since most dots are small.
+/// Columns that are drawn together. Most dots are small, so that wider vectors would be mostly empty.
 using ColumnLanes = hn::CappedTag<std::uint32_t, 8>;
 using TexelLanes = hn::Rebind<std::uint8_t, ColumnLanes>;
 using Texels = hn::Vec<TexelLanes>;
@@ -267,13 +268,14 @@ using QuarterIndices = std::array<RowTexels, row_vectors>;
 /// highest bit of all others: adding 0x70 carries 16 and more into it, and saturation keeps large ones from
 /// wrapping past it. Column 21, which is texel 5 of the second quarter:
 ///
-///     quarter    column - first texel    saturating + 0x70    & 0x8F    found
-///     0 .. 15                    0x15                 0x85      0x85        0
-///     16 .. 31                   0x05                 0x75      0x05        texel 5
-///     32 .. 47                   0xF5                 0xFF      0x8F        0    (wrapping, 0x65 would find
-///     texel 5) 48 .. 63                   0xE5                 0xFF      0x8F        0
+///     quarter     column - first texel    + 0x70, saturating    & 0x8F    found
+///      0 .. 15                    0x15                  0x85      0x85    0
+///     16 .. 31                    0x05                  0x75      0x05    texel 5
+///     32 .. 47                    0xF5                  0xFF      0x8F    0
+///     48 .. 63                    0xE5                  0xFF      0x8F    0
 ///
-/// The quarters' results are then joined by Or. Column 0xFF is in no quarter.
+/// A wrapping addition would make the third row 0x65 and find texel 5 there as well. The quarters' results
+/// are joined by Or. Column 0xFF is in no quarter.
 HWY_INLINE QuarterIndices quarter_indices(Texels column) {
     const RowLanes row_lanes;
     const TexelLanes texel_lanes;

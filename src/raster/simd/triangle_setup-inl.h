@@ -20,8 +20,7 @@
 #include <cstdint>
 #include <limits>
 
-// Highway's stand-ins for processors without vectors lack blocks, half vectors and lanes of two widths. There
-// the plain forms are used and this file is empty.
+// Without vectors (Highway's EMU128 and SCALAR) the plain forms are used: not all operations exist there.
 #if HWY_TARGET < HWY_EMU128
 
 HWY_BEFORE_NAMESPACE();
@@ -79,7 +78,7 @@ HWY_INLINE Vertices<Count> load_sorted_vertices(const TriangleBatch &batch, std:
 template <std::size_t Count>
 struct EdgeSlopes {
     Floats x;
-    std::array<Floats, Count> quantity;
+    std::array<Floats, Count> quantities;
 };
 
 template <std::size_t Count>
@@ -88,7 +87,7 @@ HWY_INLINE EdgeSlopes<Count> edge_slopes(const Vertices<Count> &v, std::size_t f
     EdgeSlopes<Count> slopes;
     slopes.x = hn::Div(hn::Sub(v.x[to], v.x[from]), rows);
     for (std::size_t q = 0; q < Count; ++q) {
-        slopes.quantity[q] = hn::Div(hn::Sub(v.quantity[q][to], v.quantity[q][from]), rows);
+        slopes.quantities[q] = hn::Div(hn::Sub(v.quantity[q][to], v.quantity[q][from]), rows);
     }
     return slopes;
 }
@@ -99,7 +98,7 @@ HWY_INLINE EdgeSlopes<Count> choose(hn::Mask<FloatLanes> first, const EdgeSlopes
     EdgeSlopes<Count> chosen;
     chosen.x = hn::IfThenElse(first, a.x, b.x);
     for (std::size_t q = 0; q < Count; ++q) {
-        chosen.quantity[q] = hn::IfThenElse(first, a.quantity[q], b.quantity[q]);
+        chosen.quantities[q] = hn::IfThenElse(first, a.quantities[q], b.quantities[q]);
     }
     return chosen;
 }
@@ -116,8 +115,7 @@ HWY_INLINE Accumulator start_accumulator(Floats at_vertex, Floats below_row, Flo
     return {to_fixed(hn::Sub(at_vertex, hn::Mul(below_row, slope))), to_fixed(slope)};
 }
 
-/// The accumulator `rows` rows further down, or up if negative. The sum of the steps modulo 2^32 is one
-/// product.
+/// The accumulator `rows` rows further down, wrapping: the sum of that many steps is one product.
 HWY_INLINE Accumulator advanced(const Accumulator &accumulator, Words rows) {
     return {hn::Add(accumulator.value, hn::Mul(rows, accumulator.step)), accumulator.step};
 }
@@ -179,7 +177,7 @@ HWY_INLINE void store_gradients(const Vertices<Count> &v, const TriangleSlopes<C
         hn::IfThenElse(flat_top, hn::Sub(v.x[middle], v.x[top]), hn::Sub(slopes.right.x, slopes.left.x));
     for (std::size_t q = 0; q < Count; ++q) {
         const auto rise = hn::IfThenElse(flat_top, hn::Sub(v.quantity[q][middle], v.quantity[q][top]),
-                                         hn::Sub(slopes.right.quantity[q], slopes.left.quantity[q]));
+                                         hn::Sub(slopes.right.quantities[q], slopes.left.quantities[q]));
         const auto per_pixel = hn::Div(rise, run);
         hn::Store(per_pixel, FloatLanes(), &gradients.per_pixel[q][at]);
         hn::Store(to_fixed(per_pixel), WordLanes(), &gradients.step[q][at]);
@@ -195,7 +193,7 @@ HWY_INLINE Edges<Count> upper_edges(const Vertices<Count> &v, const TriangleSlop
     edges.left_x = start_accumulator(v.x[top], below_top_row, slopes.left.x);
     edges.right_x = start_accumulator(v.x[top], below_top_row, slopes.right.x);
     for (std::size_t q = 0; q < Count; ++q) {
-        edges.left[q] = start_accumulator(v.quantity[q][top], below_top_row, slopes.left.quantity[q]);
+        edges.left[q] = start_accumulator(v.quantity[q][top], below_top_row, slopes.left.quantities[q]);
     }
     return edges;
 }
@@ -214,7 +212,7 @@ HWY_INLINE Edges<Count> lower_edges(const Vertices<Count> &v, const TriangleSlop
     edges.right_x = choose(is_long_left, last_x, advanced(upper.right_x, down));
     for (std::size_t q = 0; q < Count; ++q) {
         const Accumulator last =
-            start_accumulator(v.quantity[q][middle], below_middle_row, slopes.last.quantity[q]);
+            start_accumulator(v.quantity[q][middle], below_middle_row, slopes.last.quantities[q]);
         edges.left[q] = choose(is_long_left, advanced(upper.left[q], down), last);
     }
     return edges;
