@@ -5,7 +5,7 @@
 if(ZELVO_SIMD OR NOT (CMAKE_CROSSCOMPILING OR ZELVO_FRAMES_ONLY))
     find_package(hwy QUIET)
 endif()
-# Other processors' vectors lack doubles, or nobody has tried them.
+# On other processors the vector code is untested, or the instruction set has no double-precision vectors.
 string(REGEX MATCH "^(x86_64|AMD64|aarch64|arm64)$" tried_processor "${CMAKE_SYSTEM_PROCESSOR}")
 if(hwy_FOUND AND tried_processor)
     set(has_highway ON)
