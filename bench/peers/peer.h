@@ -3,6 +3,7 @@
 #pragma once
 
 #include "object/model.h"
+#include "raster/face_loops.h"
 #include "raster/polygon_list.h"
 
 #include <cstdint>
@@ -59,7 +60,7 @@ inline float eye_distance_of(float depth) {
 
 /// The colour of a point, lit once a frame as in mode 4.
 inline float colour_of_point(std::uint16_t point, float (*vertex_light)(const Vec3 &)) {
-    if (lwofis[point] == -1.0F) {
+    if (lwofis[point] == not_yet_lit) {
         lwofis[point] = vertex_light(lwonormals3[point]);
     }
     return lwofis[point];

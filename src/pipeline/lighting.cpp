@@ -4,6 +4,7 @@
 
 #include "core/forms.h"
 #include "object/model.h"
+#include "pipeline/preparation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,9 +29,7 @@ float colour(float facing, const Vec3 &normal) {
 } // namespace
 
 float face_light(const Vec3 &p0, const Vec3 &p1, const Vec3 &p2) {
-    const Vec3 a{p0.x - p1.x, p0.y - p1.y, p0.z - p1.z};
-    const Vec3 b{p2.x - p1.x, p2.y - p1.y, p2.z - p1.z};
-    const Vec3 normal{a.z * b.y - a.y * b.z, a.x * b.z - a.z * b.x, a.y * b.x - a.x * b.y};
+    const Vec3 normal = face_normal(p0, p1, p2);
     return colour(dot(viewer.light, normal), normal);
 }
 
@@ -75,6 +74,5 @@ void vertex_lights(const std::uint32_t *points, std::size_t count) {
 }
 
 void reset_vertex_colours() {
-    constexpr float not_yet_lit = -1.0F;
     std::fill_n(lwofis.get(), worked_points(), not_yet_lit);
 }

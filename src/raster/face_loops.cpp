@@ -121,7 +121,7 @@ void face_loop_gouraud(VertexLights vertex_lights) {
     draw_polygons(block, nothing, [&block, vertex_lights](const Corners &corners) {
         std::size_t slot = 9;
         for (const std::uint16_t corner : corners) {
-            if (lwofis[corner] == -1.0F) {
+            if (lwofis[corner] == not_yet_lit) {
                 const std::uint32_t point = corner;
                 vertex_lights(&point, 1);
             }

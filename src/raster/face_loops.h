@@ -25,6 +25,9 @@ struct FaceCorners {
 /// give equal bits however many polygons are lit together, and nothing but `colours` is written.
 using FaceLights = void (*)(const FaceCorners &corners, std::size_t count, float *colours);
 
+/// The mark in `lwofis` of a point that has not been lit in this frame.
+constexpr float not_yet_lit = -1.0F;
+
 /// Gives each of `count` points its colour, 25 .. 255, in `lwofis` from its rotated normal in `lwonormals3`.
 /// Equal normals give equal bits however many points are lit together, and nothing else is written.
 using VertexLights = void (*)(const std::uint32_t *points, std::size_t count);

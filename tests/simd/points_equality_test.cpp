@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <vector>
+
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -86,6 +89,38 @@ TEST(FastLights, HaveTheBitsOfThePlainOnes) {
         ASSERT_EQ(bits_of(plain_colours.data(), faces), bits_of(fast_colours.data(), faces))
             << "scene " << scene;
         compared += count;
+    }
+    use_instruction_set(0);
+}
+
+TEST(FastLights, LightAnyNumberOfFacesAndWriteNoOtherColour) {
+    constexpr std::size_t most = 40;
+    constexpr float untouched = -7.0F;
+    Random random(17);
+    viewer.light = {1.0F, 2.0F, -3.0F};
+    for (const std::int64_t set : instruction_sets()) {
+        use_instruction_set(set);
+        for (std::size_t faces = 0; faces <= most; ++faces) {
+            // Arrays of exactly the faces, so that a sanitizer sees a read past them.
+            std::array<std::vector<float>, 9> values;
+            for (std::vector<float> &array : values) {
+                for (std::size_t i = 0; i < faces; ++i) {
+                    array.push_back(random.between(-100.0F, 100.0F));
+                }
+            }
+            FaceCorners corners;
+            for (std::size_t c = 0; c < 3; ++c) {
+                corners.x[c] = values[3 * c].data();
+                corners.y[c] = values[3 * c + 1].data();
+                corners.depth[c] = values[3 * c + 2].data();
+            }
+            std::vector<float> expected(most + 16, untouched);
+            std::vector<float> actual(most + 16, untouched);
+            plain::face_lights(corners, faces, expected.data());
+            fast::face_lights(corners, faces, actual.data());
+            ASSERT_EQ(bits_of(expected.data(), expected.size()), bits_of(actual.data(), actual.size()))
+                << faces << " faces on " << instruction_set_name(set);
+        }
     }
     use_instruction_set(0);
 }

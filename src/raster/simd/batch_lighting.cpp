@@ -35,7 +35,6 @@ void light_faces(TriangleBatch &batch, FaceLights face_lights) {
 // A point is lit by the first batch that uses it. The plain loop lights it at the same polygon, alone; a
 // light gives the same bits either way.
 void light_points(const TriangleBatch &batch, VertexLights vertex_lights) {
-    constexpr float not_yet_lit = -1.0F;
     std::array<std::uint32_t, 3 * TriangleBatch::capacity> unlit;
     std::size_t count = 0;
     for (std::size_t i = 0; i < batch.count; ++i) {
