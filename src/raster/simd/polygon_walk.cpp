@@ -48,7 +48,7 @@ void open_fan(PolygonWalk &walk) {
     }
 }
 
-/// The words of polygons of this many points, each of them a point of the object.
+/// The pattern of a run of polygons with this many points, all of them points of the object.
 WordPattern word_pattern(std::size_t vertices, std::int32_t points) {
     constexpr std::uint16_t any = 0xFFFF;
     const auto last_point = static_cast<std::uint16_t>(std::min<std::int32_t>(points - 1, any));

@@ -245,8 +245,8 @@ HWY_INLINE DrawnRows lower_rows(Ints middle_row, Ints bottom_row, hn::Mask<IntLa
     return rows;
 }
 
-/// Stores how many rows the vector of triangles at `at` has; lanes after the last triangle of the batch have
-/// none.
+/// Stores the first row and the numbers of rows of the vector of triangles at `at`; lanes after the last
+/// triangle of the batch have none.
 HWY_INLINE void store_rows(Ints first_row, Ints upper, Ints lower, std::size_t triangles, BatchEdges &edges,
                            std::size_t at) {
     const IntLanes ints;
