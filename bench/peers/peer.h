@@ -37,7 +37,7 @@ template <typename Begin, typename Triangle>
 void for_each_visible_triangle(Begin begin, Triangle triangle) {
     for_each_polygon([&](const Polygon &polygon) {
         const auto &points = polygon.indices;
-        if (!polygon.is_usable) {
+        if (!polygon.has_valid_indices) {
             return;
         }
         const Vec3 &p = lwopoints3[points[0]];

@@ -71,7 +71,7 @@ void build_vertex_normals() {
     const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(worked_points()));
     std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});
     for_each_polygon([](const Polygon &polygon) {
-        if (!polygon.is_usable) {
+        if (!polygon.has_valid_indices) {
             return;
         }
         const auto &indices = polygon.indices;

@@ -52,7 +52,7 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
         const auto &points = polygon.indices;
         ++faces_seen;
         drawn_before = triangles_drawn;
-        if (!polygon.is_usable) {
+        if (!polygon.has_valid_indices) {
             return;
         }
         if (viewer.doubleside == 0 &&

@@ -18,11 +18,11 @@ inline std::int32_t empty_polygons(std::size_t words) {
 
 /// One polygon: its vertex count n and the words after the count: the n point indices, and never fewer than
 /// three words, since a polygon of fewer points is used as the triangle of the three words that follow its
-/// count. It is not usable when one of these words is not the index of a point.
+/// count. The indices are valid if all these words are indices of points.
 struct Polygon {
     std::size_t vertices;
     std::span<const std::uint16_t> indices;
-    bool is_usable;
+    bool has_valid_indices;
 
     /// The word after the polygon and its surface.
     std::size_t next(std::size_t at) const { return at + vertices + 2; }
@@ -42,9 +42,9 @@ inline std::optional<Polygon> polygon_at(std::span<const std::uint16_t> words, s
     }
     const auto points = static_cast<std::uint32_t>(point_count());
     const std::span<const std::uint16_t> indices = words.subspan(at + 1, used);
-    const bool is_usable =
+    const bool has_valid_indices =
         std::all_of(indices.begin(), indices.end(), [points](std::uint16_t i) { return i < points; });
-    return Polygon{vertices, indices, is_usable};
+    return Polygon{vertices, indices, has_valid_indices};
 }
 
 /// The whole list.

@@ -13,7 +13,7 @@ namespace {
 struct Visited {
     std::size_t vertices;
     std::vector<std::uint16_t> words;
-    bool is_usable;
+    bool has_valid_indices;
 
     bool operator==(const Visited &) const = default;
 };
@@ -23,7 +23,7 @@ std::ostream &operator<<(std::ostream &out, const Visited &visited) {
     for (const std::uint16_t word : visited.words) {
         out << ' ' << word;
     }
-    return out << (visited.is_usable ? " } usable" : " } unusable");
+    return out << (visited.has_valid_indices ? " } usable" : " } unusable");
 }
 
 /// Three points unless told otherwise.
@@ -33,7 +33,7 @@ std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t p
     std::vector<Visited> list;
     for_each_polygon([&list](const Polygon &polygon) {
         list.push_back(
-            {polygon.vertices, {polygon.indices.begin(), polygon.indices.end()}, polygon.is_usable});
+            {polygon.vertices, {polygon.indices.begin(), polygon.indices.end()}, polygon.has_valid_indices});
     });
     return list;
 }
@@ -132,6 +132,6 @@ TEST(PolygonList, TrailingPartialPointIsNoPoint) {
     set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});
     point_chunk_bytes = 3 * 12 + 11;
     bool usable = true;
-    for_each_polygon([&usable](const Polygon &polygon) { usable = polygon.is_usable; });
+    for_each_polygon([&usable](const Polygon &polygon) { usable = polygon.has_valid_indices; });
     EXPECT_FALSE(usable);
 }

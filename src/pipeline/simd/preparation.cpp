@@ -221,7 +221,7 @@ HWY_INLINE void add_polygon_normals(Vec3 *sums) {
         if (!polygon) {
             return;
         }
-        if (polygon->is_usable) {
+        if (polygon->has_valid_indices) {
             const auto &indices = polygon->indices;
             const Record normal = record_normal(record(indices[0]), record(indices[1]), record(indices[2]));
             for (const std::uint16_t point : indices.first(polygon->vertices)) {

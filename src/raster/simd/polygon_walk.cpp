@@ -38,7 +38,7 @@ void open_fan(PolygonWalk &walk) {
     walk.at = polygon->next(walk.at);
     ++walk.polygons;
     const auto &indices = polygon->indices;
-    if (!polygon->is_usable) {
+    if (!polygon->has_valid_indices) {
         return;
     }
     const bool front = is_front_face(lwopoints3[indices[0]], lwopoints3[indices[1]], lwopoints3[indices[2]]);
