@@ -62,6 +62,13 @@ class OnX11(desktop.Case):
     def wait_for_other(self):
         self.display.wait_for("xmessage")
 
+    def return_to_viewer(self):
+        """Into the picture, where the viewer takes the pointer; a click elsewhere would be the desktop's."""
+        window = self.display.wait_for(VIEWER_TITLE)
+        x, y, width, height = self.display.place_of(window)
+        self.display.xdotool("mousemove", x + width // 2, y + height // 2)
+        self.display.wait_until_pointer_is_held(window)
+
     def move(self, steps):
         words = []
         for x, y in steps:
@@ -82,6 +89,9 @@ class OnWayland(wayland.Case):
 
     def close_requester_window(self):
         self.close_requester("Escape")
+
+    def return_to_viewer(self):
+        """The pointer is never anywhere else."""
 
     def wait_for_other(self):
         time.sleep(0.3)
@@ -142,6 +152,7 @@ class Session:
 
     def move_mouse(self):
         """Turns the object; the right button goes to the next mode, the left one would end the viewer."""
+        self.return_to_viewer()
         self.move([(self.user.randint(-80, 80), self.user.randint(-60, 60)) for _ in range(10)])
         for _ in range(self.user.randrange(4)):
             self.click(3)
