@@ -5,7 +5,8 @@ import subprocess
 import unittest
 
 import desktop
-from desktop import TEXTURE_TITLE, VIEWER_TITLE
+import wayland
+from desktop import MODE_TITLE, TEXTURE_TITLE, VIEWER_TITLE
 
 
 def numbers_after(text, word):
@@ -112,6 +113,73 @@ class Unmanaged(desktop.Case):
         )
         shown = [line for line in tree.stdout.splitlines() if "Zelvo   " in line or "Select Zelvo" in line]
         return int(shown[0].split()[0], 16)
+
+
+class WaylandCase(wayland.Case):
+    """On Wayland the viewer and its requesters are two clients of the compositor."""
+
+    COMPOSITOR = wayland.Sway
+
+    def start_asking(self, key, title, **environment):
+        """The viewer, with a requester open."""
+        self.write_settings()
+        viewer = self.start(self.object, **environment)
+        self.wait_until_viewing(viewer)
+        self.open_requester(key)
+        desktop.wait_until(lambda: self.display.find(title), "the requester")
+        return viewer
+
+    def end(self, viewer, errors=""):
+        viewer.process.terminate()
+        self.assert_ends_well(viewer, errors)
+
+
+class OnWayland(WaylandCase):
+    def is_full_screen(self):
+        """Whether a corner has the black that surrounds the viewer's picture, and not the compositor's background."""
+        return self.picture().part(0, 0, 20, 20).is_black()
+
+    def test_a_requester_stays_above_the_window_that_is_kept(self):
+        viewer = self.start_asking("m", MODE_TITLE)
+        self.assertFalse(self.is_full_screen())
+        # Of other windows, the compositor shows only a full screen's dialogs.
+        self.display.command(f'[title="{VIEWER_TITLE}"] fullscreen enable')
+        desktop.wait_until(self.is_full_screen, "the full screen")
+        self.assertTrue(self.is_requester_shown())
+        self.display.command(f'[title="{MODE_TITLE}"] focus')
+        self.close_requester("Return")
+        self.wait_until_viewing(viewer)
+        self.end(viewer)
+
+    def test_the_viewers_window_has_a_name_only_while_a_requester_is_open(self):
+        viewer = self.start_asking("t", TEXTURE_TITLE, WAYLAND_DEBUG="1")
+
+        def requests(name):
+            return len(desktop.re.findall(f"-> zxdg_{name}\\(", viewer.err()))
+
+        self.assertEqual(requests(r"exporter_v1@\d+\.export"), 1)
+        self.assertEqual(requests(r"exported_v1@\d+\.destroy"), 0)
+        self.close_requester("Escape")
+        self.wait_until_viewing(viewer)
+        self.assertEqual(requests(r"exported_v1@\d+\.destroy"), 1)
+        self.assertEqual(requests(r"exporter_v1@\d+\.destroy"), 1)
+        self.end(viewer, errors=r"(\[ *[\d.]+\] [^\n]*\n)*")
+
+
+class SwayThatTiles(wayland.Sway):
+    """Tiles all windows but dialogs."""
+
+    RULES = ""
+
+
+class OnTilingWayland(WaylandCase):
+    COMPOSITOR = SwayThatTiles
+
+    def test_a_requester_is_a_dialog_and_not_tiled(self):
+        viewer = self.start_asking("t", TEXTURE_TITLE)
+        self.assertEqual(self.display.find(VIEWER_TITLE)["type"], "con")
+        self.assertEqual(self.display.find(TEXTURE_TITLE)["type"], "floating_con")
+        self.end(viewer)
 
 
 if __name__ == "__main__":

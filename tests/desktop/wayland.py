@@ -5,6 +5,7 @@ display. Both answer to what the X display answers to, so that a test reads the 
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -29,7 +30,7 @@ SWAY_SETTINGS = """
 xwayland disable
 focus_follows_mouse no
 default_border none
-for_window [app_id="zelvo"] floating enable
+{rules}
 output HEADLESS-1 resolution {width}x{height} scale {scale}
 """
 
@@ -89,6 +90,9 @@ class Weston:
 class Sway:
     """A tiling compositor that draws window frames itself, with a keyboard and a mouse of the test's."""
 
+    # What its settings say of windows: none of the viewer's is tiled.
+    RULES = 'for_window [app_id="zelvo"] floating enable'
+
     def __init__(self, environment, width=1000, height=700, scale=1):
         # Not in the test's folder, into which other users cannot look.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zelvo-sway-"))
@@ -96,7 +100,7 @@ class Sway:
         self.environment = {**environment, "WAYLAND_DISPLAY": str(self.socket)}
         self.process = self.seat = None
         settings = self.folder / "settings"
-        settings.write_text(SWAY_SETTINGS.format(width=width, height=height, scale=scale))
+        settings.write_text(SWAY_SETTINGS.format(rules=self.RULES, width=width, height=height, scale=scale))
         self.folder.chmod(0o700)
         become = []
         if os.geteuid() == 0:
@@ -149,6 +153,10 @@ class Sway:
                 found.append(node)
             waiting += children
         return found
+
+    def find(self, title):
+        """The state of the window whose title matches, None if there is none."""
+        return next((window for window in self.windows() if re.search(title, window["name"] or "")), None)
 
     def focused(self):
         """The title of the window that has the focus, empty if none has it."""

@@ -2,6 +2,7 @@
 // The dialog that asks for a display mode and a size.
 #include "platform/sdl/gtk_loop.h"
 #include "platform/sdl/gtk_words.h"
+#include "platform/sdl/requester_parent.h"
 #include "platform/sdl/typed_size.h"
 #include "platform/shared/screen_size.h"
 
@@ -214,6 +215,7 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
     gtk_window_set_resizable(GTK_WINDOW(parts.dialog), FALSE);
     gtk_container_set_border_width(GTK_CONTAINER(parts.dialog), 8);
     fill(parts, modes, initial);
+    put_above_viewer(GTK_WINDOW(parts.dialog));
     gtk_widget_show_all(parts.dialog);
     gtk_window_present(GTK_WINDOW(parts.dialog));
     const bool is_confirmed = wait_for_response(parts.dialog, while_open) == GTK_RESPONSE_ACCEPT;

@@ -7,9 +7,15 @@
 #include <SDL.h>
 #include <SDL_syswm.h>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>
+#endif
+#if defined(GDK_WINDOWING_WAYLAND) && defined(SDL_VIDEO_DRIVER_WAYLAND)
+#include "platform/sdl/exported_window.h"
+
+#include <gdk/gdkwayland.h>
 #endif
 
 namespace desktop {
@@ -22,6 +28,23 @@ void set_parent(GdkWindow *requester, unsigned long viewer) {
     gdk_property_change(requester, gdk_atom_intern_static_string("WM_TRANSIENT_FOR"),
                         gdk_atom_intern_static_string("WINDOW"), 32, GDK_PROP_MODE_REPLACE,
                         reinterpret_cast<const guchar *>(&viewer), 1);
+}
+#endif
+
+#if defined(GDK_WINDOWING_WAYLAND) && defined(SDL_VIDEO_DRIVER_WAYLAND)
+void let_go(GtkWidget *, ExportedWindow *viewer) {
+    delete viewer;
+}
+
+/// Makes a window of the toolkit's connection the dialog of one of SDL's, where the compositor leads from one
+/// connection to the other. The viewer's window keeps its name until the requester is destroyed.
+void set_parent(GtkWindow *requester, const SDL_SysWMinfo &info) {
+    auto viewer = std::make_unique<ExportedWindow>(info.info.wl.display, info.info.wl.surface);
+    if (!viewer->name.empty()) {
+        gdk_wayland_window_set_transient_for_exported(gtk_widget_get_window(GTK_WIDGET(requester)),
+                                                      viewer->name.data());
+        g_signal_connect(requester, "destroy", G_CALLBACK(let_go), viewer.release());
+    }
 }
 #endif
 
@@ -53,6 +76,11 @@ void put_above_viewer(GtkWindow *requester) {
 #if defined(GDK_WINDOWING_X11) && defined(SDL_VIDEO_DRIVER_X11)
     if (info.subsystem == SDL_SYSWM_X11 && GDK_IS_X11_WINDOW(window)) {
         set_parent(window, info.info.x11.window);
+    }
+#endif
+#if defined(GDK_WINDOWING_WAYLAND) && defined(SDL_VIDEO_DRIVER_WAYLAND)
+    if (info.subsystem == SDL_SYSWM_WAYLAND && GDK_IS_WAYLAND_WINDOW(window)) {
+        set_parent(requester, info);
     }
 #endif
 }

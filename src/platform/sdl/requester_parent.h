@@ -11,11 +11,12 @@ namespace desktop {
 void choose_the_viewers_display();
 
 /// Makes a requester that is not shown yet a dialog of the viewer's window, which then stays below it, even
-/// one that is above all others. Nothing if the window is closed or hidden.
+/// one that is above all others. Nothing if the window is closed or hidden, or the display does not know such
+/// dialogs.
 void put_above_viewer(GtkWindow *requester);
 
 /// Gives a requester that is open the focus and brings it to the front: the user went to the viewer, which
-/// can do nothing before the requester is answered.
+/// can do nothing before the requester is answered. A Wayland compositor may decide otherwise.
 void bring_forward(GtkWindow *requester);
 
 } // namespace desktop
