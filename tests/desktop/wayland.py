@@ -79,6 +79,11 @@ class Weston:
         self.at = tuple(min(max(at + by, 20), size - 20) for at, by, size in zip(self.at, (x, y), self.size))
         self.x.xdotool("mousemove", "--window", self.screen, *self.at)
 
+    def park_pointer(self):
+        """Puts the pointer, which is part of what is shown, where it covers no picture: only the frames of windows
+        reach so far up."""
+        self.x.xdotool("mousemove", "--window", self.screen, 500, 2)
+
     def click(self, button):
         self.x.xdotool("click", button)
 
@@ -174,6 +179,9 @@ class Sway:
         self.seat.move(x, y)
         time.sleep(MOTION_SECONDS)
 
+    def park_pointer(self):
+        """Nothing: windows open in the middle, where the pointer is not."""
+
     def click(self, button):
         self.seat.click(button)
 
@@ -202,6 +210,25 @@ class Case(desktop.Case):
 
     def picture(self, window=None):
         return desktop.wait_until(self.display.shown, "a picture of the display")
+
+    def shows(self, expected):
+        """Whether the display shows this picture somewhere."""
+        shown = self.picture()
+        lit = next(y for y in range(expected.height) if not expected.rows(y, y + 1).is_black())
+        needle = expected.rows(lit, lit + 1).rgb
+        for y in range(lit, shown.height - expected.height + lit + 1):
+            at = shown.rows(y, y + 1).rgb.find(needle)
+            if at >= 0 and at % 3 == 0:
+                part = shown.part(at // 3, y - lit, expected.width, expected.height)
+                return part.difference(expected) is None
+        return False
+
+    def wait_until_shown(self, expected):
+        try:
+            desktop.wait_until(lambda: self.shows(expected), "the picture")
+        except AssertionError:
+            expected.write(f"{self.id()}.expected.ppm")
+            self._fail_and_show("the picture")
 
     def is_requester_shown(self):
         """Whether a dialog is to be seen, in whatever window."""

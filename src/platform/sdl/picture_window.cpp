@@ -320,6 +320,9 @@ bool take_kept_window(const DisplayMode &mode) {
         }
     }
     SDL_SetWindowTitle(window, plain_title.c_str());
+    // When a requester is closed a compositor gives the window the focus, and its size along with it. Taken
+    // later, that would be the size to go back to.
+    SDL_PumpEvents();
     if (!mode.is_full_screen && !is_scaled_by_fraction()) {
         const Extent extent = opening_extent(mode);
         SDL_SetWindowSize(window, extent.width, extent.height);
