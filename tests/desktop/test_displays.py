@@ -2,11 +2,11 @@
 """Displays that are missing, go away, or are of another kind."""
 
 import signal
-import subprocess
 import time
 import unittest
 
 import desktop
+import wayland
 
 NOWHERE = {"DISPLAY": None, "WAYLAND_DISPLAY": None}
 
@@ -77,100 +77,38 @@ class Dummy(desktop.Case):
         assert_runs_until_terminated(self, lambda: self.start(self.object, SDL_VIDEODRIVER="dummy", **NOWHERE))
 
 
-class Wayland(desktop.Case):
-    """A compositor that draws into a window of the X server without a screen, where it has a keyboard."""
+class Wayland(wayland.Case):
+    COMPOSITOR = wayland.Weston
 
-    def setUp(self):
-        super().setUp()
-        self.compositor = self.start_compositor()
-        self.screen = self.display.wait_for("^Weston Compositor")
-        # The compositor places windows at random, but never over its panel: there its pointer, which is part of
-        # what it shows, covers none.
-        self.display.xdotool("mousemove", "--window", self.screen, 500, 2)
-
-    def start_compositor(self):
-        compositor = subprocess.Popen(
-            ["weston", "--backend=x11-backend.so", "--use-pixman", "--width=1000", "--height=700"]
-            + ["--socket=zelvo-test", "--idle-time=0", "--no-config"],
-            env=self.environment(),
-            stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
-        )
-        self.addCleanup(compositor.wait)
-        self.addCleanup(compositor.terminate)
-        desktop.wait_until((self.runtime / "zelvo-test").exists, "the compositor")
-        return compositor
-
-    def start_on_wayland(self):
-        return self.start(self.object, DISPLAY=None, WAYLAND_DISPLAY="zelvo-test")
-
-    def find_on_screen(self, expected):
-        """Whether the compositor shows this picture somewhere."""
-        shown = self.picture(self.screen)
-        rows = [shown.rgb[y * shown.width * 3 : (y + 1) * shown.width * 3] for y in range(shown.height)]
-        lit = next(y for y in range(expected.height) if not expected.rows(y, y + 1).is_black())
-        needle = expected.rows(lit, lit + 1).rgb
-        for y, row in enumerate(rows):
-            at = row.find(needle)
-            if at >= 0 and at % 3 == 0 and y >= lit and y - lit + expected.height <= shown.height:
-                part = shown.part(at // 3, y - lit, expected.width, expected.height)
-                return part.difference(expected) is None
-        return False
-
-    def settled(self):
-        """What the compositor shows below its panel, which has a clock, once that stays for half a second."""
-
-        def staying():
-            before = self.picture(self.screen).rows(40, 700).rgb
-            desktop.time.sleep(0.5)
-            return before if before == self.picture(self.screen).rows(40, 700).rgb else None
-
-        return desktop.wait_until(staying, "a picture that stays")
+    def start_on_the_object(self):
+        self.write_settings()
+        return self.start(self.object)
 
     def test_keys_and_picture(self):
-        self.write_settings()
-        viewer = self.start_on_wayland()
+        self.display.park_pointer()
+        viewer = self.start_on_the_object()
         greeting, dots = self.rehearse("50 key p", 60, 10, 50)
-        desktop.wait_until(lambda: self.find_on_screen(greeting.rows(20, 256)), "the picture")
+        self.wait_until_shown(greeting.rows(20, 256))
         self.display.key("p")
-        desktop.wait_until(lambda: self.find_on_screen(dots), "the dots and their message")
+        self.wait_until_shown(dots)
         self.display.key("s", "Escape")
         self.assert_ends_well(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings(dots=1))
 
     def test_passes_are_paced_and_a_signal_ends_them(self):
-        self.write_settings()
-        assert_runs_until_terminated(self, self.start_on_wayland)
-
-    def test_first_start_requester(self):
-        empty = self.settled()
-        viewer = self.start_on_wayland()
-        desktop.wait_until(lambda: self.settled() != empty, "the requester")
-        self.display.key("Return")
-
-        def saved():
-            """A key that comes before the viewer has the keyboard is lost; a second save does no harm."""
-            self.display.key("s")
-            desktop.time.sleep(0.3)
-            return self.env_file.exists()
-
-        desktop.wait_until(saved, "the settings")
-        viewer.process.terminate()
-        self.assert_ends_well(viewer)
-        self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 320, 256\n"))
+        assert_runs_until_terminated(self, self.start_on_the_object)
 
     def test_requesters_are_on_the_same_display_as_the_viewer(self):
-        viewer = self.start(self.object, WAYLAND_DISPLAY="zelvo-test")
-        self.display.wait_for(desktop.MODE_TITLE)
+        viewer = self.start(self.object, DISPLAY=self.display.x.name)
+        self.display.x.wait_for(desktop.MODE_TITLE)
         self.display.key("Return")
-        self.display.wait_for(desktop.VIEWER_TITLE)
+        self.display.x.wait_for(desktop.VIEWER_TITLE)
         self.quit(viewer)
 
     def test_a_compositor_that_goes_away(self):
-        self.write_settings()
-        viewer = self.start_on_wayland()
-        desktop.time.sleep(1.0)
-        self.compositor.kill()
+        viewer = self.start_on_the_object()
+        self.wait_until_viewing(viewer)
+        self.display.process.kill()
         self.assert_ends_well(viewer)
 
 
