@@ -106,8 +106,9 @@ class Wayland(wayland.Case):
         self.quit(viewer)
 
     def test_a_compositor_that_goes_away(self):
+        self.display.park_pointer()
         viewer = self.start_on_the_object()
-        self.wait_until_viewing(viewer)
+        self.wait_until_shown(self.rehearse("", 10, 10)[0].rows(20, 256))
         self.display.process.kill()
         self.assert_ends_well(viewer)
 

@@ -23,6 +23,10 @@ DIALOG_PIXELS = 5000
 # unread, as the viewer would while it saves a file.
 KEY_SECONDS, MOTION_SECONDS = 0.02, 0.005
 
+# After so long a key is lost: the window that it was meant for did not have the keyboard yet. A requester has more
+# time to close, since Esc, pressed again too early, would end the viewer.
+OPENING_PATIENCE, CLOSING_PATIENCE = 5.0, 15.0
+
 # A user other than root, as whom the compositor runs that refuses to run as root.
 NOBODY = 65534
 
@@ -237,17 +241,17 @@ class Case(desktop.Case):
 
     def open_requester(self, key):
         """Presses a key of the viewer until it has the keyboard and a requester is to be seen."""
-        self._press_until(key, self.is_requester_shown, "a requester after " + key)
+        self._press_until(key, self.is_requester_shown, OPENING_PATIENCE, "a requester after " + key)
 
     def close_requester(self, key):
         """Presses a key of the requester until it has the keyboard and is gone."""
-        self._press_until(key, lambda: not self.is_requester_shown(), "no requester after " + key)
+        self._press_until(key, lambda: not self.is_requester_shown(), CLOSING_PATIENCE, "no requester after " + key)
 
-    def _press_until(self, key, condition, what):
+    def _press_until(self, key, condition, patience, what):
         for _ in range(5):
             self.display.key(key)
             try:
-                desktop.wait_until(condition, what, 5.0)
+                desktop.wait_until(condition, what, patience)
                 return
             except AssertionError:
                 pass
@@ -265,7 +269,8 @@ class Case(desktop.Case):
         """Until the viewer has the keyboard: it saves its settings, which hold these texts."""
 
         def state():
-            return self.env_file.stat() if self.env_file.exists() else None
+            # Not the time when the file was read, which the viewer does when it starts.
+            return self.env_file.stat().st_mtime_ns if self.env_file.exists() else None
 
         def saved():
             self.assertIsNone(viewer.process.poll(), viewer.err())
