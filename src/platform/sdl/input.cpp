@@ -122,7 +122,7 @@ void take_input(std::deque<IntuiMessage> &messages) {
     while (SDL_PollEvent(&event) != 0) {
         switch (event.type) {
         case SDL_SYSWMEVENT:
-            note_x11_event(*event.syswm.msg, false);
+            note_x11_event(*event.syswm.msg);
             break;
         case SDL_KEYDOWN:
             take_key(event.key, messages);
@@ -162,7 +162,7 @@ bool drop_input() {
     while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
         switch (event.type) {
         case SDL_SYSWMEVENT:
-            note_x11_event(*event.syswm.msg, true);
+            note_x11_event(*event.syswm.msg);
             break;
         case SDL_KEYDOWN:
         case SDL_KEYUP:

@@ -55,12 +55,10 @@ void take_report(const XKeymapEvent &report) {
     awaits_report = false;
 }
 
-void note_key(const XKeyEvent &key, bool is_press, bool is_dropped) {
+void note_key(const XKeyEvent &key, bool is_press) {
     const std::size_t code = key.keycode % keycode_count;
     if (!is_press) {
         held_keys[code] = false;
-    } else if (is_dropped) {
-        held_keys[code] = true;
     }
     last_is_held = held_keys[code];
     last_has_latin_letters = has_latin_letters(key);
@@ -72,20 +70,20 @@ void watch_x11_keyboard() {
     SDL_EventState(SDL_SYSWMEVENT, SDL_ENABLE);
 }
 
-void note_x11_event(const SDL_SysWMmsg &event, bool is_dropped) {
+void note_x11_event(const SDL_SysWMmsg &event) {
     if (event.subsystem != SDL_SYSWM_X11) {
         return;
     }
     const XEvent &x_event = event.msg.x11.event;
     switch (x_event.type) {
     case KeymapNotify:
-        if (awaits_report || is_dropped) {
+        if (awaits_report) {
             take_report(x_event.xkeymap);
         }
         break;
     case KeyPress:
     case KeyRelease:
-        note_key(x_event.xkey, x_event.type == KeyPress, is_dropped);
+        note_key(x_event.xkey, x_event.type == KeyPress);
         break;
     default:
         break;

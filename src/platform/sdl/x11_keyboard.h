@@ -12,8 +12,8 @@ namespace desktop {
 void watch_x11_keyboard();
 
 /// Notes an event of the X server. Must see all of them, in order; SDL reports each one right before what it
-/// makes of it. With `is_dropped`, keys that are pressed count as held until they are released.
-void note_x11_event(const SDL_SysWMmsg &event, bool is_dropped);
+/// makes of it.
+void note_x11_event(const SDL_SysWMmsg &event);
 
 /// From now on the keys that are down are ignored until they are released. The X server says which those are
 /// right after it gives the window the focus.
