@@ -50,7 +50,7 @@ def main():
         for seed, (code, text) in zip(seeds, pool.map(lambda seed: run_session(chosen, seed), seeds)):
             if code != 0:
                 failed.append(seed)
-            print(text if code != 0 else "\n".join(line for line in text.splitlines() if "seed" in line or "KiB" in line))
+            print(text if code != 0 else "\n".join(line for line in text.splitlines() if "seed" in line))
             sys.stdout.flush()
     print(f"{chosen.sessions - len(failed)} of {chosen.sessions} sessions on {chosen.on} passed", flush=True)
     if failed:
