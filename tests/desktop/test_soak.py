@@ -27,7 +27,7 @@ KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", 
 WIDTHS = ["160", "200", "320", "401", "512"]
 
 # What the caches of toolkits and drivers may take in a session, compared in one and the same small window. They took 3 to
-# 11 MiB here, in four minutes no more than in half of one.
+# 11 MiB here, and in four minutes less than in two.
 ALLOWED_GROWTH_KIB = 16384
 
 
