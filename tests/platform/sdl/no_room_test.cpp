@@ -82,7 +82,8 @@ protected:
 
 } // namespace
 
-void *operator new(std::size_t size) {
+// Not inlined, since compilers then see a free of what comes from an operator.
+[[gnu::noinline]] void *operator new(std::size_t size) {
     void *made = is_refused(size) ? nullptr : std::malloc(size);
     if (made == nullptr) {
         throw std::bad_alloc();
@@ -90,11 +91,11 @@ void *operator new(std::size_t size) {
     return made;
 }
 
-void operator delete(void *freed) noexcept {
+[[gnu::noinline]] void operator delete(void *freed) noexcept {
     std::free(freed);
 }
 
-void operator delete(void *freed, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void *freed, std::size_t) noexcept {
     std::free(freed);
 }
 
