@@ -5,6 +5,11 @@
 #include <gtest/gtest.h>
 #include <pango/pangocairo.h>
 
+/// Asked by the sanitized build: the fonts' library keeps what it has read until the process ends.
+extern "C" const char *__lsan_default_suppressions() {
+    return "leak:libfontconfig\n";
+}
+
 namespace {
 
 /// Where the toolkit's text engine draws the character at an index of a text, in a dialog that is read from
