@@ -85,7 +85,7 @@ void mark(GtkEntry *field, const char *style_class, bool is_marked) {
 
 std::string memory_notice(std::uint64_t needed) {
     char *amount = g_format_size(needed);
-    const std::string notice = toolkit_words("Not enough free memory") + ": " + amount;
+    std::string notice = toolkit_words("Not enough free memory") + ": " + amount;
     g_free(amount);
     return notice;
 }

@@ -55,7 +55,7 @@ std::FILE *open_plain_file(const std::string &path, const char *mode, const OnFa
 
 std::string report_failed_save(const std::string &name, const std::string &path, int error) {
     const std::string place = path.empty() ? "" : " (" + path + ")";
-    const std::string text = name + " was not saved: " + std::strerror(error) + place;
+    std::string text = name + " was not saved: " + std::strerror(error) + place;
     std::fprintf(stderr, "zelvo: %s\n", text.c_str());
     return text;
 }
