@@ -110,7 +110,9 @@ class OnWeston(OnWayland):
     COMPOSITOR = wayland.Weston
 
     def ask_for_focus(self):
-        """Now and then weston gives the focus to nobody when a requester closes and the viewer becomes full screen."""
+        """Weston takes a click on a window's frame as one on a window of its own, which ends with the frame when the
+        viewer becomes full screen. Then nobody has the focus until a click into the picture."""
+        self.display.point_at_picture()
         self.display.click(3)
 
 

@@ -27,6 +27,9 @@ KEY_SECONDS, MOTION_SECONDS = 0.02, 0.005
 # time to close, since Esc, pressed again too early, would end the viewer.
 OPENING_PATIENCE, CLOSING_PATIENCE = 5.0, 15.0
 
+# What weston shows where no window is; red, green and blue are the same.
+BACKGROUND = 0x5A
+
 # A user other than root, as whom the compositor runs that refuses to run as root.
 NOBODY = 65534
 
@@ -49,7 +52,7 @@ class Weston:
         self.at = (width // 2, height // 2)
         # Without a panel, whose button starts other programs.
         settings = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "weston.ini"
-        settings.write_text("[shell]\npanel-position=none\n")
+        settings.write_text(f"[shell]\npanel-position=none\nbackground-color=0xff{BACKGROUND * 0x10101:06x}\n")
         self.socket = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "zelvo-test"
         self.process = None
         try:
@@ -81,6 +84,18 @@ class Weston:
     def move(self, x, y):
         # Within the compositor's window: beside it a click opens the window manager's menu.
         self.at = tuple(min(max(at + by, 20), size - 20) for at, by, size in zip(self.at, (x, y), self.size))
+        self.x.xdotool("mousemove", "--window", self.screen, *self.at)
+
+    def point_at_picture(self):
+        """Moves the pointer to the middle of the viewer's window, the only one that is to be seen."""
+        shown = self.shown()
+        background = bytes([BACKGROUND])
+        rows = [shown.rows(y, y + 1).rgb for y in range(shown.height)]
+        lit = [y for y, row in enumerate(rows) if row.strip(background)]
+        middle = (lit[0] + lit[-1]) // 2
+        row = rows[middle]
+        left, right = (len(row) - len(row.lstrip(background))) // 3, len(row.rstrip(background)) // 3
+        self.at = ((left + right) // 2, middle)
         self.x.xdotool("mousemove", "--window", self.screen, *self.at)
 
     def park_pointer(self):
@@ -241,20 +256,20 @@ class Case(desktop.Case):
 
     def open_requester(self, key):
         """Presses a key of the viewer until it has the keyboard and a requester is to be seen."""
-        self._press_until(key, self.is_requester_shown, OPENING_PATIENCE, "a requester after " + key)
+        self._press_until(key, self.is_requester_shown, OPENING_PATIENCE, "a requester after " + key, self.ask_for_focus)
 
     def close_requester(self, key):
         """Presses a key of the requester until it has the keyboard and is gone."""
         self._press_until(key, lambda: not self.is_requester_shown(), CLOSING_PATIENCE, "no requester after " + key)
 
-    def _press_until(self, key, condition, patience, what):
+    def _press_until(self, key, condition, patience, what, between=lambda: None):
         for _ in range(5):
             self.display.key(key)
             try:
                 desktop.wait_until(condition, what, patience)
                 return
             except AssertionError:
-                pass
+                between()
         self._fail_and_show(what)
 
     def _fail_and_show(self, what):
