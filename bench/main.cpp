@@ -7,6 +7,7 @@
 
 #include "core/forms.h"
 #include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
 #include "pipeline/clearing.h"
 #include "pipeline/dots_effect.h"
 #include "pipeline/lighting.h"

@@ -2,7 +2,7 @@
 // The objects that are measured, made in memory as the reader would leave them.
 #pragma once
 
-#include "main_68k/viewer_state.h"
+#include "core/vec3.h"
 
 #include <cstdint>
 #include <string>

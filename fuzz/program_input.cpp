@@ -3,6 +3,7 @@
 #include "program_input.h"
 
 #include "main_68k/viewer_state.h"
+#include "settings/environment_map.h"
 #include "support/model_builder.h"
 
 #include <algorithm>

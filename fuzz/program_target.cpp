@@ -4,7 +4,8 @@
 #include "program_input.h"
 
 #include "main_68k/start_up.h"
-#include "main_68k/viewer_state.h"
+#include "raster/texture_map.h"
+#include "settings/environment_map.h"
 #include "settings/settings_file.h"
 
 #include <string>

@@ -3,11 +3,11 @@
 // with.
 #include "harness.h"
 
+#include "core/fatal_exit.h"
 #include "display/overlay_text.h"
 #include "display/palette.h"
 #include "display/presentation.h"
 #include "display/screen.h"
-#include "main_68k/fatal_exit.h"
 #include "main_68k/viewer_state.h"
 #include "pipeline/preparation.h"
 #include "pipeline/render_frame.h"

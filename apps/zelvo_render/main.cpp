@@ -2,12 +2,12 @@
 // zelvo-render: the viewer on the offscreen host, its pictures as files.
 #include "give_up.h"
 #include "main_68k/start_up.h"
-#include "main_68k/viewer_state.h"
 #include "options.h"
 #include "outputs.h"
 #include "platform/offscreen/host.h"
 #include "platform/offscreen/input_script.h"
 #include "platform/shared/standard_streams.h"
+#include "settings/environment_map.h"
 #include "temporary_folder.h"
 
 #include <csignal>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "object/model.h"
+#include "object/polygon_list.h"
 #include "raster/face_loops.h"
-#include "raster/polygon_list.h"
 
 #include <cstdint>
 #include <span>

@@ -3,7 +3,7 @@
 // padding.
 #pragma once
 
-#include "main_68k/heap_array.h"
+#include "core/heap_array.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,6 +28,14 @@ extern HeapArray<std::uint8_t> planarbuf2;
 
 /// Triangles and dots are drawn in rows 6 to height - 6; the rows above and below belong to clears and texts.
 constexpr std::int32_t first_drawn_row = 6;
+
+/// Allocates the five buffers for frames of this size, which becomes `frame_width` and `frame_height`. If the
+/// heap refuses one, or the number of pixels is negative or does not fit 32 bits, the program ends with its
+/// message.
+void allocate_frame_buffers(std::int32_t width, std::int32_t height);
+
+/// Releases the buffers that are held.
+void release_frame_buffers();
 
 /// Pixels of a frame.
 inline std::size_t frame_pixels() {

@@ -2,9 +2,9 @@
 // Computes the gamma-corrected grey ramp and loads it into the screen.
 #include "display/palette.h"
 
+#include "core/to_int.h"
 #include "display/screen.h"
 #include "main_68k/viewer_state.h"
-#include "raster/fixed_point.h"
 
 #include <array>
 #include <cmath>

@@ -2,15 +2,14 @@
 // Opens and closes the display in a fixed order, and asks for its mode.
 #include "display/screen.h"
 
+#include "core/fatal_exit.h"
 #include "display/frame_buffers.h"
 #include "display/palette.h"
-#include "main_68k/fatal_exit.h"
 #include "main_68k/viewer_state.h"
 #include "platform/asl.h"
 
 #include <cassert>
 #include <cstdio>
-#include <limits>
 
 Screen *myscreen = nullptr;
 Window *window = nullptr;
@@ -33,30 +32,6 @@ constexpr LONG blank_pointer_width = 16;
 
 /// Marks the end of a pen array.
 constexpr UWORD pens_end = 0xFFFF;
-
-template <typename T>
-void allocate_or_exit(HeapArray<T> &buffer, std::size_t count, const char *refusal) {
-    buffer = allocate_array<T>(count);
-    if (buffer == nullptr) {
-        fatal_exit(refusal);
-    }
-}
-
-/// Allocates the five buffers. A size whose product is negative or does not fit 32 bits has no buffer.
-void allocate_frame_buffers() {
-    const std::int64_t pixels = std::int64_t{viewer.width} * viewer.height;
-    if (pixels < 0 || pixels > std::numeric_limits<std::int32_t>::max()) {
-        fatal_exit("Couldn't allocate *chunkybuf1 memory\n");
-    }
-    frame_width = viewer.width;
-    frame_height = viewer.height;
-    const auto count = static_cast<std::size_t>(pixels);
-    allocate_or_exit(chunkybuf1, count, "Couldn't allocate *chunkybuf1 memory\n");
-    allocate_or_exit(chunkybuf2, count, "Couldn't allocate *chunkybuf2 memory\n");
-    allocate_or_exit(zbuf, count, "Couldn't allocate *zbuf memory\n");
-    allocate_or_exit(planarbuf1, count, "Couldn't allocate *planarbuf1 memory\n");
-    allocate_or_exit(planarbuf2, count, "Couldn't allocate *planarbuf2 memory\n");
-}
 
 void open_screen() {
     static const std::array<UWORD, 13> pens{0, 1, 1, 2, 1, 3, 2, 0, 2, 1, 2, 1, pens_end};
@@ -131,7 +106,7 @@ void free_screen_buffer(ScreenBuffer *&buffer) {
 } // namespace
 
 void open_display() {
-    allocate_frame_buffers();
+    allocate_frame_buffers(viewer.width, viewer.height);
     open_screen();
     open_window();
     assert(myscreen != nullptr);
@@ -166,11 +141,7 @@ void close_display() {
         CloseScreen(myscreen);
         myscreen = nullptr;
     }
-    planarbuf1.reset();
-    planarbuf2.reset();
-    chunkybuf1.reset();
-    chunkybuf2.reset();
-    zbuf.reset();
+    release_frame_buffers();
 }
 
 void choose_display_mode() {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Releases what the program holds, in a fixed order, and ends the process.
-#include "main_68k/fatal_exit.h"
+#include "core/fatal_exit.h"
 
 #include "display/screen.h"
 #include "main_68k/libraries.h"

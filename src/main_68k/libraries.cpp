@@ -2,7 +2,7 @@
 // Opens and closes the system libraries, each with the interface that its calls are made through.
 #include "main_68k/libraries.h"
 
-#include "main_68k/fatal_exit.h"
+#include "core/fatal_exit.h"
 #include "platform/asl.h"
 #include "platform/graphics.h"
 #include "platform/intuition.h"

@@ -2,9 +2,9 @@
 // Starts the program: libraries, object file, settings, object, texture, tables, display, frame loop.
 #include "main_68k/start_up.h"
 
+#include "core/fatal_exit.h"
 #include "display/frame_buffers.h"
 #include "display/screen.h"
-#include "main_68k/fatal_exit.h"
 #include "main_68k/frame_loop.h"
 #include "main_68k/libraries.h"
 #include "main_68k/run_statistics.h"
@@ -15,6 +15,7 @@
 #include "platform/asl.h"
 #include "platform/dos.h"
 #include "raster/dots.h"
+#include "raster/texture_map.h"
 #include "settings/environment_map.h"
 #include "settings/settings_file.h"
 
@@ -75,13 +76,6 @@ void measure_file(std::FILE *file) {
     (void)std::fseek(file, 0, SEEK_END);
     (void)std::ftell(file);
     (void)std::fseek(file, 0, SEEK_SET);
-}
-
-void allocate_dot_image() {
-    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
-    if (dot_image == nullptr) {
-        fatal_exit("Couldn't allocate 'dot' memory\n");
-    }
 }
 
 } // namespace

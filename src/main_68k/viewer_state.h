@@ -2,27 +2,13 @@
 // The viewer state: every setting and toggle, in one record that all rooms read and the commands change.
 #pragma once
 
+#include "core/vec3.h"
+
 #include <array>
 #include <cstdint>
 
-/// Three single-precision coordinates, as the model arrays hold them.
-struct Vec3 {
-    float x;
-    float y;
-    float z;
-};
-
-/// Exponent of the dot sprite's size: the sprite is 2^(k + 1) pixels square. Never changed at run time.
-constexpr int dot_size_shift = 5;
-
 /// Seconds for which a status message stays on the screen.
 constexpr double message_duration = 2.0;
-
-/// The default name of the environment map, relative to the current directory.
-constexpr char default_envmap_filename[] = "Zelvo_envmap.chunky";
-
-/// Bytes in the environment map: 256 rows of 256 texels.
-constexpr int envmap_bytes = 65536;
 
 /// Values of `obj_style`, in the order of the mode table.
 enum RenderMode : std::int32_t {

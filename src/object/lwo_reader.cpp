@@ -2,12 +2,13 @@
 // Reads the point and polygon chunks of an IFF form LWOB; every other chunk is skipped unread.
 #include "object/lwo_reader.h"
 
-#include "main_68k/fatal_exit.h"
+#include "core/fatal_exit.h"
 #include "object/model.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <span>
 
 namespace {
@@ -72,7 +73,7 @@ void make_native(void *data, std::size_t bytes_read) {
         } else {
             value = big_endian_16(bytes + at);
         }
-        __builtin_memcpy(bytes + at, &value, sizeof(T));
+        std::memcpy(bytes + at, &value, sizeof(T));
     }
 }
 
@@ -88,10 +89,10 @@ struct BytesRead {
 template <typename Number, typename T>
 bool read_chunk(std::FILE *file, std::uint32_t size, HeapArray<T> &array, std::int32_t &array_bytes,
                 std::size_t &bytes_read, const char *refusal) {
-    HeapArray<T> data = is_negative(size) ? nullptr : allocate_array<T>(size / sizeof(T) + 1);
-    if (data == nullptr) {
+    if (is_negative(size)) {
         fatal_exit(refusal);
     }
+    HeapArray<T> data = allocate_or_exit<T>(size / sizeof(T) + 1, refusal);
     bytes_read = std::fread(data.get(), 1, size, file);
     make_native<Number>(data.get(), bytes_read);
     array = std::move(data);
@@ -141,15 +142,6 @@ void measure_unread(const BytesRead &bytes_read) {
     alike_points = std::max(point_count() - reached_points, 0);
 }
 
-/// An array of `bytes` bytes, with a record of T to spare for a trailing partial one.
-template <typename T>
-void allocate_or_exit(HeapArray<T> &array, std::int32_t bytes, const char *refusal) {
-    array = allocate_array<T>(static_cast<std::size_t>(bytes) / sizeof(T) + 1);
-    if (array == nullptr) {
-        fatal_exit(refusal);
-    }
-}
-
 } // namespace
 
 void read_object(std::FILE *file) {
@@ -163,9 +155,10 @@ void read_object(std::FILE *file) {
         fatal_exit("nincs polygon az objektben!\n");
     }
     measure_unread(bytes_read);
-    allocate_or_exit(lwopoints2, point_chunk_bytes, "Couldn't allocate *lwopoints2 memory\n");
-    allocate_or_exit(lwopoints3, point_chunk_bytes, "Couldn't allocate *lwopoints3 memory\n");
-    allocate_or_exit(lwonormals2, point_chunk_bytes, "Couldn't allocate *lwonormals2 memory\n");
-    allocate_or_exit(lwonormals3, point_chunk_bytes, "Couldn't allocate *lwonormals3 memory\n");
-    allocate_or_exit(lwofis, point_chunk_bytes / 3, "Couldn't allocate *lwofis memory\n");
+    const auto count = static_cast<std::size_t>(point_count()) + 1;
+    lwopoints2 = allocate_or_exit<Vec3>(count, "Couldn't allocate *lwopoints2 memory\n");
+    lwopoints3 = allocate_or_exit<Vec3>(count, "Couldn't allocate *lwopoints3 memory\n");
+    lwonormals2 = allocate_or_exit<Vec3>(count, "Couldn't allocate *lwonormals2 memory\n");
+    lwonormals3 = allocate_or_exit<Vec3>(count, "Couldn't allocate *lwonormals3 memory\n");
+    lwofis = allocate_or_exit<float>(count, "Couldn't allocate *lwofis memory\n");
 }

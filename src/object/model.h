@@ -4,8 +4,8 @@
 // the last point can be read as four floats.
 #pragma once
 
-#include "main_68k/heap_array.h"
-#include "main_68k/viewer_state.h"
+#include "core/heap_array.h"
+#include "core/vec3.h"
 
 #include <cstdint>
 

@@ -3,11 +3,12 @@
 #include "pipeline/dots_effect.h"
 
 #include "core/forms.h"
+#include "core/to_int.h"
 #include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
-#include "raster/fixed_point.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "pipeline/lighting.h"
 
 #include "core/forms.h"
+#include "main_68k/viewer_state.h"
 #include "object/model.h"
 #include "pipeline/preparation.h"
 

@@ -2,7 +2,7 @@
 // Light on a polygon and light on a point: 25 facing away from the light, 255 facing it.
 #pragma once
 
-#include "main_68k/viewer_state.h"
+#include "core/vec3.h"
 #include "raster/face_loops.h"
 
 /// The colour of a surface that the light does not reach, and what full light adds.

@@ -4,11 +4,11 @@
 
 #include "core/forms.h"
 #include "object/model.h"
+#include "object/polygon_list.h"
 #include "pipeline/lighting.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
-#include "raster/polygon_list.h"
 
 #include <algorithm>
 #include <cmath>

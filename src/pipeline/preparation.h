@@ -2,7 +2,7 @@
 // What is done once to an object before its first frame.
 #pragma once
 
-#include "main_68k/viewer_state.h"
+#include "core/vec3.h"
 
 #include <cstddef>
 

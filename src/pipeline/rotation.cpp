@@ -3,9 +3,10 @@
 #include "pipeline/rotation.h"
 
 #include "core/forms.h"
+#include "core/to_int.h"
 #include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
 #include "object/model.h"
-#include "raster/fixed_point.h"
 
 #include <cmath>
 #include <cstddef>

@@ -2,7 +2,7 @@
 // Turning the object, its normals or the light, and projecting the object onto the screen.
 #pragma once
 
-#include "main_68k/viewer_state.h"
+#include "core/vec3.h"
 
 #include <cstddef>
 

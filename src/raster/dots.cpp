@@ -4,6 +4,7 @@
 
 #include "core/forms.h"
 #include "display/frame_buffers.h"
+#include "main_68k/viewer_state.h"
 #include "object/model.h"
 #include "raster/fixed_point.h"
 
@@ -56,6 +57,11 @@ std::int32_t equivalent_plots(std::int32_t times) {
 }
 
 } // namespace
+
+void allocate_dot_image() {
+    dot_image = allocate_or_exit<std::uint8_t>(std::size_t{dot_image_size} * dot_image_size,
+                                               "Couldn't allocate 'dot' memory\n");
+}
 
 void build_dot_image() {
     constexpr int peak = dot_image_radius - 1;

@@ -2,11 +2,13 @@
 // Dots: round glows added onto the frame, one at a time or one at every point of the object.
 #pragma once
 
-#include "main_68k/heap_array.h"
-#include "main_68k/viewer_state.h"
+#include "core/heap_array.h"
 
 #include <cstddef>
 #include <cstdint>
+
+/// Exponent of the dot sprite's size: the sprite is 2^(k + 1) pixels square.
+constexpr int dot_size_shift = 5;
 
 /// Width and height of the dot sprite, and the radius of its dot, in texels.
 constexpr int dot_image_size = 2 << dot_size_shift;
@@ -15,6 +17,9 @@ constexpr int dot_image_radius = 1 << dot_size_shift;
 /// The dot sprite: a cone of brightness, 255 at texel (R - 1, R - 1). Allocated at start-up, filled by
 /// preparation.
 extern HeapArray<std::uint8_t> dot_image;
+
+/// Allocates `dot_image`, or ends the program.
+void allocate_dot_image();
 
 /// Fills `dot_image`: 255 at its peak, falling linearly to 0 at a distance of R - 1 texels. The peak is one
 /// texel above and left of the square's centre, so that the last row and column stay 0.

@@ -4,8 +4,9 @@
 #include "raster/face_loops.h"
 
 #include "core/forms.h"
+#include "main_68k/viewer_state.h"
 #include "object/model.h"
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 #include "raster/triangle_fillers.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 // The face loops of the solid modes: every polygon is culled, cut into a fan of triangles, and filled.
 #pragma once
 
-#include "main_68k/viewer_state.h"
+#include "core/vec3.h"
 
 #include <array>
 #include <cstddef>

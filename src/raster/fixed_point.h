@@ -1,25 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Numbers of the rasteriser: the one conversion from floating point, 16.16 fixed point, wrapping
-// accumulators.
+// 16.16 fixed point in accumulators that wrap.
 #pragma once
 
-#include <cstdint>
-#include <limits>
-
-/// Truncates toward zero and saturates at the ends of the 32-bit range; NaN gives the smallest integer, as
-/// the PowerPC's conversion does. Every float in the program becomes an integer here (a float widens
-/// exactly).
-inline std::int32_t to_int(double value) {
-    constexpr double largest = 2147483647.0;
-    constexpr double smallest = -2147483648.0;
-    if (value >= largest) {
-        return std::numeric_limits<std::int32_t>::max();
-    }
-    if (value > smallest) {
-        return static_cast<std::int32_t>(value);
-    }
-    return std::numeric_limits<std::int32_t>::min();
-}
+#include "core/to_int.h"
 
 /// A wrapping 32-bit accumulator; read with as_signed. Overflow is defined for it, and n steps are one
 /// product.

@@ -10,8 +10,6 @@
 #include <cstddef>
 #include <utility>
 
-HeapArray<std::uint8_t> envmap;
-
 namespace {
 
 /// Slots of one interpolated quantity in the three vertices.

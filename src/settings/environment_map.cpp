@@ -2,7 +2,7 @@
 // Finds, asks for and reads the texture file.
 #include "settings/environment_map.h"
 
-#include "main_68k/fatal_exit.h"
+#include "core/fatal_exit.h"
 #include "main_68k/viewer_state.h"
 #include "platform/asl.h"
 #include "platform/dos.h"
@@ -34,13 +34,6 @@ void take_name(const FileRequester &requester) {
 }
 
 } // namespace
-
-void allocate_envmap() {
-    envmap = allocate_array<std::uint8_t>(envmap_bytes);
-    if (envmap == nullptr) {
-        fatal_exit("Couldn't allocate envmap filebuffer memory\n");
-    }
-}
 
 void load_envmap() {
     std::FILE *file = open_named_envmap();

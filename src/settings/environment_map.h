@@ -2,8 +2,8 @@
 // The texture file: 65536 raw bytes, 256 rows of 256 brightness levels, top row first.
 #pragma once
 
-/// Allocates the texture, or ends the program.
-void allocate_envmap();
+/// The default name of the environment map, relative to the current directory.
+constexpr char default_envmap_filename[] = "Zelvo_envmap.chunky";
 
 /// Reads the file that the state names into the texture; if it cannot be opened, goes on as choose_envmap.
 void load_envmap();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The one way out: what it releases, in which order, what it prints, and its exit codes.
+#include "core/fatal_exit.h"
 #include "display/frame_buffers.h"
-#include "main_68k/fatal_exit.h"
 #include "object/model.h"
 #include "raster/dots.h"
 #include "raster/texture_map.h"

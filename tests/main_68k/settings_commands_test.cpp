@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The keys that save and load settings, choose a texture and change the screen mode.
 #include "raster/texture_map.h"
+#include "settings/environment_map.h"
 #include "support/viewer_test.h"
 
 #include <cmath>

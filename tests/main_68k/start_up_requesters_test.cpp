@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What start-up asks the user for: the object, the screen mode, the texture.
 #include "raster/texture_map.h"
+#include "settings/environment_map.h"
 #include "support/viewer_test.h"
 
 #include <filesystem>

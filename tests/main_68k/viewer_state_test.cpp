@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The state's start values, its reset, and the message line.
 #include "main_68k/viewer_state.h"
+#include "raster/texture_map.h"
 #include "support/model_builder.h"
 #include "support/viewer_test.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Tests of the walk over the polygon list.
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 
 #include "support/model_builder.h"
 

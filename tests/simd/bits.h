@@ -2,7 +2,7 @@
 // Floats as the bits that two forms of a stage must agree in.
 #pragma once
 
-#include "main_68k/heap_array.h"
+#include "core/heap_array.h"
 #include "main_68k/viewer_state.h"
 
 #include <bit>

@@ -4,7 +4,7 @@
 #include "support/program_run.h"
 
 #include "main_68k/start_up.h"
-#include "main_68k/viewer_state.h"
+#include "settings/environment_map.h"
 #include "support/refused_allocation.h"
 #include "support/temporary_files.h"
 

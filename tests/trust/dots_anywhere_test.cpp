@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Dots of any size and place draw what a walk over all their pixels would draw, and nothing outside the
 // frame.
+#include "core/to_int.h"
 #include "display/frame_buffers.h"
 #include "raster/dots.h"
-#include "raster/fixed_point.h"
 #include "support/model_builder.h"
 
 #include <gtest/gtest.h>

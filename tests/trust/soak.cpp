@@ -4,6 +4,7 @@
 #include "main_68k/start_up.h"
 #include "main_68k/viewer_state.h"
 #include "platform/offscreen/state.h"
+#include "settings/environment_map.h"
 #include "support/temporary_files.h"
 
 #include <algorithm>

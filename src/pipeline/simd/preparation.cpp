@@ -5,7 +5,7 @@
 #include "pipeline/preparation.h"
 
 #include "object/model.h"
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 #include "raster/simd/batch_lighting.h"
 
 #include "object/model.h"
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 
 #include <array>
 #include <cstddef>

@@ -11,7 +11,7 @@
 #include "hwy/highway.h"
 
 #include "object/model.h"
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 #include "raster/simd/compress-inl.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/load_points-inl.h"

@@ -34,6 +34,7 @@
 // In neither form may the compiler fuse a product with a sum (-ffp-contract=off).
 #include "raster/face_loops.h"
 
+#include "main_68k/viewer_state.h"
 #include "object/model.h"
 #include "raster/simd/batch_edges.h"
 #include "raster/simd/batch_lighting.h"

@@ -2,7 +2,7 @@
 // A walk over the polygon list that stops whenever a batch of triangles is full.
 #pragma once
 
-#include "raster/polygon_list.h"
+#include "object/polygon_list.h"
 #include "raster/simd/triangle_batch.h"
 #include "raster/simd/vector_size.h"
 

@@ -2,8 +2,8 @@
 // zelvo-compare-frames: runs one golden case and compares every frame with the kept picture byte by byte.
 // Needs nothing but the program, so that it runs wherever a compiler does.
 #include "main_68k/start_up.h"
-#include "main_68k/viewer_state.h"
 #include "platform/offscreen/input_script.h"
+#include "settings/environment_map.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // zelvo-math-values: two sums over a million sines, cosines and powers of this system's C library. The first
 // is over what the program makes of them, the second over the doubles themselves.
-#include "raster/fixed_point.h"
+#include "core/to_int.h"
 
 #include <bit>
 #include <cinttypes>

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// The one way out of the program. It is declared on the ground floor, so that every room can end the program,
+// and defined in main_68k, which knows what every room holds: the one call that goes upwards.
+#pragma once
+
+/// Exit codes of the program.
+constexpr int exit_normal = 0;
+constexpr int exit_failure = 20;
+
+/// Releases everything that the program holds at this moment, prints `text` to standard output as it is, and
+/// ends the process with code 20. Without a text it prints nothing and ends with code 0. It may be called at
+/// any point of the run, since it releases only what is held.
+[[noreturn]] void fatal_exit(const char *text = nullptr);
