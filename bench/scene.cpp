@@ -10,21 +10,17 @@
 #include <numbers>
 
 void open_frame(int width, int height) {
-    frame_width = width;
-    frame_height = height;
     viewer.width = width;
     viewer.height = height;
-    chunkybuf1 = allocate_array<std::uint8_t>(frame_pixels());
-    chunkybuf2 = allocate_array<std::uint8_t>(frame_pixels());
-    zbuf = allocate_array<std::uint16_t>(frame_pixels());
+    allocate_frame_buffers(width, height);
     for (std::size_t i = 0; i < frame_pixels(); ++i) {
         chunkybuf2[i] = static_cast<std::uint8_t>(i * 7 + i / 256);
     }
-    envmap = allocate_array<std::uint8_t>(envmap_bytes);
+    allocate_envmap();
     for (std::size_t i = 0; i < envmap_bytes; ++i) {
         envmap[i] = static_cast<std::uint8_t>((i & 255) ^ (i >> 8));
     }
-    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
+    allocate_dot_image();
     build_dot_image();
 }
 

@@ -120,11 +120,7 @@ Ending run(const std::function<void()> &part) {
 }
 
 void open_frame(int width, int height) {
-    frame_width = width;
-    frame_height = height;
-    chunkybuf1 = allocate_array<std::uint8_t>(frame_pixels());
-    chunkybuf2 = allocate_array<std::uint8_t>(frame_pixels());
-    zbuf = allocate_array<std::uint16_t>(frame_pixels());
+    allocate_frame_buffers(width, height);
 }
 
 void draw(int mode, int clear_style) {

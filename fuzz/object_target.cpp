@@ -50,9 +50,9 @@ std::vector<std::uint8_t> uneven_texture() {
 void load_object() {
     static const std::vector<std::uint8_t> texture = uneven_texture();
     read_object(open_file(object_name, "rb"));
-    envmap = allocate_array<std::uint8_t>(envmap_bytes);
+    allocate_envmap();
     std::copy(texture.begin(), texture.end(), envmap.get());
-    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
+    allocate_dot_image();
     prepare_object();
 }
 

@@ -31,8 +31,8 @@ constexpr int small_height = 41;
 void make_object() {
     set_model({{-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.3F}, {1.0F, 1.0F, 0.0F}, {-1.0F, 1.0F, -0.3F}},
               {3, 0, 1, 2, 1, 3, 0, 2, 3, 1});
-    envmap = allocate_array<std::uint8_t>(envmap_bytes);
-    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
+    allocate_envmap();
+    allocate_dot_image();
 }
 
 /// Draws two frames with the settings as loaded, so that the second may be made from the first, and their

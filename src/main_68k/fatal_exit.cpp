@@ -3,8 +3,8 @@
 #include "core/fatal_exit.h"
 
 #include "display/screen.h"
+#include "main_68k/command_line.h"
 #include "main_68k/libraries.h"
-#include "main_68k/start_up.h"
 #include "object/model.h"
 #include "raster/dots.h"
 #include "raster/texture_map.h"
@@ -13,17 +13,12 @@
 #include <cstdlib>
 
 void fatal_exit(const char *text) {
-    lwofis.reset();
-    lwonormals3.reset();
-    lwonormals2.reset();
-    lwopoints3.reset();
-    lwopoints2.reset();
-    envmap.reset();
-
+    release_model();
+    release_envmap();
     free_command_line();
     close_display();
     close_libraries();
-    dot_image.reset();
+    release_dot_image();
 
     if (text != nullptr) {
         std::fputs(text, stdout);

@@ -5,6 +5,7 @@
 #include "core/fatal_exit.h"
 #include "display/frame_buffers.h"
 #include "display/screen.h"
+#include "main_68k/command_line.h"
 #include "main_68k/frame_loop.h"
 #include "main_68k/libraries.h"
 #include "main_68k/run_statistics.h"
@@ -25,19 +26,9 @@
 
 namespace {
 
-/// The parsed command line, which owns the object's name; null if there is none.
-RDArgs *command_line = nullptr;
-
 /// Longest path that the requester can name, with its terminator.
 constexpr std::size_t path_bytes = 1024;
 using Path = std::array<char, path_bytes>;
-
-/// The object's name from the command line, null if that does not hold exactly one.
-const char *object_name_from_command_line() {
-    std::array<ArgumentSlot, 1> slots{};
-    command_line = ReadArgs("FILE/A", slots.data(), nullptr);
-    return command_line != nullptr ? reinterpret_cast<const char *>(slots[0]) : nullptr;
-}
 
 /// Asks for the object; ends the program if no name comes of it.
 void ask_for_object(Path &name) {
@@ -109,11 +100,4 @@ void start_up(int argument_count) {
     run_frame_loop();
     print_run_statistics();
     fatal_exit();
-}
-
-void free_command_line() {
-    if (command_line != nullptr) {
-        FreeArgs(command_line);
-        command_line = nullptr;
-    }
 }

@@ -5,6 +5,3 @@
 /// Runs the program from its first library to its end; never returns. `argument_count` is 0 when there is no
 /// command line at all, as when a desktop starts it; then a file requester asks for the object at once.
 [[noreturn]] void start_up(int argument_count);
-
-/// Frees the parsed command line, if it was parsed.
-void free_command_line();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The model arrays, empty until an object is read.
+// The memory of the model, empty until an object is read.
 #include "object/model.h"
 
 HeapArray<Vec3> point_chunk;
@@ -13,3 +13,11 @@ HeapArray<Vec3> lwopoints3;
 HeapArray<Vec3> lwonormals2;
 HeapArray<Vec3> lwonormals3;
 HeapArray<float> lwofis;
+
+void release_model() {
+    lwofis.reset();
+    lwonormals3.reset();
+    lwonormals2.reset();
+    lwopoints3.reset();
+    lwopoints2.reset();
+}

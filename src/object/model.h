@@ -59,3 +59,7 @@ inline std::int32_t worked_points() {
 inline std::int32_t polygon_word_count() {
     return polygon_chunk_bytes / 2;
 }
+
+/// Releases the arrays that frames are made from. The two chunks stay as they were read until the process
+/// ends.
+void release_model();

@@ -63,6 +63,10 @@ void allocate_dot_image() {
                                                "Couldn't allocate 'dot' memory\n");
 }
 
+void release_dot_image() {
+    dot_image.reset();
+}
+
 void build_dot_image() {
     constexpr int peak = dot_image_radius - 1;
     std::uint8_t *texel = dot_image.get();

@@ -21,6 +21,9 @@ extern HeapArray<std::uint8_t> dot_image;
 /// Allocates `dot_image`, or ends the program.
 void allocate_dot_image();
 
+/// Releases `dot_image`.
+void release_dot_image();
+
 /// Fills `dot_image`: 255 at its peak, falling linearly to 0 at a distance of R - 1 texels. The peak is one
 /// texel above and left of the square's centre, so that the last row and column stay 0.
 void build_dot_image();

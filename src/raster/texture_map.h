@@ -17,3 +17,6 @@ constexpr std::uint32_t map_centre = 128 * 256 + 128;
 
 /// Allocates the texture, or ends the program.
 void allocate_envmap();
+
+/// Releases the texture.
+void release_envmap();

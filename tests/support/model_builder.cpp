@@ -22,24 +22,16 @@ void reset_program_state() {
     stage_totals = {};
     frame_width = viewer.width;
     frame_height = viewer.height;
-    chunkybuf1.reset();
-    chunkybuf2.reset();
-    zbuf.reset();
-    planarbuf1.reset();
-    planarbuf2.reset();
-    dot_image.reset();
-    envmap.reset();
+    release_frame_buffers();
+    release_dot_image();
+    release_envmap();
+    release_model();
     point_chunk.reset();
     polygon_chunk.reset();
     point_chunk_bytes = 0;
     polygon_chunk_bytes = 0;
     alike_points = 0;
     unread_polygon_words = 0;
-    lwopoints2.reset();
-    lwopoints3.reset();
-    lwonormals2.reset();
-    lwonormals3.reset();
-    lwofis.reset();
 }
 
 void set_model(const std::vector<Vec3> &points, const std::vector<std::uint16_t> &polygon_words) {
@@ -59,13 +51,9 @@ void set_model(const std::vector<Vec3> &points, const std::vector<std::uint16_t>
 }
 
 void set_frame(int width, int height) {
-    frame_width = width;
-    frame_height = height;
-    chunkybuf1 = allocate_array<std::uint8_t>(frame_pixels());
-    chunkybuf2 = allocate_array<std::uint8_t>(frame_pixels());
-    zbuf = allocate_array<std::uint16_t>(frame_pixels());
-    dot_image = allocate_array<std::uint8_t>(static_cast<std::size_t>(dot_image_size) * dot_image_size);
-    envmap = allocate_array<std::uint8_t>(envmap_bytes);
+    allocate_frame_buffers(width, height);
+    allocate_dot_image();
+    allocate_envmap();
 }
 
 std::string big_endian_16(std::uint16_t value) {
