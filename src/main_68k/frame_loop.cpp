@@ -10,9 +10,12 @@
 #include "main_68k/viewer_state.h"
 #include "pipeline/render_frame.h"
 
-namespace {
+void start_frame_loop() {
+    show_message("Zelvo");
+    start_stage_clock();
+    viewer.frames_drawn = 0;
+}
 
-/// One pass; true when the user asked to quit in it.
 bool run_pass() {
     frame_count += 1.0;
     const double last_frame_time = pass_seconds();
@@ -41,14 +44,4 @@ bool run_pass() {
     }
     ++viewer.frames_drawn;
     return requests.quit;
-}
-
-} // namespace
-
-void run_frame_loop() {
-    show_message("Zelvo");
-    start_stage_clock();
-    viewer.frames_drawn = 0;
-    while (!run_pass()) {
-    }
 }

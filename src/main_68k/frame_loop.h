@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The loop that draws, shows and steers.
+// The loop that draws, shows and steers, one pass at a time.
 #pragma once
 
-/// Runs passes on the open display until the user quits: draws a frame, shows the one before, draws the
-/// texts, handles the waiting events, exchanges the buffers.
-void run_frame_loop();
+/// Prepares the loop on the open display: shows the program's name, starts the clock, counts from 0.
+void start_frame_loop();
+
+/// Runs one pass: draws a frame, shows the one before, draws the texts, handles the waiting events, exchanges
+/// the buffers, and asks for a display mode if a key did. Returns true if the user asked to quit.
+bool run_pass();

@@ -71,7 +71,7 @@ void measure_file(std::FILE *file) {
 
 } // namespace
 
-void start_up(int argument_count) {
+void begin_run(int argument_count) {
     // A copy on the stack keeps the tag in the executable, where the system's version command finds it.
     [[maybe_unused]] volatile char version_on_stack[sizeof version_tag];
     for (std::size_t i = 0; i < sizeof version_tag; ++i) {
@@ -97,7 +97,17 @@ void start_up(int argument_count) {
     if (myscreen == nullptr) {
         open_display();
     }
-    run_frame_loop();
+    start_frame_loop();
+}
+
+void end_run() {
     print_run_statistics();
     fatal_exit();
+}
+
+void start_up(int argument_count) {
+    begin_run(argument_count);
+    while (!run_pass()) {
+    }
+    end_run();
 }

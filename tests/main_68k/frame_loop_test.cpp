@@ -2,7 +2,9 @@
 // The order of a pass, what outlives it, and how the loop ends.
 #include "display/frame_buffers.h"
 #include "display/screen.h"
+#include "main_68k/frame_loop.h"
 #include "main_68k/run_statistics.h"
+#include "main_68k/start_up.h"
 #include "support/viewer_test.h"
 
 namespace {
@@ -40,6 +42,24 @@ std::vector<std::pair<std::string, int>> messages_drawn(const ProgramRun &run) {
         ++messages.back().second;
     }
     return messages;
+}
+
+TEST_F(FrameLoop, GivesControlBackAfterEachPass) {
+    RunOptions in_steps;
+    in_steps.before = [] {
+        begin_run(2);
+        while (!run_pass()) {
+            note("goes on");
+        }
+        note("quits");
+        end_run();
+    };
+    const ProgramRun run = run_program(later_start(3), in_steps);
+    expect_normal_end(run);
+    EXPECT_EQ(run.notes, (Lines{"goes on", "goes on", "quits"}));
+    const ProgramRun whole = run_program(later_start(3));
+    EXPECT_EQ(run.calls, whole.calls);
+    EXPECT_EQ(run.output, whole.output);
 }
 
 TEST_F(FrameLoop, MeasuresDrawsAndListensInAFixedOrder) {
