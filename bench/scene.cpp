@@ -4,6 +4,7 @@
 
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
+#include "pipeline/rotation.h"
 #include "raster/dots.h"
 #include "raster/texture_map.h"
 
@@ -31,6 +32,5 @@ void reset_scene() {
 }
 
 void next_step() {
-    constexpr double radians_per_spin = 0.004;
     viewer.spin_angle += 2.0 * std::numbers::pi / steps_per_turn / radians_per_spin;
 }

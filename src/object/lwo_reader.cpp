@@ -139,7 +139,7 @@ void measure_unread(const BytesRead &bytes_read) {
         // Words that were not read name point 0.
         reached_points = std::max(reached_points, 1);
     }
-    alike_points = std::max(point_count() - reached_points, 0);
+    unread_points = std::max(point_count() - reached_points, 0);
 }
 
 } // namespace

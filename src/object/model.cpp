@@ -6,7 +6,7 @@ HeapArray<Vec3> point_chunk;
 HeapArray<std::uint16_t> polygon_chunk;
 std::int32_t point_chunk_bytes = 0;
 std::int32_t polygon_chunk_bytes = 0;
-std::int32_t alike_points = 0;
+std::int32_t unread_points = 0;
 std::int32_t unread_polygon_words = 0;
 HeapArray<Vec3> lwopoints2;
 HeapArray<Vec3> lwopoints3;

@@ -20,10 +20,10 @@ extern HeapArray<std::uint16_t> polygon_chunk;
 extern std::int32_t point_chunk_bytes;
 extern std::int32_t polygon_chunk_bytes;
 
-/// How many points at the end of the list are all alike: no byte of the file reached them and no polygon can
-/// name them, so that what is true of the first of them is true of all. A header of a few bytes can claim
-/// millions of such points; only the first is ever worked on. Written by the reader, 0 for a whole file.
-extern std::int32_t alike_points;
+/// Number of identical points at the end of the list: the file ended before them and no polygon refers to
+/// them, so all are zero and only the first is processed. A header of a few bytes can claim millions of them.
+/// Written by the reader, 0 for a whole file.
+extern std::int32_t unread_points;
 
 /// Words at the end of the polygon list that no byte of the file reached, all 0. Written by the reader.
 extern std::int32_t unread_polygon_words;
@@ -50,9 +50,9 @@ inline std::int32_t point_count() {
     return point_chunk_bytes / 12;
 }
 
-/// Points that are worked on: all, but of those that are alike only the first.
-inline std::int32_t worked_points() {
-    return point_count() - (alike_points > 0 ? alike_points - 1 : 0);
+/// Points that the stages process: all that the file reached, and the first unread one for all of those.
+inline std::int32_t points_to_process() {
+    return point_count() - (unread_points > 0 ? unread_points - 1 : 0);
 }
 
 /// Words of the polygon list; an odd last byte does not count.

@@ -60,8 +60,11 @@ void fade_frame(const std::uint8_t *source, std::uint8_t *destination) {
         return;
     }
     const std::size_t pixels = frame_pixels() - static_cast<std::size_t>(frame_width);
-    const bool is_fast = draws_fast && is_apart(source, destination);
-    (is_fast ? fast::fade_pixels : plain::fade_pixels)(source, destination, pixels);
+    if (draws_fast && is_apart(source, destination)) {
+        fast::fade_pixels(source, destination, pixels);
+    } else {
+        plain::fade_pixels(source, destination, pixels);
+    }
 }
 
 void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destination, int destination_row) {
@@ -70,10 +73,14 @@ void blur_frame(const std::uint8_t *source, int source_row, std::uint8_t *destin
     if (rows <= 0) {
         return;
     }
-    const bool is_fast = draws_fast && is_apart(source, destination);
-    (is_fast ? fast::blur_pixels : plain::blur_pixels)(source + source_row * width,
-                                                       destination + destination_row * width,
-                                                       static_cast<std::size_t>(rows * width));
+    const std::uint8_t *centre = source + source_row * width;
+    std::uint8_t *first = destination + destination_row * width;
+    const auto pixels = static_cast<std::size_t>(rows * width);
+    if (draws_fast && is_apart(source, destination)) {
+        fast::blur_pixels(centre, first, pixels);
+    } else {
+        plain::blur_pixels(centre, first, pixels);
+    }
 }
 
 void clear_frame() {

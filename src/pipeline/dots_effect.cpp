@@ -35,8 +35,8 @@ std::int32_t plot_effect_curve() {
     for (double t = -effect_range; t < effect_range; t += effect_step) {
         const DVec3 p = rotate_point_d(curve_point(t, viewer.spin_angle));
         const double distance = p.z + eye_distance;
-        const double x = eye_distance * p.x / distance / 320.0 * frame_width + frame_width * 0.5;
-        const double y = eye_distance * p.y / distance * 0.00390625 * frame_height + frame_height * 0.5;
+        const double x = eye_distance * p.x / distance / projected_width * frame_width + frame_width * 0.5;
+        const double y = eye_distance * p.y / distance / projected_height * frame_height + frame_height * 0.5;
         const double radius = 2.0 * (eye_distance / distance);
         plot_dot(static_cast<float>(x), static_cast<float>(y), static_cast<float>(radius));
         ++dots;
@@ -47,6 +47,7 @@ std::int32_t plot_effect_curve() {
 } // namespace plain
 
 void draw_dots_effect() {
-    set_rotation(-static_cast<double>(viewer.tilt_y) / 80.0, viewer.tilt_x / 80.0, viewer.spin_angle * 0.004);
+    set_rotation(-static_cast<double>(viewer.tilt_y) / counts_per_radian, viewer.tilt_x / counts_per_radian,
+                 viewer.spin_angle * radians_per_spin);
     faces_seen = draws_fast ? fast::plot_effect_curve() : plain::plot_effect_curve();
 }

@@ -75,5 +75,5 @@ void vertex_lights(const std::uint32_t *points, std::size_t count) {
 }
 
 void reset_vertex_colours() {
-    std::fill_n(lwofis.get(), worked_points(), not_yet_lit);
+    std::fill_n(lwofis.get(), points_to_process(), not_yet_lit);
 }

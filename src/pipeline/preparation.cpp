@@ -18,7 +18,7 @@
 namespace {
 
 std::span<Vec3> points_as_read() {
-    return {point_chunk.get(), static_cast<std::size_t>(worked_points())};
+    return {point_chunk.get(), static_cast<std::size_t>(points_to_process())};
 }
 
 /// Sum of squares in float, from left to right.
@@ -68,7 +68,7 @@ void fit_object() {
 /// Adds each polygon's normal to the normals of its points, unnormalised, so that large faces weigh more. The
 /// sums start from (1, 1, 1); the small bias is part of the picture.
 void build_vertex_normals() {
-    const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(worked_points()));
+    const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(points_to_process()));
     std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});
     for_each_polygon([](const Polygon &polygon) {
         if (!polygon.has_valid_indices) {
@@ -93,7 +93,7 @@ void prepare_object() {
     build_sine_table();
     build_dot_image();
 
-    if (worked_points() > 0) {
+    if (points_to_process() > 0) {
         if (draws_fast) {
             fast::fit_object();
         } else {

@@ -16,12 +16,6 @@ RotationState rotation{0.0F, 1.0F, 0.0F, 1.0F, 0.0F, 1.0F};
 
 namespace {
 
-/// Mouse counts that make one radian.
-constexpr double counts_per_radian = 80.0;
-
-/// Radians per unit of spin.
-constexpr double radians_per_spin = 0.004;
-
 float tilt_angle(std::int32_t counts) {
     return static_cast<float>(counts / counts_per_radian);
 }
@@ -77,18 +71,18 @@ DVec3 rotate_point_d(const DVec3 &in) {
 namespace plain {
 
 void project_points(const Projection &projection, std::size_t first) {
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     for (std::size_t i = first; i < points; ++i) {
         const Vec3 p = rotate_point(lwopoints2[i]);
         const float x = p.x * eye_distance / (p.z + eye_distance) * projection.scale_x + projection.centre_x;
         const float y = p.y * eye_distance / (p.z + eye_distance) * projection.scale_y + projection.centre_y;
-        const auto depth = static_cast<float>(p.z * -0.9 + 128.0);
+        const auto depth = static_cast<float>(p.z * depth_per_unit + depth_at_origin);
         lwopoints3[i] = {snap(x), snap(y), snap(depth)};
     }
 }
 
 void rotate_normals(std::size_t first) {
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     for (std::size_t i = first; i < points; ++i) {
         lwonormals3[i] = rotate_point(lwonormals2[i]);
     }
@@ -99,8 +93,8 @@ void rotate_normals(std::size_t first) {
 void transform_and_project() {
     set_viewing_rotation();
     const Projection projection{
-        static_cast<float>(frame_width * 0.003125),
-        static_cast<float>(frame_height * 0.00390625),
+        static_cast<float>(frame_width * (1.0 / projected_width)),
+        static_cast<float>(frame_height * (1.0 / projected_height)),
         static_cast<float>(frame_width * 0.5),
         static_cast<float>(frame_height * 0.5),
     };

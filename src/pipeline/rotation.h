@@ -24,7 +24,21 @@ struct RotationState {
 };
 extern RotationState rotation;
 
-/// How the projection scales a 320 x 256 frame to the frame's size, and the frame's centre.
+/// Mouse counts that turn the object by one radian, and radians per unit of spin.
+constexpr double counts_per_radian = 80.0;
+constexpr double radians_per_spin = 0.004;
+
+/// The frame that the projection is made for, in pixels; it is scaled from there to the frame's size. The
+/// projection multiplies by the inverse of the width and the dots effect divides by the width, which differ
+/// in the last bit.
+constexpr double projected_width = 320.0;
+constexpr double projected_height = 256.0;
+
+/// Depth of the origin, and what a unit of z adds to it.
+constexpr double depth_at_origin = 128.0;
+constexpr double depth_per_unit = -0.9;
+
+/// How the projection scales to the frame's size, and the frame's centre.
 struct Projection {
     float scale_x;
     float scale_y;
@@ -46,8 +60,7 @@ Vec3 rotate_point(const Vec3 &in);
 DVec3 rotate_point_d(const DVec3 &in);
 
 /// Turns `lwopoints2` by the mouse and the spin and projects it into `lwopoints3`: perspective from 250 units
-/// in front of the origin, scaled from a 320 x 256 frame to the frame's size, depth 128 - 0.9 z, all snapped
-/// to thousandths.
+/// in front of the origin, scaled to the frame's size, depth 128 - 0.9 z, all snapped to thousandths.
 void transform_and_project();
 
 /// Turns `lwonormals2` by the mouse and the spin into `lwonormals3`.

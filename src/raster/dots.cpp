@@ -126,7 +126,7 @@ void plot_dots(const float *x, const float *y, const float *radius, std::size_t 
 }
 
 void plot_dots_at_points(std::size_t first) {
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     for (std::size_t i = first; i < points; ++i) {
         plot_point(lwopoints3[i]);
     }
@@ -142,7 +142,7 @@ void draw_dots_overlay() {
     } else {
         plain::plot_dots_at_points();
     }
-    for (std::int32_t again = equivalent_plots(alike_points - 1); again > 0; --again) {
-        plot_point(lwopoints3[static_cast<std::size_t>(worked_points() - 1)]);
+    for (std::int32_t again = equivalent_plots(unread_points - 1); again > 0; --again) {
+        plot_point(lwopoints3[static_cast<std::size_t>(points_to_process() - 1)]);
     }
 }

@@ -49,7 +49,7 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
     faces_seen = 0;
     triangles_drawn = 0;
     std::int32_t drawn_before = 0;
-    const std::int32_t alike = for_each_polygon([&](const Polygon &polygon) {
+    const std::int32_t identical = for_each_polygon([&](const Polygon &polygon) {
         const auto &points = polygon.indices;
         ++faces_seen;
         drawn_before = triangles_drawn;
@@ -71,8 +71,8 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
         }
     });
     // The remaining polygons are identical to the last one and would draw the same pixels; only count them.
-    faces_seen += alike;
-    triangles_drawn += alike * (triangles_drawn - drawn_before);
+    faces_seen += identical;
+    triangles_drawn += identical * (triangles_drawn - drawn_before);
 }
 
 /// Lights a polygon by the three records in the block.

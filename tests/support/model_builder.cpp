@@ -30,7 +30,7 @@ void reset_program_state() {
     polygon_chunk.reset();
     point_chunk_bytes = 0;
     polygon_chunk_bytes = 0;
-    alike_points = 0;
+    unread_points = 0;
     unread_polygon_words = 0;
 }
 

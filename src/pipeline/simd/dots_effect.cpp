@@ -78,9 +78,10 @@ void place_dots(const EffectParameters &parameters, EffectDots &dots) {
         const Doubles z3 = hn::Add(times(x1, r.sin_b), times(z2, r.cos_b));
 
         const Doubles distance = hn::Add(z3, eye);
-        const Doubles across_screen = hn::Div(hn::Div(hn::Mul(eye, x3), distance), constant(320.0));
+        const Doubles across_screen = hn::Div(hn::Div(hn::Mul(eye, x3), distance), constant(projected_width));
         const Doubles x = hn::Add(hn::Mul(across_screen, constant(frame_width)), constant(frame_width * 0.5));
-        const Doubles down_screen = hn::Mul(hn::Div(hn::Mul(eye, y2), distance), constant(0.00390625));
+        const Doubles down_screen =
+            hn::Mul(hn::Div(hn::Mul(eye, y2), distance), constant(1.0 / projected_height));
         const Doubles y = hn::Add(hn::Mul(down_screen, constant(frame_height)), constant(frame_height * 0.5));
         const Doubles radius = hn::Mul(constant(2.0), hn::Div(eye, distance));
         hn::StoreU(hn::DemoteTo(floats, x), floats, &dots.x[i]);

@@ -143,7 +143,7 @@ HWY_INLINE float farthest_square(std::span<const Vec3> points, const Vec3 &shift
 }
 
 void fit_object() {
-    const std::span<Vec3> points(point_chunk.get(), static_cast<std::size_t>(worked_points()));
+    const std::span<Vec3> points(point_chunk.get(), static_cast<std::size_t>(points_to_process()));
     const auto [low, high] = find_bounds(points);
     if (is_flat_at_zero(low.x, high.x) || is_flat_at_zero(low.y, high.y) || is_flat_at_zero(low.z, high.z)) {
         plain::fit_object();
@@ -259,7 +259,7 @@ void build_vertex_normals() {
         plain::build_vertex_normals();
         return;
     }
-    const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(worked_points()));
+    const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(points_to_process()));
     std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});
     add_polygon_normals(normals.data());
     scale_sums(normals);

@@ -83,8 +83,8 @@ HWY_INLINE Floats depth_values(Floats z) {
     const hn::RepartitionToWide<FloatLanes> doubles;
     const auto of_half = [half, doubles](auto z_half) HWY_ATTR {
         const auto wide = hn::PromoteTo(doubles, z_half);
-        const auto scaled = hn::Mul(wide, hn::Set(doubles, -0.9));
-        return hn::DemoteTo(half, hn::Add(scaled, hn::Set(doubles, 128.0)));
+        const auto scaled = hn::Mul(wide, hn::Set(doubles, depth_per_unit));
+        return hn::DemoteTo(half, hn::Add(scaled, hn::Set(doubles, depth_at_origin)));
     };
     return hn::Combine(floats, of_half(hn::UpperHalf(half, z)), of_half(hn::LowerHalf(half, z)));
 }
@@ -98,7 +98,7 @@ void project_points(const Projection &projection) {
         return hn::Add(hn::Mul(in_view, hn::Set(floats, scale)), hn::Set(floats, centre));
     };
     const std::size_t lanes = hn::Lanes(floats);
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     std::size_t i = 0;
     for (; i + lanes <= points; i += lanes) {
         const Points p = rotate(load_consecutive(&lwopoints2[i]), state);
@@ -112,7 +112,7 @@ void project_points(const Projection &projection) {
 void rotate_normals() {
     const RotationState state = rotation;
     const std::size_t lanes = hn::Lanes(FloatLanes());
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     std::size_t i = 0;
     for (; i + lanes <= points; i += lanes) {
         store_consecutive(rotate(load_consecutive(&lwonormals2[i]), state), &lwonormals3[i]);

@@ -382,7 +382,7 @@ void plot_dots_at_points() {
     const FloatLanes floats;
     const std::size_t lanes = hn::Lanes(floats);
     const auto one = hn::Set(floats, 1.0F);
-    const auto points = static_cast<std::size_t>(worked_points());
+    const auto points = static_cast<std::size_t>(points_to_process());
     DotPlotter plotter;
     std::size_t i = 0;
     for (; i + lanes <= points; i += lanes) {
