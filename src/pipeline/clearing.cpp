@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Clearing, fading and blurring of the frame, and clearing of the depth buffer.
+// Clears, fades or blurs the frame, and clears the depth buffer.
 #include "pipeline/clearing.h"
 
 #include "core/forms.h"
@@ -11,14 +11,15 @@
 
 namespace {
 
-/// Rows at either end that a blur does not write, so that every neighbour lies inside the frame.
+/// Rows at the top and at the bottom that a blur does not write, so that every neighbour is inside the frame.
 constexpr int blur_margin = 2;
 
 std::uint8_t clamp_at_zero(int value) {
     return static_cast<std::uint8_t>(std::max(value, 0));
 }
 
-/// Whether two frames share no byte. Addresses are compared as numbers, since the frames may be two arrays.
+/// Whether two frames share no byte. Their addresses are compared as numbers, because only pointers into the
+/// same array may be compared as pointers.
 bool is_apart(const std::uint8_t *a, const std::uint8_t *b) {
     const auto first = reinterpret_cast<std::uintptr_t>(a);
     const auto second = reinterpret_cast<std::uintptr_t>(b);
@@ -97,7 +98,7 @@ void clear_frame() {
         blur_frame(previous, blur_margin, current, blur_margin);
         break;
     case 3:
-        // Read a row lower and written a row higher, the picture climbs two rows a frame while it blurs.
+        // Read a row lower and written a row higher, the picture rises by two rows per frame while it blurs.
         blur_frame(previous, blur_margin + 1, current, blur_margin - 1);
         break;
     default:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A parametric curve of dots, rotated and projected in double precision.
+// Plots a parametric curve of dots, rotated and projected in double precision.
 #include "pipeline/dots_effect.h"
 
 #include "core/forms.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Sines take any angle modulo a turn.
+/// An angle for the sine table, which wraps at a full turn.
 std::uint32_t table_angle(double units) {
     return static_cast<std::uint32_t>(to_int(units));
 }

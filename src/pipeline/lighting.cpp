@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Cosine lighting by one direction, scaled to palette indices.
+// Cosine lighting by one direction of light, scaled to palette indices.
 #include "pipeline/lighting.h"
 
 #include "core/forms.h"
@@ -17,7 +17,7 @@ float dot(const Vec3 &a, const Vec3 &b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-/// The colour for a normal whose scalar product with the light is `facing`; both may be of any length.
+/// The colour for a normal of any length, whose scalar product with the light is `facing`.
 float colour(float facing, const Vec3 &normal) {
     const float lengths = dot(normal, normal) * dot(viewer.light, viewer.light);
     auto cosine = static_cast<float>(facing / std::sqrt(static_cast<double>(lengths)) * diffuse_light);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Centring, scaling and vertex normals of the object.
+// Centres and scales the object and computes its vertex normals.
 #include "pipeline/preparation.h"
 
 #include "core/forms.h"
@@ -40,8 +40,8 @@ void centre_object(std::span<Vec3> points) {
     }
 }
 
-/// Scales the farthest point to the prepared radius. x is mirrored; the half turns of the viewing rotation
-/// show the object the right way round again.
+/// Scales the object so that its farthest point is at the prepared radius. x is mirrored, which the half
+/// turns of the viewing rotation undo.
 void scale_object(std::span<Vec3> points) {
     float farthest = 0.0F;
     for (const Vec3 &p : points) {
@@ -65,8 +65,8 @@ void fit_object() {
     std::copy(points.begin(), points.end(), lwopoints2.get());
 }
 
-/// Adds each polygon's normal to the normals of its points, unnormalised, so that large faces weigh more. The
-/// sums start from (1, 1, 1); the small bias is part of the picture.
+/// Adds each polygon's normal to those of its points. Its length is proportional to the triangle's area, so
+/// large faces weigh more. The sums start from (1, 1, 1); this small bias is part of the picture.
 void build_vertex_normals() {
     const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(points_to_process()));
     std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seven mode drivers, each a fixed sequence of stages, and the table that chooses one.
+// Seven drivers, one per mode, each a fixed sequence of stages, and the table that selects one.
 #include "pipeline/render_frame.h"
 
 #include "main_68k/viewer_state.h"
@@ -44,7 +44,7 @@ void draw_mode_texturemap() {
     draw_dots_if_enabled();
 }
 
-/// While the mouse turns the light, the object is not moved and stands as the last frame left it.
+/// While the mouse turns the light, the object does not move.
 void draw_mode_lightsourced() {
     clear_frame();
     clear_zbuffer();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One frame: the table of render modes and the order of each mode's stages.
+// Draws one frame in any render mode.
 #pragma once
 
 /// Draws the current frame into `chunkybuf1` in the render mode `obj_style`. A mode outside 0 .. 6 draws

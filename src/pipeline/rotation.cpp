@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The rotation state, the viewing rotation, and the perspective projection.
+// The rotation's sines and cosines, the viewing rotation, and the perspective projection.
 #include "pipeline/rotation.h"
 
 #include "core/forms.h"
@@ -34,8 +34,8 @@ Vector rotate(const Vector &in) {
     return {x3, y2, z3};
 }
 
-/// The half turns about x and y make the prepared object, whose x is mirrored, be the right way round at
-/// rest.
+/// Sets the rotation by the mouse and the spin. The half turns about x and y undo the mirrored x axis of the
+/// prepared object: at rest it appears the right way round.
 void set_viewing_rotation() {
     constexpr double half_turn = std::numbers::pi;
     const double a = tilt_angle(viewer.tilt_y) + half_turn;
@@ -43,8 +43,8 @@ void set_viewing_rotation() {
     set_rotation(a, b, 0.0);
 }
 
-/// Rounds to thousandths: adds half of one and truncates toward zero, so that a negative number is off by up
-/// to one and a half.
+/// Rounds to thousandths by adding a half and truncating toward zero, which rounds only positive numbers to
+/// the nearest.
 float snap(float value) {
     return static_cast<float>(to_int(value * 1000.0F + 0.5)) * (1.0F / 1000.0F);
 }

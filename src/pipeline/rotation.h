@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Turning the object, its normals or the light, and projecting the object onto the screen.
+// Turns the object, its normals or the light, and projects the object onto the screen.
 #pragma once
 
 #include "core/vec3.h"
@@ -13,7 +13,8 @@ struct DVec3 {
     double z;
 };
 
-/// Sines and cosines of the angles a, b and c. Written by set_rotation; the last caller wins.
+/// Sines and cosines of the angles a, b and c. Written by set_rotation, for every rotation until its next
+/// call.
 struct RotationState {
     float sin_a;
     float cos_a;
@@ -49,28 +50,30 @@ struct Projection {
 /// Distance of the eye from the origin.
 constexpr float eye_distance = 250.0F;
 
-/// Sets the angles of every rotation that follows, in radians: `a` about x, `b` about y, `c` about z. Sines
-/// and cosines are computed in double and kept as float.
+/// Sets the angles of all following rotations, in radians: `a` about x, `b` about y, `c` about z. Sines and
+/// cosines are computed in double and stored as float.
 void set_rotation(double a, double b, double c);
 
-/// `in` turned about z, then x, then y by the set angles.
+/// `in` turned about z, then x, then y, by the angles that set_rotation got.
 Vec3 rotate_point(const Vec3 &in);
 
-/// The same in double precision, by the same float sines and cosines.
+/// The same in double precision, with the same float sines and cosines.
 DVec3 rotate_point_d(const DVec3 &in);
 
-/// Turns `lwopoints2` by the mouse and the spin and projects it into `lwopoints3`: perspective from 250 units
-/// in front of the origin, scaled to the frame's size, depth 128 - 0.9 z, all snapped to thousandths.
+/// Turns `lwopoints2` by the mouse and the spin and projects it into `lwopoints3`: in perspective from 250
+/// units in front of the origin, scaled to the frame's size, with the depth 128 - 0.9 z, all in whole
+/// thousandths.
 void transform_and_project();
 
 /// Turns `lwonormals2` by the mouse and the spin into `lwonormals3`.
 void rotate_normals();
 
-/// Turns the light by the mouse: `light` becomes `light_base`, its components in reverse order, rotated.
+/// Turns the light by the mouse: reverses the order of the components of `light_base`, rotates them, and
+/// stores the result in `light`.
 void rotate_light();
 
-/// Both forms of the two stages that touch every point, by the set angles. The plain ones start at the point
-/// `first`, for what is left after the last full vector.
+/// Both forms of the two stages that process every point, by the angles that set_rotation got. The plain
+/// forms can start at the point `first`: they process the points after the last whole vector.
 namespace plain {
 void project_points(const Projection &projection, std::size_t first = 0);
 void rotate_normals(std::size_t first = 0);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Fills the sine table, each entry in double from a float fraction of a turn.
+// Computes each entry in double from a float fraction of a turn.
 #include "pipeline/sine_table.h"
 
 #include <cmath>

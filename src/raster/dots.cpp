@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The dot sprite, the plotter that scales it onto the frame, and the overlay of one dot per point.
+// The dot sprite, scaled onto the frame for each dot, and the overlay of one dot per point.
 #include "raster/dots.h"
 
 #include "core/forms.h"
@@ -19,16 +19,16 @@ namespace {
 /// One past the sprite's last texel, in 16.16.
 constexpr std::int64_t sprite_end = std::int64_t{dot_image_size} << 16;
 
-/// Where a dot lies along one axis: the frame's pixels `first` to `end` - 1, sampling the sprite from `texel`
-/// (16.16) on, `step` apart.
+/// Where a dot is along one axis: on the frame's pixels `first` to `end` - 1. The first of them shows the
+/// sprite at `texel` (16.16).
 struct DotExtent {
     std::int64_t first;
     std::int64_t end;
     std::int64_t texel;
 };
 
-/// The part of a dot that falls into the pixels `low` to `high` - 1, for a dot whose pixel `start` samples
-/// the sprite at `texel`. Pixels outside are never visited, so that a dot costs only what it draws.
+/// Clips a dot to the pixels `low` to `high` - 1. Its pixel `start` shows the sprite at `texel`, and each
+/// further pixel shows it `step` later. Pixels outside are never visited, so a dot costs only what it draws.
 DotExtent clip_dot(std::int64_t start, std::int64_t texel, std::int64_t step, std::int64_t low,
                    std::int64_t high) {
     const std::int64_t pixels = texel < sprite_end ? (sprite_end - texel + step - 1) / step : 0;
@@ -37,7 +37,7 @@ DotExtent clip_dot(std::int64_t start, std::int64_t texel, std::int64_t step, st
     return {first, std::min(start + pixels, high), texel + (first - start) * step};
 }
 
-/// A texel's brightness times the dots' luminance, added to a pixel.
+/// Adds a texel's brightness times the luminance to a pixel.
 std::uint8_t add_glow(std::uint8_t pixel, std::uint8_t texel, std::int32_t luminance) {
     const std::int32_t glow = as_signed(Fixed{texel} * static_cast<Fixed>(luminance)) >> 16;
     const std::int32_t sum = pixel + glow;
@@ -92,8 +92,8 @@ void plot_dot(float x, float y, float s) {
     const std::int32_t x0 = to_int(left);
     const std::int32_t y0 = to_int(top);
 
-    // Texels per pixel in 16.16. The first pixel samples one step, less the dot's fraction of a pixel, into
-    // the sprite.
+    // `step` is texels per pixel in 16.16. The first pixel shows the sprite at one step, less the dot's
+    // fraction of a pixel.
     const std::int32_t step = to_int(static_cast<float>(dot_image_radius) / s * 65536.0F);
     if (step <= 0) {
         return;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One walk, one back-face test and one fan for all modes; they differ in the filler and in the slots they
-// fill.
+// All modes share the walk, the back-face test and the fan of triangles; they differ in the filler and in the
+// slots that they fill.
 #include "raster/face_loops.h"
 
 #include "core/forms.h"
@@ -13,11 +13,11 @@
 
 namespace {
 
-/// The three points of a fan's triangle.
+/// The three points of one triangle of a fan, as indices.
 using Corners = std::array<std::uint16_t, 3>;
 
-/// Whether the triangle (p1, p2, p3) on the screen is one that `flip` chooses to skip. A degenerate one
-/// counts as facing away.
+/// Whether `flip` makes the loops skip the triangle (p1, p2, p3) on the screen. A degenerate triangle counts
+/// as one that is no front face.
 bool faces_away(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3) {
     return is_front_face(p1, p2, p3) ? viewer.flip == 1 : viewer.flip == 0;
 }
@@ -42,8 +42,8 @@ void place_map_coordinates(TriangleParams &block, const Corners &corners, const 
     }
 }
 
-/// Walks all polygons. `begin_polygon` is called once for each visible one with the block's first triangle in
-/// place, `fill` for each triangle of its fan.
+/// Walks all polygons. For each visible one, `begin_polygon` is called once, when the block holds the first
+/// triangle, and `fill` for each triangle of the fan.
 template <typename BeginPolygon, typename Fill>
 void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill) {
     faces_seen = 0;
@@ -75,7 +75,7 @@ void draw_polygons(TriangleParams &block, BeginPolygon begin_polygon, Fill fill)
     triangles_drawn += identical * (triangles_drawn - drawn_before);
 }
 
-/// Lights a polygon by the three records in the block.
+/// The colour of a polygon by the three corners in the block.
 float light_of_block(FaceLights face_lights, const TriangleParams &block) {
     const FaceCorners corners{{&block[0], &block[3], &block[6]},
                               {&block[1], &block[4], &block[7]},
@@ -85,7 +85,7 @@ float light_of_block(FaceLights face_lights, const TriangleParams &block) {
     return colour;
 }
 
-/// For the loops that do nothing once per polygon.
+/// For the loops that have nothing to do once per polygon.
 constexpr auto nothing = [] {};
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The face loops of the solid modes: every polygon is culled, cut into a fan of triangles, and filled.
+// The face loops of the solid modes: each polygon is culled, or cut into a fan of triangles and filled.
 #pragma once
 
 #include "core/vec3.h"
@@ -8,39 +8,39 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Whether a triangle on the screen goes round the way that is drawn while `flip` is 0. A degenerate one does
-/// not.
+/// Whether a triangle on the screen has the winding that is drawn while `flip` is 0. A degenerate triangle
+/// has not.
 inline bool is_front_face(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3) {
     return (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
 }
 
-/// Projected corners of several polygons, an array for each coordinate.
+/// The first three projected corners of several polygons, an array per coordinate of each corner.
 struct FaceCorners {
     std::array<const float *, 3> x;
     std::array<const float *, 3> y;
     std::array<const float *, 3> depth;
 };
 
-/// Gives each of `count` polygons its colour, 25 .. 255, from three of its projected corners. Equal corners
-/// give equal bits however many polygons are lit together, and nothing but `colours` is written.
+/// Computes the colours of `count` polygons, 25 .. 255, from their corners. Equal corners give equal bits,
+/// however many polygons are lit in one call. Nothing but `colours` is written.
 using FaceLights = void (*)(const FaceCorners &corners, std::size_t count, float *colours);
 
 /// The mark in `lwofis` of a point that has not been lit in this frame.
 constexpr float not_yet_lit = -1.0F;
 
-/// Gives each of `count` points its colour, 25 .. 255, in `lwofis` from its rotated normal in `lwonormals3`.
-/// Equal normals give equal bits however many points are lit together, and nothing else is written.
+/// Computes the colours of `count` points, 25 .. 255, from their rotated normals in `lwonormals3` into
+/// `lwofis`. Equal normals give equal bits, however many points are lit in one call. Nothing else is written.
 using VertexLights = void (*)(const std::uint32_t *points, std::size_t count);
 
-/// Each loop draws the projected points' polygons in list order and counts them in `faces_seen` and
-/// `triangles_drawn`, both from 0. Polygons that face away are skipped by the positions of their first three
-/// points, unless `doubleside` is set; `flip` turns the test around.
+/// Each loop draws the polygons of the projected points in list order and counts them in `faces_seen` and
+/// `triangles_drawn`, both from 0. Polygons that face away are skipped, unless `doubleside` is set. Their
+/// first three points decide it, and `flip` reverses the test.
 
-/// Mode 1: the map looked up by the vertices' rotated normals.
+/// Mode 1: the texture at the vertices' rotated normals.
 void face_loop_envmap();
 
-/// Mode 2: the map looked up by the points' positions in the object. The plain loop lights each polygon and
-/// drops the result; the fast one leaves that out.
+/// Mode 2: the texture at the points' positions in the object. The plain loop lights each polygon and ignores
+/// the result; the fast one leaves this out.
 void face_loop_texturemap(FaceLights face_lights);
 
 /// Mode 3: one colour per polygon.
@@ -52,7 +52,7 @@ void face_loop_gouraud(VertexLights vertex_lights);
 /// Mode 5: depth is the colour.
 void face_loop_zlight();
 
-/// The loops as the algorithm reads: one polygon, one row and one pixel at a time.
+/// The loops that draw one polygon, one row and one pixel at a time.
 namespace plain {
 void face_loop_envmap();
 void face_loop_texturemap(FaceLights face_lights);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The texture of the mapped modes, as the filler reads it.
+// The texture of modes 1 and 2, as the filler reads it.
 #pragma once
 
 #include "core/heap_array.h"
@@ -12,7 +12,7 @@ constexpr int envmap_bytes = 65536;
 /// The texture's rows, top row first. Allocated at start-up, filled from the texture file.
 extern HeapArray<std::uint8_t> envmap;
 
-/// Index of the map's centre texel, column 128 of row 128: map coordinates are signed and count from there.
+/// Index of the centre texel, column 128 of row 128, from which the signed map coordinates count.
 constexpr std::uint32_t map_centre = 128 * 256 + 128;
 
 /// Allocates the texture, or ends the program.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Triangle setup, the fixed-point edge walker and the depth-tested spans that the four fillers share.
+// The triangle setup, the walk down the edges in fixed point and the depth-tested spans, which all fillers
+// share. They are templates over the number of quantities that a filler interpolates: depth for
+// fill_tri_flat; depth, map column and map row for fill_tri_mapped.
 #include "raster/triangle_fillers.h"
 
 #include "display/frame_buffers.h"
@@ -12,7 +14,7 @@
 
 namespace {
 
-/// Slots of one interpolated quantity in the three vertices.
+/// Where one interpolated quantity of the three vertices is in the block.
 using QuantitySlots = std::array<std::size_t, 3>;
 
 constexpr QuantitySlots x_slots{0, 3, 6};
@@ -22,7 +24,7 @@ constexpr QuantitySlots colour_slots{9, 10, 11};
 constexpr QuantitySlots map_column_slots{12, 14, 16};
 constexpr QuantitySlots map_row_slots{13, 15, 17};
 
-/// The quantities of a filler; the depth always comes first.
+/// The quantities that a filler interpolates; the depth always comes first.
 template <std::size_t Count>
 using QuantityTable = std::array<QuantitySlots, Count>;
 
@@ -40,7 +42,7 @@ void swap_vertices(TriangleParams &t, const QuantityTable<Count> &quantities, st
     }
 }
 
-/// Top to bottom by y; vertices of equal y keep their order.
+/// Sorts the vertices from top to bottom; those of equal y keep their order.
 template <std::size_t Count>
 void sort_vertices(TriangleParams &t, const QuantityTable<Count> &quantities) {
     for (const std::size_t upper : {std::size_t{0}, std::size_t{1}, std::size_t{0}}) {
@@ -50,7 +52,7 @@ void sort_vertices(TriangleParams &t, const QuantityTable<Count> &quantities) {
     }
 }
 
-/// An edge between two vertices of the block, in floats per row.
+/// How much x and the quantities of an edge change per row.
 template <std::size_t Count>
 struct EdgeSlopes {
     float x;
@@ -69,8 +71,8 @@ EdgeSlopes<Count> edge_slopes(const TriangleParams &t, const QuantityTable<Count
     return slopes;
 }
 
-/// The two edges of a row in 16.16, with what one row down adds to them. Quantities run along the left edge
-/// alone.
+/// The two edges at a row in 16.16, and what each further row adds to them. Quantities are interpolated along
+/// the left edge only.
 template <std::size_t Count>
 struct Edges {
     Fixed left_x;
@@ -88,13 +90,13 @@ struct Edges {
         }
     }
 
-    /// Starts the right edge in the row of vertex `from`, backed up from the vertex to the row's own y.
+    /// Starts the right edge at the vertex `from`, moved up by `above` to the y of the vertex's row.
     void start_right(const TriangleParams &t, std::size_t from, float above, float slope) {
         right_x = to_fixed(t[x_slots[from]] - above * slope);
         right_x_step = to_fixed(slope);
     }
 
-    /// Starts the left edge likewise, with its quantities.
+    /// Starts the left edge in the same way, with its quantities.
     void start_left(const TriangleParams &t, const QuantityTable<Count> &quantities, std::size_t from,
                     float above, const EdgeSlopes<Count> &slopes) {
         left_x = to_fixed(t[x_slots[from]] - above * slopes.x);
@@ -106,16 +108,16 @@ struct Edges {
     }
 };
 
-/// What one pixel to the right adds to each quantity, as float and in 16.16; constant for a triangle.
+/// What one pixel to the right adds to each quantity, as float and in 16.16. Constant within a triangle.
 template <std::size_t Count>
 struct Gradients {
     Values<Count> per_pixel;
     Accumulators<Count> step;
 };
 
-/// Draws the pixels of one row from the left edge's pixel up to, but without, the right edge's. A span starts
-/// with the left edge's quantities corrected to the pixel's own x and advanced by one whole pixel, so that a
-/// pixel shows the value that belongs one pixel to its right.
+/// Draws the pixels of one row from the left edge's up to the right edge's, without the latter. The
+/// quantities are those of the left edge, moved to the first pixel's own x and then by one whole pixel, so
+/// every pixel shows the value that belongs one pixel to its right.
 template <std::size_t Count, typename Colour>
 void draw_span(int row, const Edges<Count> &edges, const Gradients<Count> &gradients, Colour colour) {
     const std::int32_t left = integer_part(edges.left_x);
@@ -138,7 +140,7 @@ void draw_span(int row, const Edges<Count> &edges, const Gradients<Count> &gradi
     std::uint8_t *pixels = chunkybuf1.get() + row_start;
     std::uint16_t *depths = zbuf.get() + row_start;
     for (std::int32_t x = first; x < end; ++x) {
-        // 16.16 becomes 8.8 here.
+        // From 16.16 to 8.8.
         const std::int32_t depth = as_signed(value[0]) >> 8;
         if (depths[x] < depth) {
             pixels[x] = colour(value);
@@ -150,8 +152,8 @@ void draw_span(int row, const Edges<Count> &edges, const Gradients<Count> &gradi
     }
 }
 
-/// Draws the rows `first` to `last` of a pair of edges that stands in row `first`. Rows outside the frame's
-/// guard are passed over in one product.
+/// Draws the rows `first` to `last` between two edges, which are at the row `first`. Rows above the drawn
+/// rows are skipped by one multiplication.
 template <std::size_t Count, typename Colour>
 void draw_rows(std::int64_t first, std::int64_t last, Edges<Count> edges, const Gradients<Count> &gradients,
                Colour colour) {
@@ -167,8 +169,8 @@ void draw_rows(std::int64_t first, std::int64_t last, Edges<Count> edges, const 
     }
 }
 
-/// Sorts, sets up and walks one triangle with the vertices top, middle and bottom; `colour` makes a pixel's
-/// byte from the quantities' accumulators.
+/// Sorts the vertices of one triangle, sets up its edges and draws its rows. `colour` computes a pixel's byte
+/// from the quantities' accumulators.
 template <std::size_t Count, typename Colour>
 void fill_triangle(TriangleParams &t, const QuantityTable<Count> &quantities, Colour colour) {
     constexpr std::size_t top = 0;
@@ -210,7 +212,7 @@ void fill_triangle(TriangleParams &t, const QuantityTable<Count> &quantities, Co
         return;
     }
 
-    // The long edge goes on from where it stands in the middle vertex's row; the short one is replaced.
+    // The long edge continues from the middle vertex's row; the short one is replaced by the last edge.
     if (middle_row > top_row) {
         edges.advance(static_cast<Fixed>(middle_row) - static_cast<Fixed>(top_row));
     }
@@ -252,7 +254,7 @@ void fill_tri_mapped(TriangleParams *triangle) {
     constexpr QuantityTable<3> quantities{depth_slots, map_column_slots, map_row_slots};
     const std::uint8_t *map = envmap.get();
     fill_triangle(*triangle, quantities, [map](const Accumulators<3> &value) {
-        // The low 16 bits of the sum are the texel; both coordinates wrap there, so no input leaves the map.
+        // The low 16 bits of the sum are the texel's index. They wrap, so no input leads out of the map.
         const std::uint32_t column = value[1] >> 16;
         const std::uint32_t row = value[2] >> 16;
         return map[(map_centre + column + row * 256) & 0xFFFF];
