@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Memory that the program owns: zeroed arrays from the C heap that free themselves.
+// Zeroed arrays from the C heap that free themselves: the memory that the program owns.
 #pragma once
 
 #include "core/fatal_exit.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The buffers that a frame is drawn into. All are rows of `frame_width` entries, top row first, without
-// padding.
+// The buffers that a frame is drawn into. All consist of rows of `frame_width` entries, top row first,
+// without padding.
 #pragma once
 
 #include "core/heap_array.h"
@@ -8,36 +8,36 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Size of the open display in pixels, which every frame is drawn in; before the first opening, what the
-/// settings ask for. The state's width and height may differ after settings were loaded by key. Written by
-/// the display.
+/// Size of the open display and of every frame, in pixels; before a display was opened, the size that the
+/// settings ask for. The state's width and height differ from it after a key loaded other settings. Written
+/// by allocate_frame_buffers and begin_run.
 extern std::int32_t frame_width;
 extern std::int32_t frame_height;
 
-/// Brightness of each pixel, also its palette index: the frame being drawn, and the frame of the previous
-/// pass, which is shown in this one and which blurs start from. Exchanged every pass.
+/// Brightness of each pixel, which is also its palette index: the frame that is being drawn, and the frame of
+/// the previous pass, which this pass shows and which fades and blurs start from. Exchanged in every pass.
 extern HeapArray<std::uint8_t> chunkybuf1;
 extern HeapArray<std::uint8_t> chunkybuf2;
 
-/// Depth of each pixel in 8.8, larger is nearer, 0 where nothing is.
+/// Depth of each pixel in 8.8. Larger is nearer; 0 where nothing is.
 extern HeapArray<std::uint16_t> zbuf;
 
-/// Reserved for a bit-plane conversion: exchanged every pass, otherwise untouched.
+/// Reserved for a bit-plane conversion: exchanged in every pass, otherwise unused.
 extern HeapArray<std::uint8_t> planarbuf1;
 extern HeapArray<std::uint8_t> planarbuf2;
 
-/// Triangles and dots are drawn in rows 6 to height - 6; the rows above and below belong to clears and texts.
+/// Triangles and dots are drawn in rows 6 to height - 6 only. Clears and texts write the rows above and
+/// below, too.
 constexpr std::int32_t first_drawn_row = 6;
 
-/// Allocates the five buffers for frames of this size, which becomes `frame_width` and `frame_height`. If the
-/// heap refuses one, or the number of pixels is negative or does not fit 32 bits, the program ends with its
-/// message.
+/// Allocates the five buffers for frames of this size, which becomes `frame_width` and `frame_height`. The
+/// program ends if the heap refuses one, or if the number of pixels is negative or does not fit into 32 bits.
 void allocate_frame_buffers(std::int32_t width, std::int32_t height);
 
 /// Releases the buffers that are held.
 void release_frame_buffers();
 
-/// Pixels of a frame.
+/// Number of pixels of a frame.
 inline std::size_t frame_pixels() {
     return static_cast<std::size_t>(frame_width) * static_cast<std::size_t>(frame_height);
 }

@@ -14,7 +14,7 @@ std::array<double, 6> frame_rates{};
 
 namespace {
 
-/// Characters of the frame rate that are drawn; they include blanks that wipe a longer reading away.
+/// Characters that are drawn. They include blanks, which erase the rest of a longer reading.
 constexpr std::size_t frame_rate_characters = 10;
 
 void draw_text(int x, int y, const char *text, std::size_t length) {

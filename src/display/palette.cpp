@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::size_t palette_entries = 256;
 
-/// The ramp in the form that LoadRGB32 takes: count and first entry, the entries' levels left-justified in 32
-/// bits, and a closing 0. Written by build_palette.
+/// The ramp as LoadRGB32 expects it: count and first entry, then three levels per entry in the top bits of a
+/// word, then 0. Written by build_palette.
 std::array<ULONG, 1 + 3 * palette_entries + 1> palette_table{};
 
 ULONG channel_level(double brightness, double gamma) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The palette: one grey ramp, bent by a gamma for each channel.
+// The palette: a grey ramp with a gamma for each channel.
 #pragma once
 
-/// Loads the ramp for the state's gammas into the open screen, puts the gammas into the message line and
-/// restarts its timer. Level i of a channel is 255 (i / 255)^(1 / gamma), truncated. A gamma of 0, which only
-/// an edited settings file can bring, leaves the channel black but for index 255.
+/// Loads the ramp for the state's gammas into the open screen and shows the gammas on the message line. Level
+/// i of a channel is 255 (i / 255)^(1 / gamma), truncated. With a gamma of 0, which only an edited settings
+/// file can bring, the channel is black except at index 255.
 void build_palette();

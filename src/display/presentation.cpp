@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Presentation of frames through the system's chunky-pixel write.
+// Shows frames through WriteChunkyPixels.
 #include "display/presentation.h"
 
 #include "display/frame_buffers.h"

@@ -18,19 +18,20 @@ RastPort display_context{};
 
 namespace {
 
-/// The screen buffers as they are owned; freed from here and then null.
+/// The screen buffers that the program owns; null after they are freed. Written in this file only.
 std::array<ScreenBuffer *, 3> screen_buffers{};
 
-/// The window's own drawing context, kept while the window is open; nothing draws through it.
+/// The window's own drawing context while the window is open. Nothing draws through it.
 RastPort *window_context = nullptr;
 
-/// Two rows of no pixels, each row two words, between the two zero words that enclose a pointer's image.
+/// An invisible pointer: two empty rows of two words each, between two words of zeros as every pointer image
+/// has them.
 const std::array<UWORD, 8> blank_pointer{};
 
 constexpr LONG blank_pointer_height = 2;
 constexpr LONG blank_pointer_width = 16;
 
-/// Marks the end of a pen array.
+/// Ends an array of pens.
 constexpr UWORD pens_end = 0xFFFF;
 
 void open_screen() {
@@ -68,7 +69,7 @@ void open_window() {
         {WA_RMBTrap, TRUE},
         {WA_SizeBRight, TRUE},
         {WA_CustomScreen, tag_pointer(myscreen)},
-        // The number of WA_RMBTrap once more: the right button selects modes and must never open a menu.
+        // WA_RMBTrap a second time, by its number: the right button selects modes and must never open a menu.
         {WA_Dummy + 0x27, TRUE},
         {WA_NoCareRefresh, TRUE},
         {TAG_DONE, 0},
@@ -80,7 +81,7 @@ void open_window() {
     window_context = window->RPort;
 }
 
-/// All three are asked for before any is looked at.
+/// Allocates all three before it checks any of them.
 void allocate_screen_buffers() {
     constexpr std::array<ULONG, 3> flags{SB_SCREEN_BITMAP, 0, 0};
     bool complete = true;
@@ -90,7 +91,7 @@ void allocate_screen_buffers() {
         complete = complete && screen_buffers[slot] != nullptr;
     }
     if (!complete) {
-        // Said twice on purpose: as a line here, and without a line end on the way out.
+        // The message appears twice on purpose: as a line, and without a line end from fatal_exit.
         std::puts("AllocScreenBuffer() failed");
         fatal_exit("AllocScreenBuffer() failed");
     }
@@ -154,7 +155,7 @@ void choose_display_mode() {
     }};
     auto *requester = static_cast<ScreenModeRequester *>(AllocAslRequest(ASL_ScreenModeRequest, tags.data()));
     if (requester != nullptr) {
-        // A cancelled requester is taken as if it had been confirmed.
+        // A cancelled requester counts as confirmed.
         AslRequest(requester, nullptr);
         viewer.ModeID = static_cast<std::int32_t>(requester->sm_DisplayID);
         viewer.width = static_cast<std::int32_t>(requester->sm_DisplayWidth);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The display: one 8-bit screen with a window on it, its screen buffers, and the program's frame buffers.
+// The display: an 8-bit screen with a window on it, and its screen buffers.
 #pragma once
 
 #include "platform/graphics.h"
@@ -7,25 +7,25 @@
 
 #include <array>
 
-/// The open screen and its window; null while the display is closed. Written here alone.
+/// The open screen and its window; null while the display is closed. Written by the functions below.
 extern Screen *myscreen;
 extern Window *window;
 
-/// The screen buffers as the frame loop reads them: slot 0 is the screen's own, visible bitmap. After a close
-/// the slots are stale until the next opening.
+/// The screen buffers as the frame loop reads them; entry 0 is the screen's own, visible bitmap. They are
+/// invalid while the display is closed. Written by open_display.
 extern std::array<ScreenBuffer *, 3> shown_buffers;
 
-/// The program's drawing context, through which all pixels and texts go: pen 255, JAM2, the default text
-/// font.
+/// The drawing context for all pixels and texts: pen 255, JAM2, the default font. Set up by open_display.
 extern RastPort display_context;
 
-/// Allocates the frame buffers at the state's `width` and `height`, opens the screen in the mode `ModeID`,
-/// and makes everything that a frame is shown with. Any failure ends the program with its own message.
+/// Allocates the frame buffers in the state's `width` and `height`, opens a screen of this size in the mode
+/// `ModeID` with its window and screen buffers, and loads the palette. Every failure ends the program with
+/// its message.
 void open_display();
 
-/// Releases whatever of the display is held; twice in a row does nothing the second time.
+/// Releases what is open of the display and the frame buffers. May be called again.
 void close_display();
 
-/// Closes the display, asks for a mode and a size with the screen-mode requester, and opens it again with
-/// what the requester holds then, whether the user confirmed or cancelled.
+/// Closes the display, asks for a mode and a size with the screen-mode requester, and opens the display again
+/// with what the requester holds, even if the user cancelled.
 void choose_display_mode();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Carries out what keys and mouse ask for, each with its message.
+// One function per command of the keyboard and the mouse, each with its message.
 #include "main_68k/commands.h"
 
 #include "display/palette.h"
@@ -51,16 +51,16 @@ void turn_object(WORD dx, WORD dy) {
                                               static_cast<std::uint32_t>(std::int32_t{dy}));
 }
 
-/// The mode after the current one; the effect is never reached this way.
+/// Goes on to the next mode, from the last one to mode 1. Mode 0, the effect, is never reached this way.
 void select_next_mode() {
     viewer.obj_style = viewer.obj_style >= mode_dots ? mode_envmap : viewer.obj_style + 1;
-    // Only an edited settings file brings a negative mode, which has no name.
+    // A negative mode, which only an edited settings file can bring, has no name.
     if (viewer.obj_style >= 0) {
         show_message("%s", mode_messages[static_cast<std::size_t>(viewer.obj_style)]);
     }
 }
 
-/// Changes the luminance in force by one step upwards (+1) or downwards (-1).
+/// Changes the dot luminance that the clear style uses by one step up (+1) or down (-1).
 void change_dot_luminance(int direction) {
     const bool is_cleared = viewer.clear_style == 0;
     std::int32_t &luminance = is_cleared ? viewer.dot_lum : viewer.dot_lum_in_blur;
@@ -87,7 +87,7 @@ void lower_gamma(double &gamma) {
     build_palette();
 }
 
-/// Turns a flag, and any other value off.
+/// Switches a flag from 0 to 1, and from any other value to 0.
 void toggle(std::int32_t &flag, const char *on_message, const char *off_message) {
     flag = flag == 0 ? 1 : 0;
     show_message("%s", flag != 0 ? on_message : off_message);
@@ -109,7 +109,7 @@ void select_next_clear_style() {
     show_message("blurmode: %d", viewer.clear_style);
 }
 
-/// Loads settings; the display stays as it is until the next mode change.
+/// Loads settings. The open display stays as it is until the next mode change.
 void load_settings(const char *path, const char *message) {
     load_vars(path);
     build_palette();

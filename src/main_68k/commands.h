@@ -4,11 +4,11 @@
 
 #include "platform/intuition.h"
 
-/// What the events of a pass asked of the frame loop.
+/// What the events of one pass asked the frame loop to do.
 struct Requests {
     bool quit = false;
     bool change_mode = false;
 };
 
-/// Takes every event waiting at a window's port, carries it out in order of arrival and replies to it.
+/// Handles all events that wait at a window's port, in order of arrival, and replies to each.
 Requests handle_events(MsgPort *port);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One pass after another, each in four timed stages.
+// A pass consists of four timed stages.
 #include "main_68k/frame_loop.h"
 
 #include "display/overlay_text.h"

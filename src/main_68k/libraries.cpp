@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opens and closes the system libraries, each with the interface that its calls are made through.
+// Opens and closes the system libraries, each with its interface, through which its functions are called.
 #include "main_68k/libraries.h"
 
 #include "core/fatal_exit.h"
@@ -8,14 +8,15 @@
 #include "platform/intuition.h"
 #include "platform/lowlevel.h"
 
-/// The libraries' bases as the system hands them out; null while a library is not open. Written here alone.
+/// The libraries' bases as the system returns them; null while a library is not open. Written in this file
+/// only.
 Library *GfxBase = nullptr;
 Library *IntuitionBase = nullptr;
 Library *LowLevelBase = nullptr;
 Library *AslBase = nullptr;
 
-/// The interfaces that the system's inline calls go through; null while a library is not open. Written here
-/// alone.
+/// The interfaces that the system's inline calls go through; null while a library is not open. Written in
+/// this file only.
 GraphicsIFace *IGraphics = nullptr;
 IntuitionIFace *IIntuition = nullptr;
 LowLevelIFace *ILowLevel = nullptr;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Measures the stages with the system's elapsed-time clock and prints what came of it.
+// Measures the stages with the system's elapsed-time clock, and prints the sums.
 #include "main_68k/run_statistics.h"
 
 #include "platform/lowlevel.h"
@@ -13,10 +13,10 @@ std::array<double, stage_count> stage_totals{};
 
 namespace {
 
-/// The clock's previous reading. One context serves all stages.
+/// The clock's previous reading, which all stages share.
 EClockVal stage_clock{};
 
-/// The clock counts seconds in 16.16.
+/// Seconds since the previous reading; the clock counts them in 16.16.
 double read_clock() {
     return ElapsedTime(&stage_clock) / 65536.0;
 }

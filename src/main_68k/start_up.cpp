@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Starts the program: libraries, object file, settings, object, texture, tables, display, frame loop.
+// The order of a run: libraries, object file, settings, object, texture, tables, display, passes, statistics.
 #include "main_68k/start_up.h"
 
 #include "core/fatal_exit.h"
@@ -26,11 +26,11 @@
 
 namespace {
 
-/// Longest path that the requester can name, with its terminator.
+/// Longest path that the requester can give, with its terminator.
 constexpr std::size_t path_bytes = 1024;
 using Path = std::array<char, path_bytes>;
 
-/// Asks for the object; ends the program if no name comes of it.
+/// Asks for the object's name; if the requester gives none, the program ends.
 void ask_for_object(Path &name) {
     const std::array<TagItem, 2> tags{{
         {ASLFR_TitleText, tag_pointer("Select a LightWave Object")},
@@ -62,7 +62,7 @@ std::FILE *open_object(int argument_count) {
     return file;
 }
 
-/// Reads the size that the file says it has; whatever it is, the chunks tell what there is to read.
+/// Asks for the file's size and ignores it: the chunks say how much there is to read.
 void measure_file(std::FILE *file) {
     (void)std::fseek(file, 0, SEEK_END);
     (void)std::ftell(file);

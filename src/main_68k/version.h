@@ -2,5 +2,5 @@
 // The version tag.
 #pragma once
 
-/// What the system's version command looks for in the executable.
+/// The text that the system's version command searches the executable for.
 constexpr char version_tag[] = "$VER: Zelvo 0.67 OS4 (23-Feb-2005)";

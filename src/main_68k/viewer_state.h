@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The viewer state: every setting and toggle, in one record that all rooms read and the commands change.
+// The viewer state: all settings and toggles in one record. All rooms read it; the commands change it.
 #pragma once
 
 #include "core/vec3.h"
@@ -7,7 +7,7 @@
 #include <array>
 #include <cstdint>
 
-/// Seconds for which a status message stays on the screen.
+/// Seconds for which a message stays on the screen.
 constexpr double message_duration = 2.0;
 
 /// Values of `obj_style`, in the order of the mode table.
@@ -21,78 +21,84 @@ enum RenderMode : std::int32_t {
     mode_dots = 6,
 };
 
-/// One gamma a channel; the palette bends its grey ramp by 1 / gamma.
+/// One gamma per channel; the palette raises its grey ramp to the power 1 / gamma.
 struct Gammas {
     double red = 1.0;
     double green = 1.0;
     double blue = 1.0;
 };
 
-/// All settings and toggles with their start values. The first group is what the settings file keeps, in its
-/// order; nothing here is range-checked on loading.
+/// All settings and toggles with their start values. The first group is saved in the settings file, in this
+/// order. Loading it checks no ranges.
 struct ViewerState {
-    /// 0.02 .. 3.0 by key.
+    /// Gamma of each channel; 0.02 .. 3.0 by key.
     Gammas gammas;
-    /// Spin speed, added to `spin_angle` once a frame; -4.0 .. 4.0 by key.
+    /// Spin speed, added to `spin_angle` once per frame; -4.0 .. 4.0 by key.
     double rotate = 0.0;
     /// The render mode, 0 .. 6; any other value draws nothing.
     std::int32_t obj_style = mode_envmap;
-    /// How a frame begins: 0 cleared, 1 faded, 2 blurred, 3 blurred and rising; any other value keeps it.
+    /// How a frame begins: 0 cleared, 1 faded, 2 blurred, 3 blurred and rising; with any other value it keeps
+    /// the old pixels.
     std::int32_t clear_style = 0;
     /// Flag: show the frame-rate counter.
     std::int32_t fps = 1;
-    /// Flag: draw a dot at every point over the faces.
+    /// Flag: draw a dot at every point, over the faces.
     std::int32_t dots = 0;
-    /// Brightness of a dot on a cleared frame, in 1/65536 of a texel; 0 .. 131072 by key.
+    /// Brightness of a dot on a cleared frame: 65536 adds the sprite's texels as they are; 0 .. 131072 by
+    /// key.
     std::int32_t dot_lum = 25600;
-    /// Brightness of a dot while the frames blur, in 1/65536 of a texel; 0 .. 32768 by key.
+    /// Brightness of a dot with any other clear style, in the same unit; 0 .. 32768 by key.
     std::int32_t dot_lum_in_blur = 2560;
-    /// Flag without an effect: announced, saved and loaded, but every frame takes the system's conversion.
+    /// Flag without an effect: the key shows a message and the settings keep it, but the system converts
+    /// every frame.
     std::int32_t internal_c2p_enabled = 0;
     /// Path of the environment map, terminated.
     std::array<char, 1024> envmap_filename{"Zelvo_envmap.chunky"};
-    /// The display mode, an opaque number of the system.
+    /// The display mode, a number that only the system understands.
     std::int32_t ModeID = 0;
-    /// Size of the next display to be opened, in pixels.
+    /// Size, in pixels, that the next display is opened with.
     std::int32_t width = 320;
     std::int32_t height = 256;
 
     /// Flag: in modes 3 and 4 the mouse turns the light instead of the object.
     std::int32_t lightsource_rotating = 0;
-    /// Flag: reverses the back-face test; each toggle also negates the light vectors.
+    /// Flag: reverses the back-face test. The command also negates the light vectors.
     std::int32_t flip = 0;
     /// Flag: no polygon is culled.
     std::int32_t doubleside = 0;
-    /// Sums of all mouse movements, in counts; 80 counts turn the object by one radian.
+    /// Sums of all mouse movements, in counts; 80 counts are one radian.
     std::int32_t tilt_x = 0;
     std::int32_t tilt_y = 0;
     /// Spin of the object, in units of 0.004 radian.
     double spin_angle = 0.0;
-    /// The light at rest, components in reverse order; the light before its rotation; the light that shading
-    /// reads.
+    /// The light at rest, with its components in reverse order; the light before its rotation; the light that
+    /// lighting reads.
     Vec3 light_base{3.0F, -1.0F, -1.0F};
     Vec3 light_source{-1.0F, -1.0F, 3.0F};
     Vec3 light{-1.0F, -1.0F, 3.0F};
     /// The text at the top left of the picture, terminated.
     std::array<char, 128> message_line{"Zelvo"};
-    /// Seconds for which the message line is still drawn; drawn while above 0.
+    /// Seconds left for the message line, which is drawn while this is above 0.
     double message_timer = message_duration;
-    /// Frames since the loop began or since the spin was stopped by key.
+    /// Frames since the loop began, or since a key stopped the spin.
     std::int32_t frames_drawn = 0;
 };
 
-/// The one instance; read everywhere, written by the commands, the frame loop and the settings file.
+/// The one instance. Every room reads it. The commands, the settings, the requesters, the light's rotation,
+/// the message line and the frame loop write it.
 extern ViewerState viewer;
 
-/// Polygons (or effect dots) examined in the current frame, culled ones included; written by what draws them.
+/// Polygons of the current frame including culled ones, or dots of the effect. Written by the face loops and
+/// by the effect; the dots overlay sets it to 0.
 extern std::int32_t faces_seen;
 
-/// Triangles handed to a filler in the current frame; written by the face loops.
+/// Triangles of the current frame that were given to a filler. Written by the face loops; the dots overlay
+/// sets it to 0.
 extern std::int32_t triangles_drawn;
 
-/// Puts the settings that "R" resets back to their defaults. The texture's name, the display's mode and size
-/// and everything that is not saved stay as they are; the caller rebuilds the palette and tells the user.
+/// Resets to their defaults the settings that "R" resets. The texture's name, the display's mode and size and
+/// everything that is not saved stay as they are. The caller rebuilds the palette and shows a message.
 void reset_to_defaults();
 
-/// Replaces the message line by a text in printf's form, cut to the line's buffer, and restarts its timer.
+/// Formats a text as printf does into the message line, cut to its buffer, and restarts the line's timer.
 [[gnu::format(printf, 1, 2)]] void show_message(const char *format, ...);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads the point and polygon chunks of an IFF form LWOB; every other chunk is skipped unread.
+// Reads the point and polygon chunks of an IFF form LWOB and skips all others.
 #include "object/lwo_reader.h"
 
 #include "core/fatal_exit.h"
@@ -21,7 +21,7 @@ constexpr std::uint32_t chunk_id(const char (&name)[5]) {
     return id;
 }
 
-/// The last value of the chunk counter that still goes on, so that 101 chunks are examined at most.
+/// The chunk counter's last value: it starts at 0, so at most 101 chunks are read.
 constexpr int last_chunk_counter = 100;
 
 std::uint16_t big_endian_16(const unsigned char *bytes) {
@@ -37,7 +37,7 @@ struct ChunkHeader {
     std::uint32_t size;
 };
 
-/// The next chunk's header; false at the end of the file.
+/// Reads the next chunk's header; false at the end of the file.
 bool read_header(std::FILE *file, ChunkHeader &header) {
     std::array<unsigned char, 8> bytes{};
     if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) {
@@ -55,14 +55,13 @@ bool is_lwob_form(std::FILE *file) {
            big_endian_32(type.data()) == chunk_id("LWOB");
 }
 
-/// A chunk size is a signed number on the system that the format comes from; no buffer can have a negative
-/// one.
+/// Chunk sizes are signed on the system that the format comes from, and no buffer can have a negative size.
 bool is_negative(std::uint32_t size) {
     return (size >> 31) != 0;
 }
 
-/// Turns big-endian numbers of the width of T, of which only the first `bytes_read` bytes came from the file,
-/// into native ones in place.
+/// Converts big-endian numbers as wide as T to native ones in place. Only the first `bytes_read` bytes came
+/// from the file; the zeros after them need no conversion.
 template <typename T>
 void make_native(void *data, std::size_t bytes_read) {
     auto *bytes = static_cast<unsigned char *>(data);
@@ -77,15 +76,15 @@ void make_native(void *data, std::size_t bytes_read) {
     }
 }
 
-/// Bytes of the two chunks that the file really held.
+/// How many bytes of the two chunks the file really held.
 struct BytesRead {
     std::size_t points = 0;
     std::size_t polygons = 0;
 };
 
-/// Reads one chunk's data into a fresh array of T whose numbers are of the width of Number. The array ends
-/// with one element more than the chunk fills, which keeps a trailing partial record inside. False if the
-/// file ended early.
+/// Reads one chunk's data into a new array of T, whose numbers are as wide as Number. The array has one
+/// element more than fits into the chunk, so that a partial record at its end stays inside. False if the file
+/// ended early.
 template <typename Number, typename T>
 bool read_chunk(std::FILE *file, std::uint32_t size, HeapArray<T> &array, std::int32_t &array_bytes,
                 std::size_t &bytes_read, const char *refusal) {
@@ -122,8 +121,8 @@ BytesRead read_chunks(std::FILE *file) {
     return bytes_read;
 }
 
-/// Finds what the chunks claim but the file did not hold. Points count as reached if one byte of them was
-/// read, or if their index is among the words of the polygon list.
+/// Finds how many points and words the chunks claim that the file did not hold. A point counts as held if at
+/// least one of its bytes was read, or if its index is among the words of the polygon list.
 void measure_unread(const BytesRead &bytes_read) {
     const auto reached_words =
         std::min(static_cast<std::int32_t>((bytes_read.polygons + 1) / 2), polygon_word_count());
@@ -136,7 +135,7 @@ void measure_unread(const BytesRead &bytes_read) {
              std::span(polygon_chunk.get(), static_cast<std::size_t>(reached_words))) {
             reached_points = std::max(reached_points, word + 1);
         }
-        // Words that were not read name point 0.
+        // Unread words are zeros, which are the index of point 0.
         reached_points = std::max(reached_points, 1);
     }
     unread_points = std::max(point_count() - reached_points, 0);

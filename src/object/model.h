@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The model: the object's points and polygons as read, and the arrays that every frame is made from. Every
-// array ends with one element more than there are points or words, for a trailing partial record, and so that
-// the last point can be read as four floats.
+// array has one element more than there are points or words: a chunk may end in a partial record, and the
+// last point can then be read as four floats.
 #pragma once
 
 #include "core/heap_array.h"
@@ -16,7 +16,8 @@ extern HeapArray<Vec3> point_chunk;
 /// reader.
 extern HeapArray<std::uint16_t> polygon_chunk;
 
-/// Bytes of the two chunks as their headers give them; 0 while a chunk has not been seen.
+/// Sizes of the two chunks in bytes, as their headers give them; 0 until a chunk was found. Written by the
+/// reader.
 extern std::int32_t point_chunk_bytes;
 extern std::int32_t polygon_chunk_bytes;
 
@@ -25,7 +26,8 @@ extern std::int32_t polygon_chunk_bytes;
 /// Written by the reader, 0 for a whole file.
 extern std::int32_t unread_points;
 
-/// Words at the end of the polygon list that no byte of the file reached, all 0. Written by the reader.
+/// Number of words at the end of the polygon list that are missing in the file; all are 0. Written by the
+/// reader.
 extern std::int32_t unread_polygon_words;
 
 /// Prepared points in object space, within 110 of the origin. Written once by preparation.
@@ -41,21 +43,21 @@ extern HeapArray<Vec3> lwonormals2;
 /// Vertex normals after the frame's rotation. Written by rotate_normals.
 extern HeapArray<Vec3> lwonormals3;
 
-/// Colour of each point in the current frame of mode 4, 25 .. 255; -1 marks a point not yet lit. Reset by the
-/// mode's driver, filled by its face loop.
+/// Colour of each point in the current frame of mode 4, 25 .. 255; -1 marks a point that is not lit yet.
+/// Reset by the mode's driver, filled by its face loop.
 extern HeapArray<float> lwofis;
 
-/// Points of the object; a trailing partial record does not count.
+/// Number of the object's points; a partial record at the end does not count.
 inline std::int32_t point_count() {
     return point_chunk_bytes / 12;
 }
 
-/// Points that the stages process: all that the file reached, and the first unread one for all of those.
+/// Number of points that the stages process: all but the unread ones after the first of these.
 inline std::int32_t points_to_process() {
     return point_count() - (unread_points > 0 ? unread_points - 1 : 0);
 }
 
-/// Words of the polygon list; an odd last byte does not count.
+/// Number of words of the polygon list; an odd last byte does not count.
 inline std::int32_t polygon_word_count() {
     return polygon_chunk_bytes / 2;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The walk over the polygon list, for everything that looks at polygons.
+// The walk over the polygon list.
 #pragma once
 
 #include "object/model.h"
@@ -10,21 +10,21 @@
 #include <optional>
 #include <span>
 
-/// The number of empty polygons (count 0, two words each) in a tail of `words` zero words at the end of the
-/// list, at least 4. Each still needs three words after its count.
+/// Number of empty polygons (count 0, two words each) in a tail of `words` zero words at the end of the list.
+/// There are at least 4 words, and each polygon needs three words after its count.
 inline std::int32_t empty_polygons(std::size_t words) {
     return static_cast<std::int32_t>((words - 2) / 2);
 }
 
-/// One polygon: its vertex count n and the words after the count: the n point indices, and never fewer than
-/// three words, since a polygon of fewer points is used as the triangle of the three words that follow its
-/// count. The indices are valid if all these words are indices of points.
+/// One polygon: its vertex count, and the words after the count, which are its point indices. A polygon of
+/// fewer than three points is used as the triangle of the three words after its count, so there are always at
+/// least three words. They are valid if all of them are indices of points.
 struct Polygon {
     std::size_t vertices;
     std::span<const std::uint16_t> indices;
     bool has_valid_indices;
 
-    /// The word after the polygon and its surface.
+    /// Where the next polygon starts if this one starts at the word `at`: after the indices and the surface.
     std::size_t next(std::size_t at) const { return at + vertices + 2; }
 };
 
@@ -32,8 +32,8 @@ struct Polygon {
 constexpr std::size_t triangle_words = 5;
 constexpr std::size_t quad_words = 6;
 
-/// The polygon whose count is the word `at` of the list; none if the list cuts it short, which is where every
-/// walk ends.
+/// The polygon whose count is the word `at` of the list. None if the list ends inside it; there every walk
+/// ends.
 inline std::optional<Polygon> polygon_at(std::span<const std::uint16_t> words, std::size_t at) {
     const std::size_t vertices = words[at];
     const std::size_t used = std::max<std::size_t>(vertices, 3);
@@ -52,11 +52,10 @@ inline std::span<const std::uint16_t> polygon_words() {
     return {polygon_chunk.get(), static_cast<std::size_t>(polygon_word_count())};
 }
 
-/// Calls `visit` for each polygon in list order. The walk ends at the first polygon that the list cuts short.
+/// Calls `visit` for each polygon in list order, up to the first one that the list ends inside.
 ///
-/// Where the list goes on in nothing but zeros that no byte of the file reached, all polygons are the same;
-/// the first of them is visited, and the number of the others is returned, so that a walk takes no longer
-/// than the file is.
+/// All polygons in the unread tail of the list are empty and identical. Only the first of them is visited, so
+/// that a walk takes no longer than the file is, and the number of the others is returned.
 template <typename Visit>
 std::int32_t for_each_polygon(Visit visit) {
     const std::span<const std::uint16_t> words = polygon_words();

@@ -23,8 +23,8 @@ void read_envmap(std::FILE *file) {
     std::fclose(file);
 }
 
-/// Takes the name from the requester: a slash joins drawer and file unless the drawer is empty or ends in ":"
-/// or "/".
+/// Stores the name that the requester holds. A slash joins drawer and file, unless the drawer is empty or
+/// ends in ":" or "/".
 void take_name(const FileRequester &requester) {
     const char *drawer = requester.fr_Drawer;
     const std::size_t length = std::strlen(drawer);

@@ -5,10 +5,10 @@
 /// The default name of the environment map, relative to the current directory.
 constexpr char default_envmap_filename[] = "Zelvo_envmap.chunky";
 
-/// Reads the file that the state names into the texture; if it cannot be opened, goes on as choose_envmap.
+/// Reads the state's texture file; if it cannot be opened, asks for one as choose_envmap does.
 void load_envmap();
 
-/// Asks for a texture with a file requester, keeps and prints its name, and reads it. A cancelled requester
-/// is taken as if it had been confirmed. A file that cannot be opened ends the program. A short file replaces
-/// the start of the texture alone.
+/// Asks for a texture with a file requester, stores and prints its name, and reads it. A cancelled requester
+/// counts as confirmed. If the file cannot be opened, the program ends. A short file replaces only the start
+/// of the texture.
 void choose_envmap();

@@ -41,8 +41,8 @@ int load_vars(const char *path) {
     if (file == nullptr) {
         return 0;
     }
-    // No result is looked at: a format that does not match consumes what did and leaves the rest to the next
-    // one.
+    // Results are ignored on purpose. A format that fails has consumed the part that matched; the next one
+    // continues there.
     (void)std::fscanf(file, "gammas: %lf %lf %lf\n", &viewer.gammas.red, &viewer.gammas.green,
                       &viewer.gammas.blue);
     (void)std::fscanf(file, "rotate: %lf\n", &viewer.rotate);
