@@ -4,6 +4,7 @@
 
 #include "display/palette.h"
 #include "main_68k/viewer_state.h"
+#include "platform/key_codes.h"
 #include "settings/environment_map.h"
 #include "settings/settings_file.h"
 
@@ -18,12 +19,6 @@ constexpr std::array<const char *, 7> mode_messages{
     "mode: effekt bazmeg :)",     "mode: envmap",  "mode: texturemap", "mode: lightsourced",
     "mode: fake (gouraud) phong", "mode: Z-light", "mode: dots",
 };
-
-constexpr UWORD cursor_up = 0x4C;
-constexpr UWORD cursor_down = 0x4D;
-constexpr UWORD cursor_right = 0x4E;
-constexpr UWORD cursor_left = 0x4F;
-constexpr UWORD escape = 27;
 
 constexpr double gamma_step = 0.1;
 constexpr double lowest_gamma = 0.02;
@@ -118,7 +113,7 @@ void load_settings(const char *path, const char *message) {
 
 void handle_character(UWORD character, Requests &requests) {
     switch (character) {
-    case escape:
+    case escape_character:
     case 'q':
     case 'x':
         requests.quit = true;

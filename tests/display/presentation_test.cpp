@@ -18,7 +18,7 @@ protected:
         }
     }
 
-    static std::vector<std::uint8_t> visible() { return offscreen::state.screens.back()->shown->pixels; }
+    static std::vector<std::uint8_t> visible() { return host::state.screens.back()->shown->pixels; }
 };
 
 TEST_F(Presentation, ShowsTheFrameOfThePreviousPass) {
@@ -77,7 +77,7 @@ TEST_F(Presentation, PointsTheContextBackAtTheScreensOwnBitmap) {
     (void)new_calls();
     display_context.BitMap = nullptr;
     reset_display_bitmap();
-    EXPECT_EQ(display_context.BitMap, &offscreen::state.screens.back()->bitmap);
+    EXPECT_EQ(display_context.BitMap, &host::state.screens.back()->bitmap);
     EXPECT_EQ(new_calls(), Lines{});
 }
 

@@ -111,7 +111,7 @@ TEST_F(OpenDisplay, StartsWithBlackFramesAndNoDepths) {
 
 TEST_F(OpenDisplay, DrawsIntoTheScreensOwnBitmap) {
     open_display();
-    BitMap *visible = offscreen::state.screens.back()->shown;
+    BitMap *visible = host::state.screens.back()->shown;
     EXPECT_EQ(display_context.BitMap, visible);
     EXPECT_EQ(display_context.FgPen, 255);
     EXPECT_EQ(display_context.BgPen, 0);
@@ -185,7 +185,7 @@ TEST_F(CloseDisplay, LetsTheDisplayOpenAgainInAnotherSize) {
     EXPECT_EQ(new_calls(), opening("0", "64", "48"));
     EXPECT_EQ(frame_pixels(), 64U * 48U);
     expect_bytes(zbuf.get(), 2 * 64 * 48);
-    EXPECT_EQ(offscreen::state.screens.back()->bitmap.width, 64);
+    EXPECT_EQ(host::state.screens.back()->bitmap.width, 64);
 }
 
 TEST_F(ChooseDisplayMode, ClosesAsksAndOpensAgain) {

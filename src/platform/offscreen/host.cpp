@@ -1,105 +1,97 @@
 // SPDX-License-Identifier: MIT
-// The offscreen host's set-up, its record of calls, and what it refuses.
+// The offscreen host's set-up, its passes, and what it refuses.
 #include "platform/offscreen/host.h"
 
+#include "platform/key_codes.h"
 #include "platform/offscreen/state.h"
+#include "platform/shared/hooks.h"
 
-#include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 
 namespace offscreen {
 
 State state;
 
+volatile std::sig_atomic_t quit_requested = 0;
+
 namespace {
 
-struct TagName {
-    ULONG tag;
-    const char *name;
-    enum { number, text, pointer, words } value;
-};
-
-constexpr TagName tag_names[] = {
-    {SA_DisplayID, "SA_DisplayID", TagName::number},
-    {SA_Overscan, "SA_Overscan", TagName::number},
-    {SA_Width, "SA_Width", TagName::number},
-    {SA_Height, "SA_Height", TagName::number},
-    {SA_Depth, "SA_Depth", TagName::number},
-    {SA_AutoScroll, "SA_AutoScroll", TagName::number},
-    {SA_Pens, "SA_Pens", TagName::words},
-    {SA_Title, "SA_Title", TagName::text},
-    {SA_ShowTitle, "SA_ShowTitle", TagName::number},
-    {SA_Quiet, "SA_Quiet", TagName::number},
-    {SA_Interleaved, "SA_Interleaved", TagName::number},
-    {SA_Font, "SA_Font", TagName::pointer},
-    {WA_Activate, "WA_Activate", TagName::number},
-    {WA_ReportMouse, "WA_ReportMouse", TagName::number},
-    {WA_IDCMP, "WA_IDCMP", TagName::number},
-    {WA_Borderless, "WA_Borderless", TagName::number},
-    {WA_RMBTrap, "WA_RMBTrap", TagName::number},
-    {WA_SizeBRight, "WA_SizeBRight", TagName::number},
-    {WA_CustomScreen, "WA_CustomScreen", TagName::pointer},
-    {WA_NoCareRefresh, "WA_NoCareRefresh", TagName::number},
-    {ASLFR_DoPatterns, "ASLFR_DoPatterns", TagName::number},
-    {ASLFR_TitleText, "ASLFR_TitleText", TagName::text},
-    {ASLFR_InitialFile, "ASLFR_InitialFile", TagName::text},
-    {ASLSM_DoWidth, "ASLSM_DoWidth", TagName::number},
-    {ASLSM_DoHeight, "ASLSM_DoHeight", TagName::number},
-    {ASLSM_DoOverscanType, "ASLSM_DoOverscanType", TagName::number},
-};
-
-std::string font_as_text(const TextAttr &font) {
-    return std::string(font.ta_Name) + "/" + std::to_string(font.ta_YSize) + "/" +
-           std::to_string(font.ta_Style) + "/" + std::to_string(font.ta_Flags);
-}
-
-/// A pen array up to and without its end.
-std::string pens_as_text(const UWORD *pens) {
-    std::string text;
-    for (; *pens != 0xFFFF; ++pens) {
-        text += (text.empty() ? "" : " ") + std::to_string(*pens);
+/// Delivers the visible picture, if the current pass has not done so yet.
+void deliver_picture() {
+    if (!state.picture_due) {
+        return;
     }
-    return text;
-}
-
-std::string value_as_text(const TagName &name, TagData data) {
-    switch (name.value) {
-    case TagName::text:
-        return "\"" + std::string(reinterpret_cast<const char *>(data)) + "\"";
-    case TagName::words:
-        return pens_as_text(reinterpret_cast<const UWORD *>(data));
-    case TagName::pointer:
-        return name.tag == SA_Font ? font_as_text(*reinterpret_cast<const TextAttr *>(data))
-                                   : (data == 0 ? "null" : "set");
-    default:
-        return std::to_string(data);
+    state.picture_due = false;
+    if (state.setup.on_picture && !host::state.screens.empty()) {
+        const host::MemoryScreen &screen = *host::state.screens.back();
+        const BitMap &bitmap = *screen.shown;
+        state.setup.on_picture(
+            {state.pass, bitmap.width, bitmap.height, bitmap.pixels, screen.colours.colours});
     }
 }
 
-std::string tag_as_text(const TagItem &item) {
-    for (const TagName &name : tag_names) {
-        if (name.tag == item.ti_Tag) {
-            return std::string(name.name) + "=" + value_as_text(name, item.ti_Data);
-        }
+std::optional<IntuiMessage> next_event() {
+    deliver_picture();
+    std::deque<Event> &events = state.setup.events;
+    if (!events.empty() && events.front().pass <= state.pass) {
+        const IntuiMessage message = events.front().message;
+        events.pop_front();
+        return message;
     }
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "0x%08" PRIX32 "=%" PRIuPTR, item.ti_Tag, item.ti_Data);
-    return text.data();
+    const int last_pass = state.setup.last_pass;
+    const bool is_last_pass = (last_pass > 0 && state.pass == last_pass) || quit_requested != 0;
+    if (!is_last_pass || state.is_escape_sent) {
+        return std::nullopt;
+    }
+    state.is_escape_sent = true;
+    return host::event_message(IDCMP_VANILLAKEY, escape_character);
+}
+
+void begin_pass(const UBYTE *pixels, int width, int height) {
+    if (state.is_escape_sent) {
+        // It would never end.
+        std::fputs("zelvo: the program goes on after Esc\n", stderr);
+        std::abort();
+    }
+    ++state.pass;
+    state.picture_due = true;
+    if (state.setup.on_frame) {
+        const std::size_t bytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        state.setup.on_frame({state.pass, width, height, std::span(pixels, bytes),
+                              host::state.screens.back()->colours.colours});
+    }
+}
+
+/// Counts a call that could be refused. It is refused by its name, by its number among the calls of this
+/// name, by its first argument, or by its number among all calls.
+bool is_refused(const std::string &call, const std::string &argument) {
+    const int point = ++state.refusable_points;
+    const int count = ++state.call_counts[call];
+    const std::set<std::string> &refused = state.setup.refused;
+    return point == state.setup.refused_point || refused.contains(call) ||
+           refused.contains(call + "#" + std::to_string(count)) || refused.contains(call + ":" + argument);
+}
+
+ScreenModeRequester initial_mode() {
+    const ModeAnswer &mode = state.setup.default_mode;
+    return {mode.mode_id, mode.width, mode.height};
 }
 
 template <typename T>
-void list_held(std::vector<std::string> &list, const Held<T> &held_objects, const char *kind) {
+void list_held(std::vector<std::string> &list, const host::Held<T> &held_objects, const char *kind) {
     list.insert(list.end(), held_objects.size(), kind);
 }
 
 } // namespace
 
-volatile std::sig_atomic_t quit_requested = 0;
-
 void set_up(Setup setup) {
     state = State{};
     quit_requested = 0;
     state.setup = std::move(setup);
+    host::state = host::State{};
+    host::state.command_line = state.setup.command_line;
+    host::state.records_calls = state.setup.records_calls;
 }
 
 int current_pass() {
@@ -111,21 +103,22 @@ void request_quit() {
 }
 
 const std::vector<std::string> &calls() {
-    return state.calls;
+    return host::state.calls;
 }
 
 std::vector<std::string> held() {
     std::vector<std::string> list;
-    for (const auto &library : state.libraries) {
+    for (const auto &library : host::state.libraries) {
         list.push_back("library " + library->name);
     }
-    list_held(list, state.arguments, "arguments");
-    list_held(list, state.screens, "screen");
-    list_held(list, state.buffers, "screen buffer");
-    list_held(list, state.windows, "window");
-    list_held(list, state.file_requesters, "file requester");
-    list_held(list, state.mode_requesters, "screen-mode requester");
-    list.insert(list.end(), state.messages.size(), "message");
+    list_held(list, host::state.arguments, "arguments");
+    list_held(list, host::state.screens, "screen");
+    list_held(list, host::state.buffers, "screen buffer");
+    list_held(list, host::state.windows, "window");
+    for (const auto &requester : host::state.requesters) {
+        list.push_back(requester->type == ASL_FileRequest ? "file requester" : "screen-mode requester");
+    }
+    list.insert(list.end(), host::state.messages.size(), "message");
     return list;
 }
 
@@ -133,46 +126,13 @@ int refusable_points() {
     return state.refusable_points;
 }
 
-void record(const char *call, std::initializer_list<std::string> arguments) {
-    if (!state.setup.records_calls) {
-        return;
-    }
-    std::string line = std::string(call) + "(";
-    const char *separator = "";
-    for (const std::string &argument : arguments) {
-        line += separator + argument;
-        separator = ", ";
-    }
-    state.calls.push_back(line + ")");
-}
-
-bool is_refused(const std::string &call, const std::string &argument) {
-    const int point = ++state.refusable_points;
-    const int count = ++state.call_counts[call];
-    const std::set<std::string> &refused = state.setup.refused;
-    return point == state.setup.refused_point || refused.contains(call) ||
-           refused.contains(call + "#" + std::to_string(count)) || refused.contains(call + ":" + argument);
-}
-
-std::string tags_as_text(const TagItem *tags) {
-    std::string text;
-    for (; tags != nullptr && tags->ti_Tag != TAG_DONE; ++tags) {
-        text += (text.empty() ? "" : ", ") + tag_as_text(*tags);
-    }
-    return text;
-}
-
-void hand_on_picture() {
-    if (!state.picture_due) {
-        return;
-    }
-    state.picture_due = false;
-    if (state.setup.on_picture && !state.screens.empty()) {
-        const OffscreenScreen &screen = *state.screens.back();
-        const BitMap &bitmap = *screen.shown;
-        state.setup.on_picture(
-            {state.pass, bitmap.width, bitmap.height, bitmap.pixels, screen.colours.colours});
-    }
-}
-
 } // namespace offscreen
+
+const host::Hooks host::hooks{
+    .next_event = offscreen::next_event,
+    .ask_for_file = offscreen::answer_file_requester,
+    .ask_for_mode = offscreen::answer_mode_requester,
+    .initial_mode = offscreen::initial_mode,
+    .frame_written = offscreen::begin_pass,
+    .is_refused = offscreen::is_refused,
+};

@@ -2,6 +2,8 @@
 // Parses input scripts.
 #include "platform/offscreen/input_script.h"
 
+#include "platform/shared/held_messages.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -74,27 +76,20 @@ std::optional<UWORD> code(const std::string &word) {
     return value ? std::optional(static_cast<UWORD>(*value)) : std::nullopt;
 }
 
-IntuiMessage message(ULONG event_class, UWORD event_code) {
-    IntuiMessage result{};
-    result.Class = event_class;
-    result.Code = event_code;
-    return result;
-}
-
 std::optional<IntuiMessage> key_message(const Words &words) {
     if (words.size() != 3) {
         return std::nullopt;
     }
     if (words[2].size() == 1) {
-        return message(IDCMP_VANILLAKEY, static_cast<unsigned char>(words[2][0]));
+        return host::event_message(IDCMP_VANILLAKEY, static_cast<unsigned char>(words[2][0]));
     }
     const auto character = code(words[2]);
-    return character ? std::optional(message(IDCMP_VANILLAKEY, *character)) : std::nullopt;
+    return character ? std::optional(host::event_message(IDCMP_VANILLAKEY, *character)) : std::nullopt;
 }
 
 std::optional<IntuiMessage> raw_key_message(const Words &words) {
     const auto raw_code = words.size() == 3 ? code(words[2]) : std::nullopt;
-    return raw_code ? std::optional(message(IDCMP_RAWKEY, *raw_code)) : std::nullopt;
+    return raw_code ? std::optional(host::event_message(IDCMP_RAWKEY, *raw_code)) : std::nullopt;
 }
 
 std::optional<IntuiMessage> move_message(const Words &words) {
@@ -108,7 +103,7 @@ std::optional<IntuiMessage> move_message(const Words &words) {
     if (!dx || !dy) {
         return std::nullopt;
     }
-    IntuiMessage result = message(IDCMP_MOUSEMOVE, 0);
+    IntuiMessage result = host::event_message(IDCMP_MOUSEMOVE, 0);
     result.MouseX = static_cast<WORD>(*dx);
     result.MouseY = static_cast<WORD>(*dy);
     return result;
@@ -118,7 +113,7 @@ std::optional<IntuiMessage> button_message(const Words &words) {
     if (words.size() != 3 || (words[2] != "left" && words[2] != "right")) {
         return std::nullopt;
     }
-    return message(IDCMP_MOUSEBUTTONS, words[2] == "left" ? SELECTDOWN : MENUDOWN);
+    return host::event_message(IDCMP_MOUSEBUTTONS, words[2] == "left" ? SELECTDOWN : MENUDOWN);
 }
 
 std::optional<Event> parse_event(const Words &words) {

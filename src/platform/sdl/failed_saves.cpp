@@ -2,10 +2,9 @@
 // Standard error for those who can see it, one requester for the others.
 #include "platform/sdl/failed_saves.h"
 
-#include "platform/sdl/input.h"
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/requesters.h"
-#include "platform/sdl/state.h"
+#include "platform/sdl/windowed_host.h"
 #include "platform/shared/volumes.h"
 
 #include <unistd.h>
@@ -25,9 +24,9 @@ void tell_of_failed_save(const std::string &name, const std::string &path, int e
         return;
     }
     was_told = true;
-    yield_to_requester(false);
+    make_room_for_requester();
     show_notice("Zelvo: settings not saved", text, order_to_requester);
-    yield_to_requester(true);
+    return_from_requester();
 }
 
 } // namespace desktop

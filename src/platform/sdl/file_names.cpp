@@ -3,17 +3,23 @@
 #include "platform/sdl/file_names.h"
 
 #include "platform/sdl/folders.h"
-#include "platform/sdl/state.h"
+#include "platform/sdl/host.h"
 #include "platform/shared/blank_free_names.h"
+#include "platform/shared/state.h"
 #include "platform/shared/volumes.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace desktop {
 
 namespace {
+
+/// Names of the files that are installed with the program. Written by set_up.
+std::vector<std::string> installed_files;
 
 bool is_on_volume(const std::string &name, const std::string &volume) {
     return name.compare(0, volume.size() + 1, volume + ":") == 0;
@@ -37,6 +43,15 @@ std::string users_name(const std::string &name) {
 
 } // namespace
 
+void set_up(Setup setup) {
+    // The program gets all names without white space.
+    for (std::string &word : setup.command_line) {
+        word = host::without_blanks(word);
+    }
+    host::state.command_line = std::move(setup.command_line);
+    installed_files = std::move(setup.installed_files);
+}
+
 std::optional<std::string> path_of_name(const std::string &given_name, bool is_for_writing) {
     const std::string name = users_name(given_name);
     if (is_on_volume(name, "ENV")) {
@@ -51,11 +66,37 @@ std::optional<std::string> path_of_name(const std::string &given_name, bool is_f
         const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }
-    const bool is_installed = std::ranges::count(state.setup.installed_files, name) > 0;
+    const bool is_installed =
+        std::find(installed_files.begin(), installed_files.end(), name) != installed_files.end();
     if (is_installed && !is_for_writing && !exists(name)) {
         return installed_data_path(name);
     }
     return name;
+}
+
+std::string existing_path(const std::string &name) {
+    const std::optional<std::string> path = name.empty() ? std::nullopt : path_of_name(name, false);
+    std::error_code error;
+    return path && std::filesystem::exists(*path, error) ? std::filesystem::absolute(*path, error).string()
+                                                         : "";
+}
+
+int error_of_opening(const std::string &path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return errno;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return EISDIR;
+    }
+    errno = 0;
+    std::FILE *file = host::open_plain_file(path, "rb");
+    if (file == nullptr) {
+        // There is no attempt to open what is neither a file nor a device.
+        return errno != 0 ? errno : ENOTSUP;
+    }
+    std::fclose(file);
+    return 0;
 }
 
 } // namespace desktop

@@ -13,4 +13,10 @@ namespace desktop {
 /// a volume has no folder; errno then says why.
 std::optional<std::string> path_of_name(const std::string &name, bool is_for_writing);
 
+/// The absolute path of the file that the program would open under a name, empty if there is none.
+std::string existing_path(const std::string &name);
+
+/// Why the program would not get this file when it opens it: the system's error number, 0 if it would.
+int error_of_opening(const std::string &path);
+
 } // namespace desktop

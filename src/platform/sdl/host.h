@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The host on a desktop: SDL for window, input and clock, GTK for requesters.
+// The host on a desktop: SDL for the window, the input and the clock, GTK for requesters.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace desktop {
 
 /// What a run on this host depends on.
 struct Setup {
-    /// The words behind the program's name.
+    /// The words after the program's name.
     std::vector<std::string> command_line;
     /// Names of files that are installed with the program: where the current directory has no such file, the
     /// installed one is opened.
@@ -18,9 +18,5 @@ struct Setup {
 
 /// Starts the host with this set-up.
 void set_up(Setup setup);
-
-/// Makes Esc arrive in the next input step; may be called by a signal handler. A requester that is open is
-/// cancelled.
-void request_quit();
 
 } // namespace desktop

@@ -2,10 +2,10 @@
 // Turns SDL's events into the program's.
 #include "platform/sdl/input.h"
 
-#include "platform/sdl/host.h"
 #include "platform/sdl/keyboard.h"
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/pointer.h"
+#include "platform/sdl/windowed_host.h"
 #include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>

@@ -2,7 +2,9 @@
 // Translates keys.
 #include "platform/sdl/keyboard.h"
 
+#include "platform/key_codes.h"
 #include "platform/sdl/x11_keyboard.h"
+#include "platform/shared/held_messages.h"
 
 #include <SDL_keyboard.h>
 
@@ -10,16 +12,8 @@ namespace desktop {
 
 namespace {
 
-constexpr UWORD cursor_up = 0x4C;
-constexpr UWORD cursor_down = 0x4D;
-constexpr UWORD cursor_right = 0x4E;
-constexpr UWORD cursor_left = 0x4F;
-
-IntuiMessage message(ULONG event_class, UWORD code) {
-    IntuiMessage result{};
-    result.Class = event_class;
-    result.Code = code;
-    return result;
+IntuiMessage character_message(UWORD character) {
+    return host::event_message(IDCMP_VANILLAKEY, character);
 }
 
 bool is_letter(SDL_Scancode key) {
@@ -85,10 +79,6 @@ std::optional<UWORD> character_by_place(const SDL_Keysym &key) {
 
 } // namespace
 
-IntuiMessage character_message(UWORD character) {
-    return message(IDCMP_VANILLAKEY, character);
-}
-
 bool is_full_screen_key(const SDL_KeyboardEvent &event) {
     const bool is_enter = event.keysym.sym == SDLK_RETURN || event.keysym.sym == SDLK_KP_ENTER;
     return event.repeat == 0 &&
@@ -103,7 +93,7 @@ bool is_quit_key(const SDL_KeyboardEvent &event) {
 
 std::optional<IntuiMessage> key_message(const SDL_KeyboardEvent &event) {
     if (const std::optional<UWORD> code = cursor_code(event.keysym)) {
-        return message(IDCMP_RAWKEY, *code);
+        return host::event_message(IDCMP_RAWKEY, *code);
     }
     if (event.keysym.sym == SDLK_ESCAPE) {
         return character_message(escape_character);

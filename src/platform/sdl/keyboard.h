@@ -10,13 +10,8 @@
 
 namespace desktop {
 
-constexpr UWORD escape_character = 27;
-
 /// Modifier keys with which a key or a mouse button is a command of the desktop and not of the viewer.
 constexpr Uint16 desktop_modifiers = KMOD_CTRL | KMOD_ALT | KMOD_GUI | KMOD_MODE;
-
-/// A translated key.
-IntuiMessage character_message(UWORD character);
 
 /// Whether the key switches between full screen and window: F11 or Alt+Enter, but not their repetitions.
 bool is_full_screen_key(const SDL_KeyboardEvent &event);

@@ -46,7 +46,8 @@ int enlarged_factor = 0;
 /// when a screen opens and closes.
 bool is_open = false;
 
-/// Whether the window left full screen for a requester and is to go back. Written by `yield_to_requester`.
+/// Whether the window left full screen for a requester and is to go back. Written by make_room_for_requester
+/// and return_from_requester.
 bool is_full_screen_due = false;
 
 /// Size of the pictures that the window shows, in pixels.
@@ -441,29 +442,30 @@ void show_title(bool pointer_is_held) {
     }
 }
 
-void yield_to_requester(bool is_over) {
-    if (is_over) {
-        ignore_what_is_held();
-    }
+void make_room_for_requester() {
     if (!is_open) {
         return;
     }
-    if (!is_over) {
-        free_pointer();
-        if (is_full_screen() && keeps_window()) {
-            is_full_screen_due = true;
-            SDL_SetWindowFullscreen(window, 0);
-        } else if (is_full_screen()) {
-            SDL_HideWindow(window);
-        }
-    } else {
-        if (is_full_screen_due) {
-            is_full_screen_due = false;
-            SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
-        }
-        SDL_ShowWindow(window);
-        SDL_RaiseWindow(window);
+    free_pointer();
+    if (is_full_screen() && keeps_window()) {
+        is_full_screen_due = true;
+        SDL_SetWindowFullscreen(window, 0);
+    } else if (is_full_screen()) {
+        SDL_HideWindow(window);
     }
+}
+
+void return_from_requester() {
+    ignore_what_is_held();
+    if (!is_open) {
+        return;
+    }
+    if (is_full_screen_due) {
+        is_full_screen_due = false;
+        SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+    }
+    SDL_ShowWindow(window);
+    SDL_RaiseWindow(window);
 }
 
 } // namespace desktop

@@ -42,7 +42,10 @@ SDL_Window *picture_window();
 void show_title(bool pointer_is_held);
 
 /// Makes room for a requester, as its own screen did: gives the pointer back and takes a full-screen window
-/// away from the display. `is_over` undoes it.
-void yield_to_requester(bool is_over);
+/// away from the display.
+void make_room_for_requester();
+
+/// Undoes it when the requester is closed.
+void return_from_requester();
 
 } // namespace desktop

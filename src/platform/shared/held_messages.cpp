@@ -18,6 +18,13 @@ namespace {
 
 } // namespace
 
+IntuiMessage event_message(ULONG event_class, UWORD code) {
+    IntuiMessage message{};
+    message.Class = event_class;
+    message.Code = code;
+    return message;
+}
+
 Message *HeldMessages::deliver(const IntuiMessage &event) {
     messages.push_back(std::make_unique<IntuiMessage>(event));
     return &messages.back()->ExecMessage;

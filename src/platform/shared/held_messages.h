@@ -10,6 +10,9 @@
 
 namespace host {
 
+/// An event of a class with a code.
+IntuiMessage event_message(ULONG event_class, UWORD code);
+
 /// Owns the messages between GetMsg and ReplyMsg. What a program must not do with them shows at once, on
 /// every host and in every build.
 class HeldMessages {

@@ -4,7 +4,7 @@
 
 #include "platform/sdl/display_modes.h"
 #include "platform/sdl/picture_window.h"
-#include "platform/sdl/state.h"
+#include "platform/sdl/windowed_host.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>

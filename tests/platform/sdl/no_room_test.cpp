@@ -2,7 +2,7 @@
 // The viewer where memory has no room for its screen or one of the screen's buffers.
 #include "main_68k/start_up.h"
 #include "platform/sdl/host.h"
-#include "platform/sdl/state.h"
+#include "platform/sdl/windowed_host.h"
 #include "support/temporary_files.h"
 
 #include <cstdio>
@@ -49,7 +49,7 @@ protected:
             }
             refused_picture = refused;
             std::atexit([] {
-                if (desktop::state.screen != nullptr) {
+                if (!host::state.screens.empty()) {
                     std::_Exit(still_held);
                 }
             });

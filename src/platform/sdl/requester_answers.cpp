@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// What the program's requesters ask the user, and what they hold after the answer.
+#include "platform/sdl/requester_answers.h"
+
+#include "platform/sdl/display_modes.h"
+#include "platform/sdl/file_names.h"
+#include "platform/sdl/picture_window.h"
+#include "platform/sdl/requesters.h"
+#include "platform/sdl/windowed_host.h"
+#include "platform/shared/blank_free_names.h"
+
+#include <filesystem>
+
+namespace desktop {
+
+namespace {
+
+/// Textures if the requester's initial file is one, otherwise objects.
+std::vector<FileFilter> filters_for(const std::string &initial_file) {
+    const FileFilter objects{"LightWave objects", {"*.lwo", "*.LWO", "*.lwob", "*.LWOB"}};
+    const FileFilter textures{"Textures", {"*.chunky", "*.CHUNKY"}};
+    const FileFilter everything{"All files", {"*"}};
+    if (initial_file.ends_with(".chunky")) {
+        return {textures, everything};
+    }
+    return {objects, everything};
+}
+
+} // namespace
+
+bool answer_file_requester(host::Requester &requester) {
+    make_room_for_requester();
+    const std::optional<std::string> chosen = ask_for_file(
+        {requester.title, existing_path(requester.file), filters_for(requester.file), error_of_opening},
+        order_to_requester);
+    return_from_requester();
+    if (!chosen) {
+        return false;
+    }
+    const std::filesystem::path path(*chosen);
+    // The drawer ends in "/", since the program adds no "/" to a drawer that ends in ":".
+    requester.hold(host::without_blanks((path.parent_path() / "").string()),
+                   host::without_blanks(path.filename().string()));
+    return true;
+}
+
+bool answer_mode_requester(ScreenModeRequester &requester) {
+    std::vector<ModeName> names;
+    for (const DisplayMode &mode : display_modes()) {
+        names.push_back({mode.id, mode.name});
+    }
+    make_room_for_requester();
+    const std::optional<ModeQuestion> chosen =
+        ask_for_mode(names,
+                     {requester.sm_DisplayID, static_cast<int>(requester.sm_DisplayWidth),
+                      static_cast<int>(requester.sm_DisplayHeight)},
+                     order_to_requester);
+    return_from_requester();
+    if (!chosen) {
+        return false;
+    }
+    requester = {chosen->mode_id, static_cast<ULONG>(chosen->width), static_cast<ULONG>(chosen->height)};
+    return true;
+}
+
+} // namespace desktop

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+// The hooks of a host with a window, and its passes.
+#include "platform/sdl/windowed_host.h"
+
+#include "platform/key_codes.h"
+#include "platform/lowlevel.h"
+#include "platform/sdl/display_modes.h"
+#include "platform/sdl/input.h"
+#include "platform/sdl/picture_window.h"
+#include "platform/sdl/requester_answers.h"
+#include "platform/shared/hooks.h"
+#include "platform/shared/real_clock.h"
+#include "platform/shared/refused_screen.h"
+
+#include <cstdio>
+#include <deque>
+
+namespace desktop {
+
+std::string settings_path;
+
+volatile std::sig_atomic_t quit_requested = 0;
+
+namespace {
+
+/// Events that wait for the program. Written here and by take_input.
+std::deque<IntuiMessage> waiting;
+
+/// Whether a frame was written that the window does not show yet.
+bool picture_due = false;
+
+/// Whether the program was sent the Esc that a wish to quit becomes.
+bool is_escape_sent = false;
+
+/// Mode and size of the screen that was opened last, or what a first start suggests.
+ScreenModeRequester last_screen{first_mode_id, 320, 256};
+
+/// Shows the picture, waits for the refresh, and takes the user's input.
+void finish_pass() {
+    picture_due = false;
+    const host::MemoryScreen &screen = *host::state.screens.back();
+    present_picture(*screen.shown, screen.colours.colours);
+    take_input(waiting);
+    serve_toolkit();
+    if (quit_requested != 0 && !is_escape_sent) {
+        is_escape_sent = true;
+        waiting.push_back(host::event_message(IDCMP_VANILLAKEY, escape_character));
+    }
+}
+
+std::optional<IntuiMessage> next_event() {
+    if (picture_due) {
+        finish_pass();
+    }
+    if (waiting.empty()) {
+        return std::nullopt;
+    }
+    const IntuiMessage event = waiting.front();
+    waiting.pop_front();
+    return event;
+}
+
+bool is_possible(const host::ScreenRequest &screen) {
+    const bool is_mode = find_display_mode(static_cast<std::uint32_t>(screen.mode_id)) != nullptr;
+    if (!is_mode) {
+        host::report_unknown_mode(settings_path, screen.mode_id);
+    }
+    return !host::report_impossible_sides(settings_path, screen.width, screen.height) && is_mode;
+}
+
+bool show_screen(const host::ScreenRequest &screen) {
+    const auto mode_id = static_cast<std::uint32_t>(screen.mode_id);
+    if (!open_picture_window({screen.width, screen.height}, *find_display_mode(mode_id),
+                             "Zelvo   " + screen.title)) {
+        return false;
+    }
+    last_screen = {mode_id, static_cast<ULONG>(screen.width), static_cast<ULONG>(screen.height)};
+    return true;
+}
+
+void hide_screen() {
+    close_picture_window();
+    picture_due = false;
+}
+
+void report_no_memory(const char *what, int width, int height) {
+    std::fprintf(stderr, "zelvo: no memory for %s of %d x %d\n", what, width, height);
+}
+
+} // namespace
+
+void request_quit() {
+    quit_requested = 1;
+}
+
+Order order_to_requester() {
+    const bool is_viewer_focused = drop_input();
+    if (quit_requested != 0) {
+        return Order::cancel;
+    }
+    return is_viewer_focused ? Order::come_forward : Order::wait;
+}
+
+} // namespace desktop
+
+const host::Hooks host::hooks{
+    .next_event = desktop::next_event,
+    .ask_for_file = desktop::answer_file_requester,
+    .ask_for_mode = desktop::answer_mode_requester,
+    .initial_mode = [] { return desktop::last_screen; },
+    .can_show_requesters = desktop::can_show_requesters,
+    .is_possible = desktop::is_possible,
+    .show_screen = desktop::show_screen,
+    .hide_screen = desktop::hide_screen,
+    .drop_events = [] { desktop::waiting.clear(); },
+    .frame_written = [](const UBYTE *, int, int) { desktop::picture_due = true; },
+    .report_no_memory = desktop::report_no_memory,
+    .disconnect = desktop::disconnect_display,
+};
+
+void WaitTOF() {
+    desktop::wait_for_display();
+}
+
+ULONG ElapsedTime(EClockVal *context) {
+    return host::real_elapsed_time(*context);
+}
