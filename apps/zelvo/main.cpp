@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // zelvo: the viewer on the desktop.
 #include "main_68k/start_up.h"
+#include "platform/posix/standard_streams.h"
 #include "platform/sdl/host.h"
 #include "platform/sdl/windowed_host.h"
-#include "platform/shared/standard_streams.h"
 #include "settings/environment_map.h"
 #include "words.h"
 

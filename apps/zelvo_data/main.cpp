@@ -3,7 +3,7 @@
 #include "environment_map.h"
 #include "file_output.h"
 #include "objects.h"
-#include "platform/shared/standard_streams.h"
+#include "platform/posix/standard_streams.h"
 
 #include <exception>
 #include <filesystem>

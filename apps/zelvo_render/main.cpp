@@ -6,7 +6,7 @@
 #include "outputs.h"
 #include "platform/offscreen/host.h"
 #include "platform/offscreen/input_script.h"
-#include "platform/shared/standard_streams.h"
+#include "platform/posix/standard_streams.h"
 #include "settings/environment_map.h"
 #include "temporary_folder.h"
 

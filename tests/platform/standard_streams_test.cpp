@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The null device stands in for descriptors that are closed when a program starts.
-#include "platform/shared/standard_streams.h"
+#include "platform/posix/standard_streams.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -3,6 +3,7 @@
 #include "platform/dos.h"
 
 #include "platform/offscreen/state.h"
+#include "platform/posix/replacing_file.h"
 #include "platform/shared/blank_free_names.h"
 #include "platform/shared/call_record.h"
 

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "platform/intuition.h"
+#include "platform/posix/volume_paths.h"
 #include "platform/shared/bitmap.h"
-#include "platform/shared/volumes.h"
 
 #include <cstdint>
 #include <deque>

@@ -2,10 +2,11 @@
 // Files on a desktop: the settings volumes as folders, and the installed texture.
 #include "platform/dos.h"
 
+#include "platform/posix/replacing_file.h"
+#include "platform/posix/volume_paths.h"
 #include "platform/sdl/failed_saves.h"
 #include "platform/sdl/file_names.h"
 #include "platform/sdl/windowed_host.h"
-#include "platform/shared/volumes.h"
 
 #include <cerrno>
 

@@ -2,10 +2,10 @@
 // Standard error for those who can see it, one requester for the others.
 #include "platform/sdl/failed_saves.h"
 
+#include "platform/posix/replacing_file.h"
 #include "platform/sdl/picture_window.h"
 #include "platform/sdl/requesters.h"
 #include "platform/sdl/windowed_host.h"
-#include "platform/shared/volumes.h"
 
 #include <unistd.h>
 

@@ -2,11 +2,12 @@
 // Maps volumes to settings folders and finds installed files.
 #include "platform/sdl/file_names.h"
 
-#include "platform/sdl/folders.h"
+#include "platform/posix/folders.h"
+#include "platform/posix/replacing_file.h"
+#include "platform/posix/volume_paths.h"
 #include "platform/sdl/host.h"
 #include "platform/shared/blank_free_names.h"
 #include "platform/shared/state.h"
-#include "platform/shared/volumes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -56,20 +57,20 @@ std::optional<std::string> path_of_name(const std::string &given_name, bool is_f
     const std::string name = users_name(given_name);
     if (is_on_volume(name, "ENV")) {
         // Looked for once, so that the whole run keeps to one folder.
-        static const std::optional<std::string> folder = session_settings_folder();
+        static const std::optional<std::string> folder = host::session_settings_folder();
         errno = EPERM;
         return on_volume(name, "ENV", folder);
     }
     if (is_on_volume(name, "ENVARC")) {
-        const std::optional<std::string> folder = lasting_settings_folder();
+        const std::optional<std::string> folder = host::lasting_settings_folder();
         errno = ENOENT;
-        const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
+        const bool is_there = folder && (!is_for_writing || host::make_lasting_settings_folder(*folder));
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }
     const bool is_installed =
         std::find(installed_files.begin(), installed_files.end(), name) != installed_files.end();
     if (is_installed && !is_for_writing && !exists(name)) {
-        return installed_data_path(name);
+        return host::installed_data_path(name);
     }
     return name;
 }

@@ -2,23 +2,29 @@
 // Parses a command line by the template "FILE/A" and joins paths.
 #include "platform/shared/command_line.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
-#include <strings.h>
 
 namespace host {
 
 namespace {
 
-constexpr char keyword[] = "FILE";
-constexpr std::size_t keyword_length = sizeof keyword - 1;
+const std::string keyword = "FILE";
+
+/// Whether the word begins with the keyword, in any case of letters.
+bool starts_with_keyword(const std::string &word) {
+    return word.size() >= keyword.size() &&
+           std::equal(keyword.begin(), keyword.end(), word.begin(),
+                      [](char letter, unsigned char typed) { return letter == std::toupper(typed); });
+}
 
 bool is_keyword(const std::string &word) {
-    return strcasecmp(word.c_str(), keyword) == 0;
+    return word.size() == keyword.size() && starts_with_keyword(word);
 }
 
 bool starts_with_keyword_and_equals(const std::string &word) {
-    return word.size() > keyword_length && word[keyword_length] == '=' &&
-           strncasecmp(word.c_str(), keyword, keyword_length) == 0;
+    return starts_with_keyword(word) && word.size() > keyword.size() && word[keyword.size()] == '=';
 }
 
 } // namespace
@@ -30,7 +36,7 @@ std::optional<std::string> file_argument(const std::vector<std::string> &words) 
     if (words.size() != 1 || is_keyword(words[0])) {
         return std::nullopt;
     }
-    return starts_with_keyword_and_equals(words[0]) ? words[0].substr(keyword_length + 1) : words[0];
+    return starts_with_keyword_and_equals(words[0]) ? words[0].substr(keyword.size() + 1) : words[0];
 }
 
 std::string join_path(const std::string &drawer, const std::string &file) {

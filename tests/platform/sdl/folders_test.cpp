@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Where the settings of a desktop's user are.
+#include "platform/posix/folders.h"
 #include "platform/sdl/file_names.h"
-#include "platform/sdl/folders.h"
 #include "platform/sdl/host.h"
 
 #include <algorithm>
@@ -96,21 +96,21 @@ protected:
 } // namespace
 
 TEST_F(Folders, LastingSettingsAreInTheConfigurationFolder) {
-    EXPECT_EQ(desktop::lasting_settings_folder(), (root / "config" / "zelvo").string());
+    EXPECT_EQ(host::lasting_settings_folder(), (root / "config" / "zelvo").string());
 }
 
 TEST_F(Folders, LastingSettingsAreBelowTheHomeByDefault) {
     unsetenv("XDG_CONFIG_HOME");
-    EXPECT_EQ(desktop::lasting_settings_folder(), (root / ".config" / "zelvo").string());
+    EXPECT_EQ(host::lasting_settings_folder(), (root / ".config" / "zelvo").string());
 }
 
 TEST_F(Folders, ARelativeConfigurationFolderIsIgnored) {
     setenv("XDG_CONFIG_HOME", "config", 1);
-    EXPECT_EQ(desktop::lasting_settings_folder(), (root / ".config" / "zelvo").string());
+    EXPECT_EQ(host::lasting_settings_folder(), (root / ".config" / "zelvo").string());
 }
 
 TEST_F(Folders, ThisLoginsFolderIsMadePrivate) {
-    EXPECT_EQ(desktop::session_settings_folder(), (runtime / "zelvo").string());
+    EXPECT_EQ(host::session_settings_folder(), (runtime / "zelvo").string());
     EXPECT_EQ(mode_of(runtime / "zelvo"), 0700U);
 }
 
@@ -118,48 +118,48 @@ TEST_F(Folders, ThisLoginsFolderBeginsAsACopyOfTheLastingSettings) {
     fs::create_directories(root / "config" / "zelvo");
     std::ofstream(root / "config" / "zelvo" / "Zelvo.vars") << "kept";
     std::ofstream(root / "config" / "zelvo" / ".Zelvo.vars.unfinished") << "not kept";
-    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_TRUE(host::session_settings_folder());
     EXPECT_TRUE(fs::exists(runtime / "zelvo" / "Zelvo.vars"));
     EXPECT_FALSE(fs::exists(runtime / "zelvo" / ".Zelvo.vars.unfinished"));
     EXPECT_EQ(std::distance(fs::directory_iterator(runtime), fs::directory_iterator()), 1);
 }
 
 TEST_F(Folders, ALaterUseCopiesNothing) {
-    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_TRUE(host::session_settings_folder());
     fs::create_directories(root / "config" / "zelvo");
     std::ofstream(root / "config" / "zelvo" / "Zelvo.vars") << "late";
-    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_TRUE(host::session_settings_folder());
     EXPECT_FALSE(fs::exists(runtime / "zelvo" / "Zelvo.vars"));
 }
 
 TEST_F(Folders, WithoutARuntimeFolderAPrivateOneIsMade) {
     unsetenv("XDG_RUNTIME_DIR");
-    EXPECT_EQ(desktop::session_settings_folder(), private_folder().string());
+    EXPECT_EQ(host::session_settings_folder(), private_folder().string());
     EXPECT_EQ(mode_of(private_folder()), 0700U);
 }
 
 TEST_F(Folders, ARuntimeFolderThatOthersMayWriteToIsNotUsed) {
     ASSERT_EQ(chmod(runtime.c_str(), 0777), 0);
-    EXPECT_EQ(desktop::session_settings_folder(), private_folder().string());
+    EXPECT_EQ(host::session_settings_folder(), private_folder().string());
 }
 
 TEST_F(Folders, ALinkIsRefused) {
     fs::create_directory_symlink(runtime, private_folder());
     unsetenv("XDG_RUNTIME_DIR");
-    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_FALSE(host::session_settings_folder());
 }
 
 TEST_F(Folders, AFileIsRefused) {
     std::ofstream(private_folder()) << "in the way";
     unsetenv("XDG_RUNTIME_DIR");
-    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_FALSE(host::session_settings_folder());
 }
 
 TEST_F(Folders, AFolderThatOthersMayWriteToIsRefused) {
     fs::create_directory(private_folder());
     ASSERT_EQ(chmod(private_folder().c_str(), 0777), 0);
     unsetenv("XDG_RUNTIME_DIR");
-    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_FALSE(host::session_settings_folder());
 }
 
 TEST_F(Folders, SomebodyElsesFolderIsRefused) {
@@ -170,7 +170,7 @@ TEST_F(Folders, SomebodyElsesFolderIsRefused) {
     constexpr uid_t somebody_else = 65534;
     ASSERT_EQ(chown(private_folder().c_str(), somebody_else, somebody_else), 0);
     unsetenv("XDG_RUNTIME_DIR");
-    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_FALSE(host::session_settings_folder());
 }
 
 TEST_F(Folders, TheLastingFolderIsMadeForWritingAlone) {
@@ -208,7 +208,7 @@ TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
     const std::string name = "Zelvo_envmap.chunky";
     EXPECT_EQ(desktop::path_of_name(name, false), name);
     desktop::set_up({{}, {name}});
-    EXPECT_EQ(desktop::path_of_name(name, false), desktop::installed_data_path(name));
+    EXPECT_EQ(desktop::path_of_name(name, false), host::installed_data_path(name));
     std::ofstream(root / name) << "here";
     EXPECT_EQ(desktop::path_of_name(name, false), name);
     desktop::set_up({});
@@ -225,13 +225,13 @@ TEST_F(Folders, OnlyAFolderThatNobodyElseMayWriteToIsUsed) {
                                         {0777, false}}) {
         ASSERT_EQ(chmod(runtime.c_str(), static_cast<mode_t>(mode)), 0);
         const fs::path expected = is_used ? runtime / "zelvo" : private_folder();
-        EXPECT_EQ(desktop::session_settings_folder(), expected.string()) << std::oct << mode;
+        EXPECT_EQ(host::session_settings_folder(), expected.string()) << std::oct << mode;
     }
     fs::create_directory(runtime / "zelvo");
     ASSERT_EQ(chmod(runtime.c_str(), 0700), 0);
     for (const auto &[mode, is_used] : {std::pair(0755, true), {0770, false}, {0702, false}}) {
         ASSERT_EQ(chmod((runtime / "zelvo").c_str(), static_cast<mode_t>(mode)), 0);
-        EXPECT_EQ(desktop::session_settings_folder().has_value(), is_used) << std::oct << mode;
+        EXPECT_EQ(host::session_settings_folder().has_value(), is_used) << std::oct << mode;
     }
 }
 
@@ -239,7 +239,7 @@ TEST_F(Folders, ARefusedFolderIsNamed) {
     fs::create_directory_symlink(runtime, private_folder());
     unsetenv("XDG_RUNTIME_DIR");
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(desktop::session_settings_folder());
+    EXPECT_FALSE(host::session_settings_folder());
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "zelvo: no settings: " + private_folder().string() + " is not a folder of yours alone\n");
 }
@@ -250,7 +250,7 @@ TEST_F(Folders, AStartThatIsOvertakenKeepsTheOthersFolderAndLeavesNothing) {
         ASSERT_EQ(mkdir((runtime / "zelvo").c_str(), 0700), 0);
         std::ofstream(runtime / "zelvo" / "Zelvo.vars") << "the other start's";
     };
-    EXPECT_EQ(desktop::session_settings_folder(), (runtime / "zelvo").string());
+    EXPECT_EQ(host::session_settings_folder(), (runtime / "zelvo").string());
     EXPECT_EQ(text_of(runtime / "zelvo" / "Zelvo.vars"), "the other start's");
     EXPECT_EQ(names_in(runtime), std::vector<std::string>{"zelvo"});
 }
@@ -268,7 +268,7 @@ TEST_F(Folders, ManyStartsAtOnceMakeOneFolder) {
             close(gate[1]);
             // The end of the pipe comes to all of them at the same time.
             const bool is_open = read(gate[0], &byte, 1) == 0;
-            const auto folder = desktop::session_settings_folder();
+            const auto folder = host::session_settings_folder();
             _exit(is_open && folder && text_of(fs::path(*folder) / "Zelvo.vars") == "kept" ? 0 : 1);
         }
         starts.push_back(child);
@@ -291,7 +291,7 @@ TEST_F(Folders, ThisLoginsFolderIsWholeWhenItGetsItsName) {
         ASSERT_EQ(names.size(), 1U);
         EXPECT_EQ(text_of(runtime / names[0] / "Zelvo.vars"), "kept");
     };
-    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_TRUE(host::session_settings_folder());
     ASSERT_EQ(names.size(), 1U);
     EXPECT_TRUE(names[0].starts_with("zelvo.")) << names[0];
     EXPECT_EQ(text_of(runtime / "zelvo" / "Zelvo.vars"), "kept");
@@ -305,7 +305,7 @@ TEST_F(Folders, OnlyFilesAreCopiedAndLinksAsWhatTheyName) {
     fs::create_symlink("Zelvo.vars", lasting / "link");
     fs::create_symlink("missing", lasting / "dangling");
     ASSERT_EQ(mkfifo((lasting / "pipe").c_str(), 0600), 0);
-    ASSERT_TRUE(desktop::session_settings_folder());
+    ASSERT_TRUE(host::session_settings_folder());
     EXPECT_EQ(names_in(runtime / "zelvo"), (std::vector<std::string>{"Zelvo.vars", "link"}));
     EXPECT_FALSE(fs::is_symlink(runtime / "zelvo" / "link"));
     EXPECT_EQ(text_of(runtime / "zelvo" / "link"), "kept");
@@ -317,7 +317,7 @@ TEST_F(Folders, AHomeThatIsNotInTheEnvironmentIsTheUsersOwn) {
         value == nullptr ? unsetenv("HOME") : setenv("HOME", value, 1);
         const passwd *user = getpwuid(getuid());
         ASSERT_NE(user, nullptr);
-        EXPECT_EQ(desktop::lasting_settings_folder(), std::string(user->pw_dir) + "/.config/zelvo");
+        EXPECT_EQ(host::lasting_settings_folder(), std::string(user->pw_dir) + "/.config/zelvo");
     }
 }
 
@@ -327,7 +327,7 @@ TEST_F(Folders, ARuntimeFolderThatIsNoneIsNotUsed) {
     for (const std::string &value : {std::string("runtime"), (root / "missing").string(),
                                      (root / "file").string(), (root / "link").string(), std::string()}) {
         setenv("XDG_RUNTIME_DIR", value.c_str(), 1);
-        EXPECT_EQ(desktop::session_settings_folder(), private_folder().string()) << value;
+        EXPECT_EQ(host::session_settings_folder(), private_folder().string()) << value;
     }
 }
 
@@ -335,19 +335,19 @@ TEST_F(Folders, TheLastingFolderThatIsThereStays) {
     keep_lasting_settings();
     const std::string folder = (root / "config" / "zelvo").string();
     ASSERT_EQ(chmod(folder.c_str(), 0755), 0);
-    EXPECT_TRUE(desktop::make_lasting_settings_folder(folder));
+    EXPECT_TRUE(host::make_lasting_settings_folder(folder));
     EXPECT_EQ(mode_of(folder), 0755U);
     fs::create_directory_symlink(folder, root / "link");
-    EXPECT_TRUE(desktop::make_lasting_settings_folder((root / "link").string()));
+    EXPECT_TRUE(host::make_lasting_settings_folder((root / "link").string()));
 }
 
 TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsTold) {
     std::ofstream(root / "file") << "x";
-    EXPECT_FALSE(desktop::make_lasting_settings_folder((root / "file").string()));
+    EXPECT_FALSE(host::make_lasting_settings_folder((root / "file").string()));
     EXPECT_EQ(errno, EEXIST);
-    EXPECT_FALSE(desktop::make_lasting_settings_folder((root / "file" / "zelvo").string()));
+    EXPECT_FALSE(host::make_lasting_settings_folder((root / "file" / "zelvo").string()));
     EXPECT_EQ(errno, ENOTDIR);
-    EXPECT_FALSE(desktop::make_lasting_settings_folder("/proc/self/zelvo"));
+    EXPECT_FALSE(host::make_lasting_settings_folder("/proc/self/zelvo"));
     EXPECT_EQ(errno, ENOENT);
 }
 
@@ -387,7 +387,7 @@ TEST_F(Folders, AVolumeWithoutAFolderHasNoPathsAndSaysWhy) {
 
 TEST_F(Folders, AnInstalledFileIsLookedForBesideTheProgram) {
     const fs::path program = fs::read_symlink("/proc/self/exe");
-    const fs::path installed = desktop::installed_data_path("Zelvo_envmap.chunky");
+    const fs::path installed = host::installed_data_path("Zelvo_envmap.chunky");
     EXPECT_EQ(installed.filename(), "Zelvo_envmap.chunky");
     EXPECT_EQ(installed.parent_path(), program.parent_path().parent_path() / "share" / "zelvo");
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Finds, guards and makes the settings folders, by the desktop's base-directory rules.
-#include "platform/sdl/folders.h"
+#include "platform/posix/folders.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -13,7 +13,7 @@
 
 namespace fs = std::filesystem;
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -128,4 +128,4 @@ std::string installed_data_path(const std::string &file) {
     return (program.parent_path() / ZELVO_DATA_FROM_PROGRAM / file).lexically_normal().string();
 }
 
-} // namespace desktop
+} // namespace host

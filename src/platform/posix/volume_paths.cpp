@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Maps volumes to folders and opens files by path.
-#include "platform/shared/volumes.h"
+// Maps volumes to folders.
+#include "platform/posix/volume_paths.h"
 
 #include "platform/shared/command_line.h"
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
-#include <cstring>
-#include <sys/stat.h>
 
 namespace host {
 
@@ -38,26 +35,6 @@ bool is_on_settings_volume(const std::string &name) {
 
 bool is_on_missing_volume(const Volumes &volumes, const std::string &name) {
     return is_on_settings_volume(name) && !volumes.contains(volume_of(name));
-}
-
-std::FILE *open_plain_file(const std::string &path, const char *mode, const OnFailedSave &on_failed_save) {
-    const bool is_for_saving = mode[0] == 'w';
-    struct stat status {};
-    const bool exists = stat(path.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode) && !S_ISCHR(status.st_mode)) {
-        if (is_for_saving && on_failed_save) {
-            on_failed_save(S_ISDIR(status.st_mode) ? EISDIR : ENOTSUP);
-        }
-        return nullptr;
-    }
-    return is_for_saving ? open_for_saving(path, on_failed_save) : std::fopen(path.c_str(), mode);
-}
-
-std::string report_failed_save(const std::string &name, const std::string &path, int error) {
-    const std::string place = path.empty() ? "" : " (" + path + ")";
-    std::string text = name + " was not saved: " + std::strerror(error) + place;
-    std::fprintf(stderr, "zelvo: %s\n", text.c_str());
-    return text;
 }
 
 } // namespace host

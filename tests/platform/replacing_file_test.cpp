@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Files that replace an older one only when they are whole.
-#include "platform/shared/safe_file.h"
+#include "platform/posix/replacing_file.h"
 
 #include <algorithm>
 #include <cerrno>

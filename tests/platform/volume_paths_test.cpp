@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Tests of volumes as folders and of opening files.
-#include "platform/shared/volumes.h"
+#include "platform/posix/volume_paths.h"
+
+#include "platform/posix/replacing_file.h"
 
 #include "support/temporary_files.h"
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A C stream over the bytes to be saved; the stream's own closing brings them to the disk.
-#include "platform/shared/safe_file.h"
+#include "platform/posix/replacing_file.h"
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
@@ -222,6 +223,26 @@ std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure) {
     }
     (void)save.release();
     return stream;
+}
+
+std::FILE *open_plain_file(const std::string &path, const char *mode, const OnFailedSave &on_failed_save) {
+    const bool is_for_saving = mode[0] == 'w';
+    struct stat status {};
+    const bool exists = stat(path.c_str(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode) && !S_ISCHR(status.st_mode)) {
+        if (is_for_saving && on_failed_save) {
+            on_failed_save(S_ISDIR(status.st_mode) ? EISDIR : ENOTSUP);
+        }
+        return nullptr;
+    }
+    return is_for_saving ? open_for_saving(path, on_failed_save) : std::fopen(path.c_str(), mode);
+}
+
+std::string report_failed_save(const std::string &name, const std::string &path, int error) {
+    const std::string place = path.empty() ? "" : " (" + path + ")";
+    std::string text = name + " was not saved: " + std::strerror(error) + place;
+    std::fprintf(stderr, "zelvo: %s\n", text.c_str());
+    return text;
 }
 
 } // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files that replace an older one only when they are whole.
+// Opening files by path. What is saved replaces an older file only when it is whole.
 #pragma once
 
 #include <cstdio>
@@ -22,5 +22,16 @@ using OnFailedSave = std::function<void(int error)>;
 ///
 /// Null if an existing file may not be written, or a new one not be made.
 std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure = {});
+
+/// fopen for things that can be read and written like files: regular ones and character devices. A folder, a
+/// pipe or a socket gives null, since one cannot be read and the others may block for ever. What is written
+/// is saved when it is closed (open_for_saving); `on_failed_save` is called if it cannot be opened or saved.
+std::FILE *open_plain_file(const std::string &path, const char *mode,
+                           const OnFailedSave &on_failed_save = {});
+
+/// Says on standard error that what was written under a name of the platform was not saved, where it should
+/// have gone (empty if there is no place for it), and why, by a value of errno. Returns that text, a line
+/// without its end.
+std::string report_failed_save(const std::string &name, const std::string &path, int error);
 
 } // namespace host

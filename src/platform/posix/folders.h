@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace desktop {
+namespace host {
 
 /// The folder of the settings that are kept for good: $XDG_CONFIG_HOME/zelvo, by default ~/.config/zelvo. It
 /// need not exist. Nothing if the user has no home.
@@ -22,4 +22,4 @@ bool make_lasting_settings_folder(const std::string &folder);
 /// The path of a file that was installed with the program; it need not exist.
 std::string installed_data_path(const std::string &file);
 
-} // namespace desktop
+} // namespace host

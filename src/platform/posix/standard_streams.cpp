@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Fills the closed ones of the first three descriptors.
-#include "platform/shared/standard_streams.h"
+#include "platform/posix/standard_streams.h"
 
 #include <fcntl.h>
 #include <unistd.h>
