@@ -2,12 +2,12 @@
 // exec.library: the system's basic types, opening libraries, taking messages from a port.
 #pragma once
 
+#include "platform/bridge.h"
+
 #ifdef __amigaos4__
 
 #define __USE_INLINE__
 #include <proto/exec.h>
-
-using TagData = ULONG;
 
 #else
 
@@ -25,9 +25,6 @@ using STRPTR = char *;
 using CONST_STRPTR = const char *;
 constexpr BOOL FALSE = 0;
 constexpr BOOL TRUE = 1;
-
-/// What a tag carries: a 32-bit number, or a pointer of the host's size.
-using TagData = std::uintptr_t;
 
 /// One attribute of a call: which, and its value. A list of them ends with TAG_DONE.
 struct TagItem {
@@ -57,12 +54,7 @@ void DropInterface(Interface *interface);
 /// The oldest message waiting at a port, null when there is none; it is the program's until it is replied to.
 Message *GetMsg(MsgPort *port);
 
-/// Hands a message back to its sender, after which it must not be read any more.
+/// Gives a message back to its sender; it must not be read after that.
 void ReplyMsg(Message *message);
 
 #endif
-
-/// A pointer as a tag carries it.
-inline TagData tag_pointer(const void *pointer) {
-    return reinterpret_cast<TagData>(pointer);
-}

@@ -47,7 +47,8 @@ void SetDrMd(RastPort *context, ULONG mode);
 /// Moves the pen; y is the baseline of a text drawn next.
 void Move(RastPort *context, WORD x, WORD y);
 
-/// Draws the first `length` characters of a text at the pen, which ends behind them; clipped at the bitmap.
+/// Draws the first `length` characters of a text at the pen, and moves the pen past them; clipped at the
+/// bitmap.
 void Text(RastPort *context, CONST_STRPTR text, ULONG length);
 
 /// Waits for the next vertical blank.
@@ -57,7 +58,7 @@ void WaitTOF();
 /// with the level in the top byte, then a zero word.
 void LoadRGB32(ViewPort *view_port, const ULONG *table);
 
-/// Writes one byte a pixel into the rectangle (x_start, y_start) to (x_stop, y_stop), both inclusive, from
+/// Writes one byte per pixel into the rectangle (x_start, y_start) to (x_stop, y_stop), both inclusive, from
 /// rows of `bytes_per_row`; clipped at the bitmap.
 void WriteChunkyPixels(RastPort *context, ULONG x_start, ULONG y_start, ULONG x_stop, ULONG y_stop,
                        const UBYTE *pixels, LONG bytes_per_row);
