@@ -3,7 +3,7 @@
 #include "main_68k/start_up.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/sdl/host.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/window/windowed_host.h"
 #include "settings/environment_map.h"
 #include "words.h"
 
@@ -11,8 +11,8 @@
 
 int main(int argc, char **argv) {
     host::open_missing_standard_streams();
-    desktop::set_up({program_words(argc, argv), {default_envmap_filename}});
-    std::signal(SIGINT, [](int) { desktop::request_quit(); });
-    std::signal(SIGTERM, [](int) { desktop::request_quit(); });
+    sdl::set_up({program_words(argc, argv), {default_envmap_filename}});
+    std::signal(SIGINT, [](int) { host::request_quit(); });
+    std::signal(SIGTERM, [](int) { host::request_quit(); });
     start_up(argc);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files offscreen: volumes as folders, and files that stand for others.
+// Files offscreen: volumes as folders, and files that replace others.
 #include "platform/dos.h"
 
 #include "platform/offscreen/state.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A host in memory: scripted input, a deterministic clock, pictures handed to whoever asked for them. Tests
-// and zelvo-render run the program on it.
+// A host in memory: scripted input, a deterministic clock, pictures given to callbacks. Tests and
+// zelvo-render run the program on it.
 #pragma once
 
 #include "platform/intuition.h"
@@ -36,7 +36,7 @@ struct ModeAnswer {
     ULONG height = 256;
 };
 
-/// What the next requester is told; neither of the two means cancelled.
+/// The answer to the next requester; neither of the two means cancelled.
 struct Answer {
     std::optional<FileAnswer> file;
     std::optional<ModeAnswer> mode;
@@ -56,11 +56,11 @@ constexpr ULONG default_tick = 65536 / 256;
 
 /// Everything that a run on this host depends on.
 struct Setup {
-    /// The words behind the program's name.
+    /// The words after the program's name.
     std::vector<std::string> command_line;
-    /// The folders behind ENV and ENVARC; a volume without a folder has no files.
+    /// The folders of ENV and ENVARC; a volume without a folder has no files.
     host::Volumes volumes;
-    /// Files that stand for others, by the exact name that the program asks for.
+    /// Files that are opened in place of others, by the exact name that the program asks for.
     std::map<std::string, std::string> stand_ins;
     /// Input, in the order of arrival; passes must not decrease.
     std::deque<Event> events;
@@ -72,7 +72,7 @@ struct Setup {
     std::deque<Answer> answers;
     /// What a screen-mode requester holds when it appears.
     ModeAnswer default_mode;
-    /// What each reading of the clock adds, in 16.16 seconds; none for the real, monotonic clock.
+    /// What the clock advances by with each reading, in 16.16 seconds; none for the real, monotonic clock.
     std::optional<ULONG> tick = default_tick;
     /// Calls that fail: "OpenScreenTagList" every time, "AllocScreenBuffer#3" the third time, or
     /// "OpenLibrary:asl.library" for this first argument.
@@ -81,9 +81,9 @@ struct Setup {
     int refused_point = 0;
     /// Whether every call is kept as a line of text for `calls`.
     bool records_calls = false;
-    /// Called with each frame that the program writes to the screen, exactly as handed over.
+    /// Called with each frame that the program writes to the screen, exactly as it was passed.
     std::function<void(const Picture &)> on_frame;
-    /// Called once a pass with the visible bitmap, when its texts are drawn.
+    /// Called once per pass with the visible bitmap, after its texts are drawn.
     std::function<void(const Picture &)> on_picture;
 };
 
@@ -99,7 +99,7 @@ void request_quit();
 /// The calls so far, one line each, such as `SetAPen(255)`, if they are recorded.
 const std::vector<std::string> &calls();
 
-/// What the program holds of this host at this moment, one line each, such as `screen` or `library
+/// What the program holds of this host now, one line each, such as `screen` or `library
 /// asl.library`.
 std::vector<std::string> held();
 

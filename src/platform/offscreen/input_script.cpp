@@ -28,7 +28,7 @@ std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
     return end;
 }
 
-/// Splits a line at blanks, but for those in a quoted word, which loses its quotes. A double quote alone is a
+/// Splits a line at blanks, except those in a quoted word, which loses its quotes. A double quote alone is a
 /// character like any other; nothing if a longer word begins with one that is not closed.
 std::optional<Words> split(const std::string &line) {
     Words words;

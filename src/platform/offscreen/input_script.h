@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Input scripts: events and requester answers, one a line of text.
+// Input scripts: events and requester answers, one per line of text.
 #pragma once
 
 #include "platform/offscreen/host.h"
@@ -27,8 +27,7 @@ struct ScriptError {
 ///     answer cancel
 ///
 /// A drawer or name in double quotes may hold blanks or nothing. Empty lines and lines that begin with # are
-/// passed over. Nothing for a script that is well-formed; otherwise the first error, and `setup` is as it
-/// was.
+/// skipped. Returns nothing for a well-formed script; otherwise the first error, and leaves `setup` alone.
 std::optional<ScriptError> read_script(std::istream &script, Setup &setup);
 
 } // namespace offscreen

@@ -17,7 +17,7 @@ namespace host {
 
 namespace {
 
-/// Makes the shown directory the program's, and nobody else's to look into.
+/// Only the user may look into a folder of settings.
 constexpr mode_t private_mode = 0700;
 
 /// An absolute path from the environment; relative ones must be ignored.
@@ -46,7 +46,7 @@ Ownership ownership(const fs::path &folder) {
     return is_own ? Ownership::own : Ownership::foreign;
 }
 
-/// Where this login's folder stands or will stand.
+/// Where this login's folder is or will be.
 fs::path session_path() {
     if (const auto runtime = path_variable("XDG_RUNTIME_DIR")) {
         if (ownership(*runtime) == Ownership::own) {
@@ -70,8 +70,8 @@ void copy_files(const fs::path &from, const fs::path &to) {
     }
 }
 
-/// Makes the folder whole before it has its name, so that no other start ever sees it half copied. If another
-/// start was faster, its folder stays.
+/// Makes the folder complete before it gets its name, so that no other start ever sees it half copied. If
+/// another start was faster, its folder stays.
 void make_session_folder(const fs::path &folder) {
     std::string unfinished = folder.string() + ".XXXXXX";
     if (mkdtemp(unfinished.data()) == nullptr) {

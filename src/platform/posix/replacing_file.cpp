@@ -20,7 +20,7 @@ namespace {
 /// As many links as the system itself follows.
 constexpr int most_links = 40;
 
-/// A file descriptor of its own; none if negative.
+/// Owns a file descriptor; none if negative.
 class Descriptor {
 public:
     explicit Descriptor(int opened = -1) : number(opened) {}
@@ -77,13 +77,13 @@ bool replace(Save &save) {
            save.partial.close_now() && std::rename(save.partial_path.c_str(), save.path.c_str()) == 0;
 }
 
-/// Sets errno and tells whether it is none.
+/// Sets errno; true if it is no error.
 bool is_none(int error) {
     errno = error;
     return error == 0;
 }
 
-/// Finds the room before the first byte is written over.
+/// Reserves room on the disk before the first byte is overwritten.
 bool write_in_place(Save &save) {
     const auto length = static_cast<off_t>(save.bytes.size());
     if (!is_regular(save.existing)) {

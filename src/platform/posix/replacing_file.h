@@ -18,7 +18,8 @@ using OnFailedSave = std::function<void(int error)>;
 /// followed, so that its target is replaced, or made where there is none yet.
 ///
 /// Where no file can be made beside it, or none can take its place, an existing file is written in place: not
-/// before the disk has room for it, but whoever reads or stops it in that moment may find it half written.
+/// before the disk has room for it, but a program that reads it in that moment, or a crash then, may find it
+/// half written.
 ///
 /// Null if an existing file may not be written, or a new one not be made.
 std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure = {});
@@ -29,8 +30,8 @@ std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure = {}
 std::FILE *open_plain_file(const std::string &path, const char *mode,
                            const OnFailedSave &on_failed_save = {});
 
-/// Says on standard error that what was written under a name of the platform was not saved, where it should
-/// have gone (empty if there is no place for it), and why, by a value of errno. Returns that text, a line
+/// Says on standard error that what was written under a name of the program was not saved, its path (empty if
+/// there is none), and why, by a value of errno. Returns that text, a line
 /// without its end.
 std::string report_failed_save(const std::string &name, const std::string &path, int error);
 

@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// The folder behind each volume, by the volume's name in capitals and without its colon.
+/// The folder of each volume, by the volume's name in capitals and without its colon.
 using Volumes = std::map<std::string, std::string>;
 
 /// The path of a name such as `ENV:Zelvo.vars`; a name of no known volume is a path already.

@@ -6,11 +6,11 @@
 #include "platform/posix/volume_paths.h"
 #include "platform/sdl/failed_saves.h"
 #include "platform/sdl/file_names.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/window/windowed_host.h"
 
 #include <cerrno>
 
-using namespace desktop;
+using namespace host;
 
 std::FILE *open_file(const char *name, const char *mode) {
     const bool is_for_saving = mode[0] == 'w';
@@ -21,10 +21,10 @@ std::FILE *open_file(const char *name, const char *mode) {
         }
         return nullptr;
     }
-    std::FILE *file = host::open_plain_file(*path, mode, [name = std::string(name), path = *path](int error) {
+    std::FILE *file = open_plain_file(*path, mode, [name = std::string(name), path = *path](int error) {
         tell_of_failed_save(name, path, error);
     });
-    if (file != nullptr && !is_for_saving && host::is_on_settings_volume(name)) {
+    if (file != nullptr && !is_for_saving && is_on_settings_volume(name)) {
         settings_path = *path;
     }
     return file;

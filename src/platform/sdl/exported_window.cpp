@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <xdg-foreign-unstable-v1-client-protocol.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -65,4 +65,4 @@ ExportedWindow::~ExportedWindow() {
     wl_event_queue_destroy(queue);
 }
 
-} // namespace desktop
+} // namespace host

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Names a window of one Wayland connection to another, which SDL's and the toolkit's are to each other.
+// Gives a window of one Wayland connection a name that another connection can use. SDL and the toolkit have a
+// connection each.
 #pragma once
 
 #include <string>
@@ -9,7 +10,7 @@ struct wl_surface;
 struct zxdg_exported_v1;
 struct zxdg_exporter_v1;
 
-namespace desktop {
+namespace host {
 
 /// A window under a name that other connections to the compositor may use while this lives.
 class ExportedWindow {
@@ -31,4 +32,4 @@ private:
     zxdg_exported_v1 *exported = nullptr;
 };
 
-} // namespace desktop
+} // namespace host

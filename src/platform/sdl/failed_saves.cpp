@@ -3,13 +3,13 @@
 #include "platform/sdl/failed_saves.h"
 
 #include "platform/posix/replacing_file.h"
-#include "platform/sdl/picture_window.h"
-#include "platform/sdl/requesters.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/window/picture_window.h"
+#include "platform/window/requesters.h"
+#include "platform/window/windowed_host.h"
 
 #include <unistd.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -19,7 +19,7 @@ bool was_told = false;
 } // namespace
 
 void tell_of_failed_save(const std::string &name, const std::string &path, int error) {
-    const std::string text = host::report_failed_save(name, path, error);
+    const std::string text = report_failed_save(name, path, error);
     if (was_told || isatty(STDERR_FILENO) != 0 || !can_show_requesters()) {
         return;
     }
@@ -29,4 +29,4 @@ void tell_of_failed_save(const std::string &name, const std::string &path, int e
     return_from_requester();
 }
 
-} // namespace desktop
+} // namespace host

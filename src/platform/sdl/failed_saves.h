@@ -4,10 +4,10 @@
 
 #include <string>
 
-namespace desktop {
+namespace host {
 
 /// Says on standard error why what was written under a name was not saved at this path, which is empty if
 /// there is none; where standard error is no terminal, the first time also in a requester.
 void tell_of_failed_save(const std::string &name, const std::string &path, int error);
 
-} // namespace desktop
+} // namespace host

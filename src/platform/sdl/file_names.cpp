@@ -8,6 +8,7 @@
 #include "platform/sdl/host.h"
 #include "platform/shared/blank_free_names.h"
 #include "platform/shared/state.h"
+#include "platform/window/requested_files.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,7 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -28,7 +29,7 @@ bool is_on_volume(const std::string &name, const std::string &volume) {
 
 std::optional<std::string> on_volume(const std::string &name, const std::string &volume,
                                      const std::optional<std::string> &folder) {
-    return folder ? std::optional(host::path_of({{volume, *folder}}, name)) : std::nullopt;
+    return folder ? std::optional(path_of({{volume, *folder}}, name)) : std::nullopt;
 }
 
 bool exists(const std::string &path) {
@@ -38,39 +39,30 @@ bool exists(const std::string &path) {
 /// The name as the user knows it. One that this host did not make, but somebody wrote into a settings file,
 /// may mean what it looks like.
 std::string users_name(const std::string &name) {
-    const std::string read = host::with_blanks(name);
+    const std::string read = with_blanks(name);
     return !exists(read) && exists(name) ? name : read;
 }
 
 } // namespace
 
-void set_up(Setup setup) {
-    // The program gets all names without white space.
-    for (std::string &word : setup.command_line) {
-        word = host::without_blanks(word);
-    }
-    host::state.command_line = std::move(setup.command_line);
-    installed_files = std::move(setup.installed_files);
-}
-
 std::optional<std::string> path_of_name(const std::string &given_name, bool is_for_writing) {
     const std::string name = users_name(given_name);
     if (is_on_volume(name, "ENV")) {
         // Looked for once, so that the whole run keeps to one folder.
-        static const std::optional<std::string> folder = host::session_settings_folder();
+        static const std::optional<std::string> folder = session_settings_folder();
         errno = EPERM;
         return on_volume(name, "ENV", folder);
     }
     if (is_on_volume(name, "ENVARC")) {
-        const std::optional<std::string> folder = host::lasting_settings_folder();
+        const std::optional<std::string> folder = lasting_settings_folder();
         errno = ENOENT;
-        const bool is_there = folder && (!is_for_writing || host::make_lasting_settings_folder(*folder));
+        const bool is_there = folder && (!is_for_writing || make_lasting_settings_folder(*folder));
         return is_there ? on_volume(name, "ENVARC", folder) : std::nullopt;
     }
     const bool is_installed =
         std::find(installed_files.begin(), installed_files.end(), name) != installed_files.end();
     if (is_installed && !is_for_writing && !exists(name)) {
-        return host::installed_data_path(name);
+        return installed_data_path(name);
     }
     return name;
 }
@@ -91,7 +83,7 @@ int error_of_opening(const std::string &path) {
         return EISDIR;
     }
     errno = 0;
-    std::FILE *file = host::open_plain_file(path, "rb");
+    std::FILE *file = open_plain_file(path, "rb");
     if (file == nullptr) {
         // There is no attempt to open what is neither a file nor a device.
         return errno != 0 ? errno : ENOTSUP;
@@ -100,4 +92,13 @@ int error_of_opening(const std::string &path) {
     return 0;
 }
 
-} // namespace desktop
+} // namespace host
+
+void sdl::set_up(Setup setup) {
+    // The program gets all names without white space.
+    for (std::string &word : setup.command_line) {
+        word = host::without_blanks(word);
+    }
+    host::state.command_line = std::move(setup.command_line);
+    host::installed_files = std::move(setup.installed_files);
+}

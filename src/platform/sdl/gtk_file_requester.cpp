@@ -4,7 +4,7 @@
 #include "platform/sdl/gtk_words.h"
 #include "platform/sdl/requester_parent.h"
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -145,4 +145,4 @@ std::optional<std::string> ask_for_file(const FileQuestion &question, const Whil
     return path;
 }
 
-} // namespace desktop
+} // namespace host

@@ -9,13 +9,13 @@
 #include <cstdio>
 #include <vector>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
 constexpr guint while_open_milliseconds = 50;
 
-/// The most events that a pass deals with, so that none of them makes it long.
+/// The most events that a pass handles, so that they cannot make it long.
 constexpr int events_per_pass = 32;
 
 /// Whether the toolkit has a display. Written by can_show_requesters.
@@ -40,7 +40,7 @@ gboolean stay_after_close(GtkWidget *, GdkEvent *, gpointer) {
     return TRUE;
 }
 
-gboolean look_around(gpointer data) {
+gboolean poll_while_open(gpointer data) {
     auto *wait = static_cast<Wait *>(data);
     const Order order = (*wait->while_open)();
     if (order == Order::cancel) {
@@ -121,7 +121,7 @@ int wait_for_response(gpointer requester, const WhileOpen &while_open) {
     const gulong closing = GTK_IS_WINDOW(requester) ? g_signal_connect(requester, "delete-event",
                                                                        G_CALLBACK(stay_after_close), nullptr)
                                                     : 0;
-    const guint timer = g_timeout_add(while_open_milliseconds, look_around, &wait);
+    const guint timer = g_timeout_add(while_open_milliseconds, poll_while_open, &wait);
     g_main_loop_run(wait.loop);
     g_source_remove(timer);
     if (closing != 0) {
@@ -139,4 +139,4 @@ void settle() {
     gdk_display_sync(gdk_display_get_default());
 }
 
-} // namespace desktop
+} // namespace host

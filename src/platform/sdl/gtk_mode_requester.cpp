@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -33,7 +33,7 @@ constexpr std::array<Size, 12> usual_sizes{{
     {2560, 1440},
 }};
 
-/// The first entry of the sizes' list stands for any size that is not in it.
+/// The first entry of the list of sizes means any size that is not in it.
 constexpr int other_size = 0;
 
 /// The dialog's parts that hold what the user chose, and what it says about that.
@@ -91,12 +91,12 @@ std::string memory_notice(std::uint64_t needed) {
 }
 
 std::string side_notice() {
-    return "Width and height are whole numbers from " + std::to_string(host::smallest_side) + " to " +
-           std::to_string(host::largest_side) + ".";
+    return "Width and height are whole numbers from " + std::to_string(smallest_side) + " to " +
+           std::to_string(largest_side) + ".";
 }
 
 /// Follows what is typed: a size that no screen can have cannot be confirmed. One that is too large for the
-/// machine's memory is only marked, since the machine may have more than it tells.
+/// machine's memory is only marked, since the machine may have more than it reports.
 void check_typed_size(GtkEditable *, ModeDialog *dialog) {
     const std::optional<int> width = side_of_text(gtk_entry_get_text(dialog->width));
     const std::optional<int> height = side_of_text(gtk_entry_get_text(dialog->height));
@@ -225,4 +225,4 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
     return chosen;
 }
 
-} // namespace desktop
+} // namespace host

@@ -3,7 +3,7 @@
 #include "platform/sdl/gtk_loop.h"
 #include "platform/sdl/requester_parent.h"
 
-namespace desktop {
+namespace host {
 
 void show_notice(const std::string &title, const std::string &text, const WhileOpen &while_open) {
     GtkWidget *dialog = gtk_message_dialog_new(nullptr, GTK_DIALOG_MODAL, GTK_MESSAGE_WARNING,
@@ -16,4 +16,4 @@ void show_notice(const std::string &title, const std::string &text, const WhileO
     settle();
 }
 
-} // namespace desktop
+} // namespace host

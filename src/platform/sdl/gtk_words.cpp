@@ -6,7 +6,7 @@
 #include <glib.h>
 #include <libintl.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -50,4 +50,4 @@ std::string size_words(int width, int height) {
            end_of_isolate;
 }
 
-} // namespace desktop
+} // namespace host

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace desktop {
+namespace host {
 
 /// A word of the toolkit's catalogue in the user's language; `own` where the catalogue has no translation.
 std::string toolkit_words(const char *catalogued, const char *own);
@@ -22,4 +22,4 @@ std::string error_words(int error);
 /// would otherwise change places.
 std::string size_words(int width, int height);
 
-} // namespace desktop
+} // namespace host

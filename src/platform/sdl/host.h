@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace desktop {
+namespace sdl {
 
 /// What a run on this host depends on.
 struct Setup {
@@ -19,4 +19,4 @@ struct Setup {
 /// Starts the host with this set-up.
 void set_up(Setup setup);
 
-} // namespace desktop
+} // namespace sdl

@@ -3,33 +3,33 @@
 #include "platform/sdl/input.h"
 
 #include "platform/sdl/keyboard.h"
-#include "platform/sdl/picture_window.h"
 #include "platform/sdl/pointer.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/sdl/sdl_window.h"
 #include "platform/sdl/x11_keyboard.h"
+#include "platform/window/windowed_host.h"
 
 #include <SDL.h>
 #include <algorithm>
 #include <limits>
 #include <optional>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
-/// For so long after the window got the focus, or a requester was closed, a click is taken as the one that
-/// did it, or as the second half of a double click that did it.
+/// A click within this time after the window got the focus or a requester was closed is taken for the click
+/// that did it, or for the second half of a double click.
 constexpr Uint32 stray_click_milliseconds = 500;
 
 /// When the window got the focus or a requester was closed, in milliseconds of SDL's clock; nothing before
 /// the first time. Written with the focus events and by ignore_what_is_held.
 std::optional<Uint32> attention_began;
 
-/// Whether the window has the focus; without a window manager nobody says so, and clicks are taken all the
-/// same. Written with the focus events.
+/// Whether the window has lost the focus. Without a window manager there are no focus events, and clicks must
+/// work all the same. Written with the focus events.
 bool has_lost_focus = false;
 
-/// Whether the last click was no command; the further clicks of a double click are none then either. Written
+/// Whether the last click was ignored; the later clicks of a double click are then ignored as well. Written
 /// with each click.
 bool last_click_was_stray = false;
 
@@ -72,7 +72,7 @@ void take_motion(const SDL_MouseMotionEvent &event, std::deque<IntuiMessage> &me
     }
 }
 
-/// Whether a click is meant for something else than the viewer's commands.
+/// Whether a click is not meant as a command to the viewer.
 bool is_stray_click(const SDL_MouseButtonEvent &event) {
     const bool is_tap = event.which == SDL_TOUCH_MOUSEID;
     const bool is_early = attention_began && event.timestamp - *attention_began < stray_click_milliseconds;
@@ -151,8 +151,8 @@ void take_input(std::deque<IntuiMessage> &messages) {
             break;
         }
     }
-    // Alt and the logo key are how window managers are spoken to: their menus and their ways to move a window
-    // need the pointer.
+    // Alt and the logo key belong to the window manager: its menus and its ways to move a window need the
+    // pointer.
     take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
 }
 
@@ -191,4 +191,4 @@ void ignore_what_is_held() {
     ignore_held_keys();
 }
 
-} // namespace desktop
+} // namespace host

@@ -8,12 +8,12 @@
 
 #include <SDL_keyboard.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
 IntuiMessage character_message(UWORD character) {
-    return host::event_message(IDCMP_VANILLAKEY, character);
+    return event_message(IDCMP_VANILLAKEY, character);
 }
 
 bool is_letter(SDL_Scancode key) {
@@ -93,7 +93,7 @@ bool is_quit_key(const SDL_KeyboardEvent &event) {
 
 std::optional<IntuiMessage> key_message(const SDL_KeyboardEvent &event) {
     if (const std::optional<UWORD> code = cursor_code(event.keysym)) {
-        return host::event_message(IDCMP_RAWKEY, *code);
+        return event_message(IDCMP_RAWKEY, *code);
     }
     if (event.keysym.sym == SDLK_ESCAPE) {
         return character_message(escape_character);
@@ -116,4 +116,4 @@ void take_text(const char *text, std::deque<IntuiMessage> &messages) {
     }
 }
 
-} // namespace desktop
+} // namespace host

@@ -8,7 +8,7 @@
 #include <deque>
 #include <optional>
 
-namespace desktop {
+namespace host {
 
 /// Modifier keys with which a key or a mouse button is a command of the desktop and not of the viewer.
 constexpr Uint16 desktop_modifiers = KMOD_CTRL | KMOD_ALT | KMOD_GUI | KMOD_MODE;
@@ -27,4 +27,4 @@ std::optional<IntuiMessage> key_message(const SDL_KeyboardEvent &event);
 /// Appends the characters of a text in UTF-8 that the system's 8-bit character set knows, one message each.
 void take_text(const char *text, std::deque<IntuiMessage> &messages);
 
-} // namespace desktop
+} // namespace host

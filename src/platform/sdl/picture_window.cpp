@@ -1,29 +1,28 @@
 // SPDX-License-Identifier: MIT
-// A window of SDL with a renderer and one texture of the picture's size.
-#include "platform/sdl/picture_window.h"
+// The viewer's window: its size and place, full screen, and its life between screens.
+#include "platform/window/picture_window.h"
 
+#include "platform/sdl/display_connection.h"
 #include "platform/sdl/input.h"
-#include "platform/sdl/pacing.h"
+#include "platform/sdl/picture_drawing.h"
 #include "platform/sdl/pointer.h"
-#include "platform/sdl/shown_window.h"
+#include "platform/sdl/sdl_window.h"
 #include "platform/sdl/window_place.h"
 #include "platform/sdl/x11_display.h"
-#include "platform/sdl/x11_keyboard.h"
+#include "platform/window/pacing.h"
 
 #include <SDL.h>
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <optional>
+#include <string>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
-/// What a display that does not tell its rate is taken for.
+/// Assumed for a display that does not report its rate.
 constexpr double usual_refresh_rate = 60.0;
 
-/// The smallest window that the mouse can still get hold of.
+/// The smallest window that the mouse can still grab.
 constexpr Extent smallest_window{128, 96};
 
 /// What the title says while the pointer is held.
@@ -32,15 +31,8 @@ constexpr const char *pointer_hint = "   <Alt> frees the pointer.";
 /// How long a pass takes while nobody can see its picture.
 constexpr int hidden_pass_milliseconds = 250;
 
-/// The window with all that belongs to it; null while it is closed.
+/// The window; null while it is closed.
 SDL_Window *window = nullptr;
-SDL_Renderer *renderer = nullptr;
-SDL_Texture *texture = nullptr;
-
-/// The picture with each pixel enlarged to a square, from which a fractional scale is made; made when it is
-/// first needed, for the factor in `enlarged_factor`.
-SDL_Texture *enlarged = nullptr;
-int enlarged_factor = 0;
 
 /// Whether the window belongs to an open screen. A window that is kept between two screens does not. Written
 /// when a screen opens and closes.
@@ -65,110 +57,8 @@ bool was_maximised = false;
 /// Whether the renderer was asked to wait for the refresh.
 bool presenting_waits = false;
 
-bool complain(const char *what) {
-    std::fprintf(stderr, "zelvo: %s: %s\n", what, SDL_GetError());
-    return false;
-}
-
-/// Sets a variable of the process's environment for as long as it lives.
-class TemporaryVariable {
-public:
-    TemporaryVariable(const char *variable, const char *value) : name(variable) {
-        if (const char *old = std::getenv(variable)) {
-            previous = old;
-        }
-        setenv(variable, value, 1);
-    }
-    ~TemporaryVariable() { previous ? setenv(name, previous->c_str(), 1) : unsetenv(name); }
-    TemporaryVariable(const TemporaryVariable &) = delete;
-    TemporaryVariable &operator=(const TemporaryVariable &) = delete;
-
-private:
-    const char *name;
-    std::optional<std::string> previous;
-};
-
-bool connect_display() {
-    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
-        return true;
-    }
-    // Signals are this host's own affair; a viewer that runs unattended lets the screen saver come; and no
-    // window of it is worth switching the desktop's composition off.
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
-    SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
-    // A tap is no click: it would end the viewer.
-    SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
-    // The software renderer is for those whom OpenGL fails, so its pictures must not go through OpenGL.
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
-    SDL_SetHint(SDL_HINT_APP_NAME, "Zelvo");
-    SDL_SetHint("SDL_VIDEO_X11_WMCLASS", "zelvo");
-    SDL_SetHint("SDL_VIDEO_WAYLAND_WMCLASS", "zelvo");
-    // Commands are single keys: an input method that collects them into words would keep them from the
-    // viewer. Requesters keep theirs, since names are words.
-    const TemporaryVariable no_input_method("XMODIFIERS", "@im=none");
-    SDL_SetMainReady();
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
-        return complain("no display");
-    }
-    // Drivers that show nothing are for those who ask for them.
-    const bool shows_nothing = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
-    if (shows_nothing && SDL_GetHint(SDL_HINT_VIDEODRIVER) == nullptr) {
-        disconnect_display();
-        SDL_SetError("neither X11 nor Wayland answers");
-        return complain("no display");
-    }
-    watch_x11_keyboard();
-    watch_focus();
-    return true;
-}
-
 bool is_paced() {
     return SDL_GetHintBoolean(SDL_HINT_RENDER_VSYNC, SDL_TRUE) == SDL_TRUE;
-}
-
-bool is_software_renderer() {
-    SDL_RendererInfo info{};
-    return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
-}
-
-/// A picture-sized texture, null if the renderer takes none of this size.
-SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode scale_mode) {
-    SDL_Texture *made =
-        SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, access, size.width, size.height);
-    if (made != nullptr) {
-        SDL_SetTextureScaleMode(made, scale_mode);
-    }
-    return made;
-}
-
-SDL_Texture *make_picture_texture() {
-    return make_texture(SDL_TEXTUREACCESS_STREAMING, picture, SDL_ScaleModeNearest);
-}
-
-bool make_renderer(Uint32 flags) {
-    renderer = SDL_CreateRenderer(window, -1, flags);
-    if (renderer == nullptr) {
-        return false;
-    }
-    texture = make_picture_texture();
-    if (texture == nullptr) {
-        SDL_DestroyRenderer(renderer);
-        renderer = nullptr;
-        return false;
-    }
-    return true;
-}
-
-void black_out() {
-    SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
-    SDL_RenderClear(renderer);
-}
-
-Extent output_extent() {
-    Extent output{1, 1};
-    SDL_GetRendererOutputSize(renderer, &output.width, &output.height);
-    return {std::max(output.width, 1), std::max(output.height, 1)};
 }
 
 double refresh_rate() {
@@ -182,7 +72,7 @@ bool is_visible() {
     return (SDL_GetWindowFlags(window) & (SDL_WINDOW_HIDDEN | SDL_WINDOW_MINIMIZED)) == 0;
 }
 
-/// Whether SDL made the window full screen, or the window manager told SDL that it did.
+/// Whether SDL made the window full screen, or the window manager reported to SDL that it did.
 bool is_sdl_full_screen() {
     return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
 }
@@ -204,48 +94,6 @@ bool keeps_window() {
     return driver != nullptr && std::string(driver) == "wayland";
 }
 
-void fill_texture(const BitMap &bitmap, const host::Palette &palette) {
-    void *pixels = nullptr;
-    int bytes_per_row = 0;
-    if (SDL_LockTexture(texture, nullptr, &pixels, &bytes_per_row) != 0) {
-        return;
-    }
-    host::expand_palette(bitmap, palette, static_cast<std::uint32_t *>(pixels), bytes_per_row);
-    SDL_UnlockTexture(texture);
-}
-
-/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it; null if
-/// the renderer has no room for it.
-SDL_Texture *enlarge(const Placement &placement) {
-    const int factor = (placement.width + picture.width - 1) / picture.width;
-    if (factor != enlarged_factor) {
-        SDL_DestroyTexture(enlarged);
-        enlarged = make_texture(SDL_TEXTUREACCESS_TARGET, {picture.width * factor, picture.height * factor},
-                                SDL_ScaleModeLinear);
-        enlarged_factor = factor;
-    }
-    if (enlarged == nullptr || SDL_SetRenderTarget(renderer, enlarged) != 0) {
-        return nullptr;
-    }
-    SDL_SetTextureScaleMode(texture, SDL_ScaleModeNearest);
-    SDL_RenderCopy(renderer, texture, nullptr, nullptr);
-    SDL_SetRenderTarget(renderer, nullptr);
-    return enlarged;
-}
-
-void draw_texture() {
-    const Placement placement = place_picture(picture, output_extent());
-    const SDL_Rect target{placement.x, placement.y, placement.width, placement.height};
-    SDL_Texture *source = placement.whole_factor == 0 ? enlarge(placement) : nullptr;
-    if (source == nullptr) {
-        SDL_SetTextureScaleMode(texture,
-                                placement.whole_factor == 0 ? SDL_ScaleModeLinear : SDL_ScaleModeNearest);
-        source = texture;
-    }
-    black_out();
-    SDL_RenderCopy(renderer, source, nullptr, &target);
-}
-
 /// The size of a window for a picture in this mode.
 Extent opening_extent(const DisplayMode &mode) {
     const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
@@ -263,19 +111,9 @@ SDL_Window *make_hidden_window(const DisplayMode &mode) {
                                 full_screen);
 }
 
-void destroy_textures() {
-    SDL_DestroyTexture(enlarged);
-    SDL_DestroyTexture(texture);
-    enlarged = nullptr;
-    enlarged_factor = 0;
-    texture = nullptr;
-}
-
 void destroy_window() {
-    destroy_textures();
-    SDL_DestroyRenderer(renderer);
+    destroy_renderer();
     SDL_DestroyWindow(window);
-    renderer = nullptr;
     window = nullptr;
 }
 
@@ -288,12 +126,12 @@ bool make_window(const DisplayMode &mode) {
     if (window == nullptr) {
         return complain("no window");
     }
-    if (make_renderer(0) && !X11ErrorTrap::has_caught_error()) {
+    if (make_renderer(window, picture, 0) && !X11ErrorTrap::has_caught_error()) {
         return true;
     }
     destroy_window();
     window = make_hidden_window(mode);
-    if (window != nullptr && make_renderer(SDL_RENDERER_SOFTWARE)) {
+    if (window != nullptr && make_renderer(window, picture, SDL_RENDERER_SOFTWARE)) {
         return true;
     }
     complain("no picture of this size");
@@ -311,14 +149,8 @@ bool is_scaled_by_fraction() {
 
 /// Makes the window that was kept from the last screen fit the next one.
 bool take_kept_window(const DisplayMode &mode) {
-    destroy_textures();
-    texture = make_picture_texture();
-    if (texture == nullptr) {
-        SDL_DestroyRenderer(renderer);
-        renderer = nullptr;
-        if (!make_renderer(SDL_RENDERER_SOFTWARE)) {
-            return complain("no picture of this size");
-        }
+    if (!change_picture_size(window, picture)) {
+        return complain("no picture of this size");
     }
     SDL_SetWindowTitle(window, plain_title.c_str());
     // When a requester is closed a compositor gives the window the focus, and its size along with it. Taken
@@ -344,20 +176,12 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     if (!is_open) {
         return false;
     }
-    presenting_waits = is_paced() && !is_software_renderer() && SDL_RenderSetVSync(renderer, 1) == 0;
-    if (!is_paced()) {
-        SDL_RenderSetVSync(renderer, 0);
-    }
+    presenting_waits = wait_in_presenting(is_paced());
     SDL_SetWindowMinimumSize(window, smallest_window.width, smallest_window.height);
     SDL_StartTextInput();
     SDL_ShowWindow(window);
-    black_out();
-    SDL_RenderPresent(renderer);
+    show_black();
     return true;
-}
-
-SDL_Window *shown_window() {
-    return window != nullptr && (SDL_GetWindowFlags(window) & SDL_WINDOW_HIDDEN) == 0 ? window : nullptr;
 }
 
 void close_picture_window() {
@@ -384,7 +208,7 @@ void disconnect_display() {
     }
 }
 
-void present_picture(const BitMap &bitmap, const host::Palette &palette) {
+void present_picture(const BitMap &bitmap, const Palette &palette) {
     if (!is_open) {
         return;
     }
@@ -392,9 +216,8 @@ void present_picture(const BitMap &bitmap, const host::Palette &palette) {
         SDL_WaitEventTimeout(nullptr, hidden_pass_milliseconds);
         return;
     }
-    fill_texture(bitmap, palette);
-    draw_texture();
-    SDL_RenderPresent(renderer);
+    fill_picture(bitmap, palette);
+    show_picture();
     if (is_paced()) {
         wait_for_refresh(refresh_rate(), presenting_waits);
     }
@@ -407,9 +230,8 @@ void wait_for_display() {
 }
 
 void present_again() {
-    if (texture != nullptr && is_visible()) {
-        draw_texture();
-        SDL_RenderPresent(renderer);
+    if (window != nullptr && is_visible()) {
+        show_picture();
     }
 }
 
@@ -468,4 +290,4 @@ void return_from_requester() {
     SDL_RaiseWindow(window);
 }
 
-} // namespace desktop
+} // namespace host

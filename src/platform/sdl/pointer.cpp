@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Takes the pointer only where nobody else can want it.
+// Takes the pointer only when no other program can want it.
 #include "platform/sdl/pointer.h"
 
-#include "platform/sdl/picture_window.h"
+#include "platform/sdl/sdl_window.h"
 #include "platform/sdl/x11_display.h"
 
 #include <SDL.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -20,7 +20,8 @@ bool can_be_taken(SDL_Window *window) {
            is_x11_pointer_free(window);
 }
 
-/// SDL would take the pointer again when the focus comes back, no matter who has it by then, and block.
+/// Otherwise SDL would take the pointer again when the focus comes back, even if another program has it by
+/// then, and block.
 int free_with_focus(void *, SDL_Event *event) {
     if (event->type == SDL_WINDOWEVENT && event->window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
         free_pointer();
@@ -57,4 +58,4 @@ bool is_pointer_held() {
     return SDL_GetRelativeMouseMode() == SDL_TRUE;
 }
 
-} // namespace desktop
+} // namespace host

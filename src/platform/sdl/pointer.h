@@ -2,7 +2,7 @@
 // Takes the pointer for the window alone, hidden and with relative motion.
 #pragma once
 
-namespace desktop {
+namespace host {
 
 /// Gives the pointer back by itself as soon as the window loses the focus. Called once, when SDL has started.
 void watch_focus();
@@ -18,4 +18,4 @@ void free_pointer();
 /// Whether the pointer is the window's alone.
 bool is_pointer_held();
 
-} // namespace desktop
+} // namespace host

@@ -2,7 +2,7 @@
 // The hints that the window managers of the display servers know.
 #include "platform/sdl/requester_parent.h"
 
-#include "platform/sdl/shown_window.h"
+#include "platform/sdl/sdl_window.h"
 
 #include <SDL.h>
 #include <SDL_syswm.h>
@@ -18,7 +18,7 @@
 #include <gdk/gdkwayland.h>
 #endif
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -65,10 +65,13 @@ void choose_the_viewers_display() {
 }
 
 void put_above_viewer(GtkWindow *requester) {
-    SDL_Window *viewer = shown_window();
+    SDL_Window *viewer = picture_window();
+    if (viewer == nullptr || (SDL_GetWindowFlags(viewer) & SDL_WINDOW_HIDDEN) != 0) {
+        return;
+    }
     SDL_SysWMinfo info{};
     SDL_VERSION(&info.version);
-    if (viewer == nullptr || SDL_GetWindowWMInfo(viewer, &info) == SDL_FALSE) {
+    if (SDL_GetWindowWMInfo(viewer, &info) == SDL_FALSE) {
         return;
     }
     gtk_widget_realize(GTK_WIDGET(requester));
@@ -98,4 +101,4 @@ void bring_forward(GtkWindow *requester) {
     gtk_window_present_with_time(requester, now);
 }
 
-} // namespace desktop
+} // namespace host

@@ -4,7 +4,7 @@
 
 #include <gtk/gtk.h>
 
-namespace desktop {
+namespace host {
 
 /// Makes the toolkit choose the kind of display that the viewer's window has or will have: only windows of
 /// one display can be above one another. To be called before the toolkit starts.
@@ -19,4 +19,4 @@ void put_above_viewer(GtkWindow *requester);
 /// can do nothing before the requester is answered. A Wayland compositor may decide otherwise.
 void bring_forward(GtkWindow *requester);
 
-} // namespace desktop
+} // namespace host

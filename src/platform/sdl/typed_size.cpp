@@ -9,7 +9,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -58,11 +58,11 @@ std::optional<int> side_of_text(const std::string &text) {
             return std::nullopt;
         }
         side = 10 * side + value;
-        if (side > host::largest_side) {
+        if (side > largest_side) {
             return std::nullopt;
         }
     }
-    return host::is_possible_side(side) ? std::optional(side) : std::nullopt;
+    return is_possible_side(side) ? std::optional(side) : std::nullopt;
 }
 
 std::uint64_t memory_of_screen(int width, int height) {
@@ -78,4 +78,4 @@ std::uint64_t memory_of_machine() {
     return is_limited ? std::min<std::uint64_t>(pages * page_size, limit.rlim_cur) : pages * page_size;
 }
 
-} // namespace desktop
+} // namespace host

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace desktop {
+namespace host {
 
 /// The side of a screen that a text in UTF-8 means: decimal digits of any script, with or without blanks
 /// around them. Nothing for any other text, and for a side that no screen can have.
@@ -18,4 +18,4 @@ std::uint64_t memory_of_screen(int width, int height);
 /// How many bytes the machine has for this process: its memory, or less if the process has a limit.
 std::uint64_t memory_of_machine();
 
-} // namespace desktop
+} // namespace host

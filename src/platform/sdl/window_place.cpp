@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -52,4 +52,4 @@ SDL_Point opening_corner(const WindowPlace &place, Extent window) {
             fit_in(place.corner->y, window.height + place.frame.height, bounds.y, bounds.h)};
 }
 
-} // namespace desktop
+} // namespace host

@@ -2,12 +2,12 @@
 // Where a window is on the desktop, so that the next one opens there too.
 #pragma once
 
-#include "platform/sdl/picture_placement.h"
+#include "platform/window/picture_placement.h"
 
 #include <SDL_video.h>
 #include <optional>
 
-namespace desktop {
+namespace host {
 
 /// A display, and where a window is on it.
 struct WindowPlace {
@@ -29,4 +29,4 @@ WindowPlace place_of(SDL_Window *window, bool is_full_screen);
 /// window fits the display, or else SDL's value for the display's centre.
 SDL_Point opening_corner(const WindowPlace &place, Extent window);
 
-} // namespace desktop
+} // namespace host

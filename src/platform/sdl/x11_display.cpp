@@ -7,7 +7,7 @@
 #include <X11/Xlib.h>
 #include <optional>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -124,4 +124,4 @@ void leave_x11_full_screen(SDL_Window *window) {
     XFlush(x11->display);
 }
 
-} // namespace desktop
+} // namespace host

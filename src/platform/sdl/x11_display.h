@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What SDL does not tell about an X display. On any other display the functions give the harmless answer.
+// What SDL does not report about an X display. On any other display the functions return the harmless answer.
 #pragma once
 
 #include <SDL_events.h>
 #include <SDL_video.h>
 
-namespace desktop {
+namespace host {
 
 /// Keeps refused X requests from ending the process while it lives, which is what the X library does by
 /// default. Only one trap may live at a time.
@@ -30,4 +30,4 @@ bool is_x11_full_screen(SDL_Window *window);
 /// Asks the window manager to end a full screen that it made by itself.
 void leave_x11_full_screen(SDL_Window *window);
 
-} // namespace desktop
+} // namespace host

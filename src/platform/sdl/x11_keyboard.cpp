@@ -9,7 +9,7 @@
 #include <array>
 #include <bitset>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -102,4 +102,4 @@ std::optional<bool> has_latin_letters_on_x11() {
     return last_has_latin_letters;
 }
 
-} // namespace desktop
+} // namespace host

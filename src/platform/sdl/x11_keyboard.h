@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// What SDL does not tell about the keyboard of an X display. On any other display the functions give the
+// What SDL does not report about the keyboard of an X display. On any other display the functions return the
 // harmless answer: there, a key that was pressed in another window never reaches this one.
 #pragma once
 
 #include <SDL_events.h>
 #include <optional>
 
-namespace desktop {
+namespace host {
 
 /// Makes SDL pass on the X server's own events, which note_x11_event needs.
 void watch_x11_keyboard();
@@ -26,4 +26,4 @@ bool is_held_key();
 /// itself does not notice when the user switches between layouts.
 std::optional<bool> has_latin_letters_on_x11();
 
-} // namespace desktop
+} // namespace host

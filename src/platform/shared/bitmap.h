@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Rows of one palette index a pixel, top row first, without padding; black at the start.
+/// Rows of one palette index per pixel, top row first, without padding; black at the start.
 struct BitMap {
     BitMap(int bitmap_width, int bitmap_height);
 
@@ -37,7 +37,7 @@ void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t 
 void initialise_context(RastPort &context);
 
 /// Draws text at the context's pen with the 8 x 8 font, whose baseline is row 6 of its cell, and moves the
-/// pen behind it. Clipped at the bitmap's edges.
+/// pen past it. Clipped at the bitmap's edges.
 void draw_text(RastPort &context, const char *text, std::size_t length);
 
 /// Copies the rectangle (x_start, y_start) to (x_stop, y_stop), both inclusive, from rows of `bytes_per_row`.

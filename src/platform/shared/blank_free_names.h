@@ -11,7 +11,7 @@ namespace host {
 /// "My%20textures/a.chunky". Every other name stays as it is.
 std::string without_blanks(const std::string &name);
 
-/// What without_blanks made its argument of; every other name stays as it is.
+/// Undoes without_blanks. Every name that it does not return stays as it is.
 std::string with_blanks(const std::string &name);
 
 } // namespace host

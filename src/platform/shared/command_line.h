@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// The file of the template "FILE/A": exactly one word, or the same behind the keyword as `FILE=name` or
+/// The file of the template "FILE/A": exactly one word, or the same after the keyword, as `FILE=name` or
 /// `FILE name`, in any case of letters. None, too many, or the keyword alone do not parse.
 std::optional<std::string> file_argument(const std::vector<std::string> &words);
 

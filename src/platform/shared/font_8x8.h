@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The project's own fixed-width 8 x 8 bitmap font, with which the offscreen platform draws its texts.
+// The project's own fixed-width 8 x 8 bitmap font, with which all hosts draw texts.
 
 #pragma once
 
@@ -11,7 +11,7 @@ namespace host {
 constexpr int glyph_width = 8;
 constexpr int glyph_height = 8;
 
-/// Row on which letters stand; only descenders and the underscore reach below it.
+/// The row of the baseline; only descenders and the underscore reach below it.
 constexpr int glyph_baseline = 6;
 
 /// Rows of the glyph of `character`, top first, bit 7 leftmost; any character outside printable ASCII

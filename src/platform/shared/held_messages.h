@@ -13,11 +13,11 @@ namespace host {
 /// An event of a class with a code.
 IntuiMessage event_message(ULONG event_class, UWORD code);
 
-/// Owns the messages between GetMsg and ReplyMsg. What a program must not do with them shows at once, on
-/// every host and in every build.
+/// Owns the messages between GetMsg and ReplyMsg. A misuse of them shows at once, on every host and in every
+/// build.
 class HeldMessages {
 public:
-    /// Hands an event to the program, which holds it until it replies.
+    /// Gives an event to the program, which holds it until it replies.
     Message *deliver(const IntuiMessage &event);
 
     /// Takes a message back. Its memory stays for a while and is overwritten with all ones, so that a program

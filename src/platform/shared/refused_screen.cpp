@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks a refused value up in the settings file.
+// Looks up a refused value in the settings file.
 #include "platform/shared/refused_screen.h"
 
 #include "platform/shared/screen_size.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Making large things where memory may have no room for them.
+// Making large objects for which memory may have no room.
 #pragma once
 
 #include <memory>

@@ -175,43 +175,43 @@ TEST_F(Folders, SomebodyElsesFolderIsRefused) {
 
 TEST_F(Folders, TheLastingFolderIsMadeForWritingAlone) {
     const std::string path = (root / "config" / "zelvo" / "Zelvo.vars").string();
-    EXPECT_EQ(desktop::path_of_name("ENVARC:Zelvo.vars", false), path);
+    EXPECT_EQ(host::path_of_name("ENVARC:Zelvo.vars", false), path);
     EXPECT_FALSE(fs::exists(root / "config"));
-    EXPECT_EQ(desktop::path_of_name("ENVARC:Zelvo.vars", true), path);
+    EXPECT_EQ(host::path_of_name("ENVARC:Zelvo.vars", true), path);
     EXPECT_EQ(mode_of(root / "config" / "zelvo"), 0700U);
 }
 
 TEST_F(Folders, OtherNamesArePathsAlready) {
-    EXPECT_EQ(desktop::path_of_name("objects/knot.lwo", false), "objects/knot.lwo");
-    EXPECT_EQ(desktop::path_of_name("ENVIRONMENT.lwo", false), "ENVIRONMENT.lwo");
+    EXPECT_EQ(host::path_of_name("objects/knot.lwo", false), "objects/knot.lwo");
+    EXPECT_EQ(host::path_of_name("ENVIRONMENT.lwo", false), "ENVIRONMENT.lwo");
 }
 
 TEST_F(Folders, BlanksAreReadFromTheirWrittenForm) {
     const std::string folder = root.string();
-    EXPECT_EQ(desktop::path_of_name(folder + "/a%20b.chunky", false), folder + "/a b.chunky");
-    EXPECT_EQ(desktop::path_of_name(folder + "/a%2520b.chunky", false), folder + "/a%20b.chunky");
-    EXPECT_EQ(desktop::path_of_name("ENVARC:a%20b", false), (root / "config" / "zelvo" / "a b").string());
+    EXPECT_EQ(host::path_of_name(folder + "/a%20b.chunky", false), folder + "/a b.chunky");
+    EXPECT_EQ(host::path_of_name(folder + "/a%2520b.chunky", false), folder + "/a%20b.chunky");
+    EXPECT_EQ(host::path_of_name("ENVARC:a%20b", false), (root / "config" / "zelvo" / "a b").string());
 }
 
 TEST_F(Folders, ANameThatLooksLikeAWrittenFormIsItselfWhereOnlyThatExists) {
     const std::string looking_like_it = (root / "a%20b.chunky").string();
     const std::string meant = (root / "a b.chunky").string();
     std::ofstream(looking_like_it) << "x";
-    EXPECT_EQ(desktop::path_of_name(looking_like_it, false), looking_like_it);
+    EXPECT_EQ(host::path_of_name(looking_like_it, false), looking_like_it);
     std::ofstream{meant} << "x";
-    EXPECT_EQ(desktop::path_of_name(looking_like_it, false), meant);
+    EXPECT_EQ(host::path_of_name(looking_like_it, false), meant);
 }
 
 TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
     const fs::path before = fs::current_path();
     fs::current_path(root);
     const std::string name = "Zelvo_envmap.chunky";
-    EXPECT_EQ(desktop::path_of_name(name, false), name);
-    desktop::set_up({{}, {name}});
-    EXPECT_EQ(desktop::path_of_name(name, false), host::installed_data_path(name));
+    EXPECT_EQ(host::path_of_name(name, false), name);
+    sdl::set_up({{}, {name}});
+    EXPECT_EQ(host::path_of_name(name, false), host::installed_data_path(name));
     std::ofstream(root / name) << "here";
-    EXPECT_EQ(desktop::path_of_name(name, false), name);
-    desktop::set_up({});
+    EXPECT_EQ(host::path_of_name(name, false), name);
+    sdl::set_up({});
     fs::current_path(before);
 }
 
@@ -355,10 +355,10 @@ TEST_F(Folders, ARunKeepsToTheFolderItFoundFirst) {
     const pid_t child = fork();
     if (child == 0) {
         // What was found first is kept for the whole process, which is this one.
-        const auto first = desktop::path_of_name("ENV:Zelvo.vars", false);
+        const auto first = host::path_of_name("ENV:Zelvo.vars", false);
         fs::create_directory(root / "other");
         setenv("XDG_RUNTIME_DIR", (root / "other").c_str(), 1);
-        const auto second = desktop::path_of_name("ENV:Zelvo.vars", true);
+        const auto second = host::path_of_name("ENV:Zelvo.vars", true);
         _exit(first == (runtime / "zelvo" / "Zelvo.vars").string() && second == first ? 0 : 1);
     }
     int status = 0;
@@ -371,18 +371,18 @@ TEST_F(Folders, AVolumeWithoutAFolderHasNoPathsAndSaysWhy) {
     if (child == 0) {
         fs::create_directory(runtime / "zelvo");
         EXPECT_EQ(chmod((runtime / "zelvo").c_str(), 0777), 0);
-        const bool is_none = !desktop::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
+        const bool is_none = !host::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
         // The second time it is known.
-        const bool is_none_again = !desktop::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
+        const bool is_none_again = !host::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
         _exit(is_none && is_none_again ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
     std::ofstream(root / "config") << "in the way";
-    EXPECT_FALSE(desktop::path_of_name("ENVARC:Zelvo.vars", true));
+    EXPECT_FALSE(host::path_of_name("ENVARC:Zelvo.vars", true));
     EXPECT_EQ(errno, ENOTDIR);
-    EXPECT_TRUE(desktop::path_of_name("ENVARC:Zelvo.vars", false));
+    EXPECT_TRUE(host::path_of_name("ENVARC:Zelvo.vars", false));
 }
 
 TEST_F(Folders, AnInstalledFileIsLookedForBesideTheProgram) {
@@ -395,9 +395,9 @@ TEST_F(Folders, AnInstalledFileIsLookedForBesideTheProgram) {
 TEST_F(Folders, AnInstalledFileIsWrittenWhereItIsNamed) {
     const fs::path before = fs::current_path();
     fs::current_path(root);
-    desktop::set_up({{}, {"Zelvo_envmap.chunky"}});
-    EXPECT_EQ(desktop::path_of_name("Zelvo_envmap.chunky", true), "Zelvo_envmap.chunky");
-    EXPECT_EQ(desktop::path_of_name("another.chunky", false), "another.chunky");
-    desktop::set_up({});
+    sdl::set_up({{}, {"Zelvo_envmap.chunky"}});
+    EXPECT_EQ(host::path_of_name("Zelvo_envmap.chunky", true), "Zelvo_envmap.chunky");
+    EXPECT_EQ(host::path_of_name("another.chunky", false), "another.chunky");
+    sdl::set_up({});
     fs::current_path(before);
 }

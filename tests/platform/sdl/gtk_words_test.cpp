@@ -33,17 +33,17 @@ bool is_width_left_of_height(const std::string &text) {
 } // namespace
 
 TEST(SizeWords, KeepTheirOrderWhereTextIsReadFromTheRight) {
-    EXPECT_TRUE(is_width_left_of_height(desktop::size_words(320, 256)));
+    EXPECT_TRUE(is_width_left_of_height(host::size_words(320, 256)));
     EXPECT_FALSE(is_width_left_of_height("320 \u00D7 256"));
 }
 
 TEST(ToolkitWords, AreTheHostsOwnWhereThereIsNoTranslation) {
-    EXPECT_EQ(desktop::toolkit_words("no such word", "own"), "own");
-    EXPECT_EQ(desktop::toolkit_words("no such word"), "no such word");
+    EXPECT_EQ(host::toolkit_words("no such word", "own"), "own");
+    EXPECT_EQ(host::toolkit_words("no such word"), "no such word");
 }
 
 TEST(LabelWords, HaveNoColon) {
-    EXPECT_EQ(desktop::label_words("no such word", "Width:"), "Width");
-    EXPECT_EQ(desktop::label_words("no such word", "Largeur\u00A0:"), "Largeur");
-    EXPECT_EQ(desktop::label_words("no such word", "\u5E45(_W)\uFF1A"), "\u5E45(_W)");
+    EXPECT_EQ(host::label_words("no such word", "Width:"), "Width");
+    EXPECT_EQ(host::label_words("no such word", "Largeur\u00A0:"), "Largeur");
+    EXPECT_EQ(host::label_words("no such word", "\u5E45(_W)\uFF1A"), "\u5E45(_W)");
 }

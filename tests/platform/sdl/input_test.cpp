@@ -2,9 +2,10 @@
 // What the desktop's events become, on SDL's driver without a display.
 #include "platform/sdl/input.h"
 
-#include "platform/sdl/display_modes.h"
-#include "platform/sdl/picture_window.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/sdl/sdl_window.h"
+#include "platform/window/display_modes.h"
+#include "platform/window/picture_window.h"
+#include "platform/window/windowed_host.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ class Input : public testing::Test {
 protected:
     void SetUp() override {
         setenv("SDL_VIDEODRIVER", "dummy", 1);
-        ASSERT_TRUE(desktop::open_picture_window({320, 256}, *desktop::find_display_mode(1), "input"));
+        ASSERT_TRUE(host::open_picture_window({320, 256}, *host::find_display_mode(1), "input"));
         take();
         // The window gets the focus when it opens; the tests begin when that is long past.
         now = SDL_GetTicks() + 10'000;
@@ -26,9 +27,9 @@ protected:
     }
 
     void TearDown() override {
-        desktop::close_picture_window();
-        desktop::disconnect_display();
-        desktop::quit_requested = 0;
+        host::close_picture_window();
+        host::disconnect_display();
+        host::quit_requested = 0;
     }
 
     /// Appends the event to SDL's queue with the test's own time, which SDL_PushEvent would overwrite.
@@ -39,7 +40,7 @@ protected:
 
     void take() {
         std::deque<IntuiMessage> messages;
-        desktop::take_input(messages);
+        host::take_input(messages);
         for (const IntuiMessage &message : messages) {
             taken.push_back(message);
         }
@@ -93,7 +94,7 @@ protected:
     }
 
     bool is_full_screen() const {
-        return (SDL_GetWindowFlags(desktop::picture_window()) & SDL_WINDOW_FULLSCREEN) != 0;
+        return (SDL_GetWindowFlags(host::picture_window()) & SDL_WINDOW_FULLSCREEN) != 0;
     }
 
     /// The codes of the messages of a class.
@@ -180,9 +181,9 @@ TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LALT);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LCTRL | KMOD_LALT);
     press(SDL_SCANCODE_W, SDLK_w, KMOD_LCTRL);
-    EXPECT_EQ(desktop::quit_requested, 0);
+    EXPECT_EQ(host::quit_requested, 0);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_RCTRL);
-    EXPECT_EQ(desktop::quit_requested, 1);
+    EXPECT_EQ(host::quit_requested, 1);
     EXPECT_TRUE(taken.empty());
 }
 
@@ -246,7 +247,7 @@ TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
     event.type = SDL_KEYUP;
     event.key.keysym = {SDL_SCANCODE_LALT, SDLK_LALT, nothing, 0};
     add(event);
-    desktop::drop_input();
+    host::drop_input();
     click(SDL_BUTTON_LEFT);
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
@@ -292,10 +293,10 @@ TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
 
 TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     now = SDL_GetTicks() + 100;
-    desktop::ignore_what_is_held();
+    host::ignore_what_is_held();
     click(SDL_BUTTON_LEFT);
     EXPECT_EQ(buttons(), Codes{});
-    desktop::ignore_what_is_held();
+    host::ignore_what_is_held();
     now += 900;
     click(SDL_BUTTON_LEFT, 2);
     EXPECT_EQ(buttons(), Codes{});
@@ -306,7 +307,7 @@ TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
 
 TEST_F(Input, TheCloseButtonIsAWishToQuit) {
     send_window_event(SDL_WINDOWEVENT_CLOSE);
-    EXPECT_EQ(desktop::quit_requested, 1);
+    EXPECT_EQ(host::quit_requested, 1);
 }
 
 TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
@@ -318,8 +319,8 @@ TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
     event.type = SDL_MOUSEBUTTONDOWN;
     event.button.button = SDL_BUTTON_LEFT;
     add(event);
-    desktop::drop_input();
-    EXPECT_EQ(desktop::quit_requested, 0);
+    host::drop_input();
+    EXPECT_EQ(host::quit_requested, 0);
     take();
     EXPECT_TRUE(taken.empty());
 }
@@ -329,8 +330,8 @@ TEST_F(Input, TheWishToCloseTheWindowGoesThroughARequester) {
     event.type = SDL_WINDOWEVENT;
     event.window.event = SDL_WINDOWEVENT_CLOSE;
     add(event);
-    desktop::drop_input();
-    EXPECT_EQ(desktop::quit_requested, 1);
+    host::drop_input();
+    EXPECT_EQ(host::quit_requested, 1);
 }
 
 TEST_F(Input, MotionCountsOnlyWhileThePointerIsHeld) {

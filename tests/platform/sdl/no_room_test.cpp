@@ -2,7 +2,7 @@
 // The viewer where memory has no room for its screen or one of the screen's buffers.
 #include "main_68k/start_up.h"
 #include "platform/sdl/host.h"
-#include "platform/sdl/windowed_host.h"
+#include "platform/window/windowed_host.h"
 #include "support/temporary_files.h"
 
 #include <cstdio>
@@ -53,8 +53,8 @@ protected:
                     std::_Exit(still_held);
                 }
             });
-            desktop::set_up({{std::string(ZELVO_TEST_OBJECTS) + "/cube.lwo"}, {}});
-            desktop::request_quit();
+            sdl::set_up({{std::string(ZELVO_TEST_OBJECTS) + "/cube.lwo"}, {}});
+            host::request_quit();
             start_up(1);
         }
         int status = 0;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Where a picture stands in its window.
-#include "platform/sdl/picture_placement.h"
+#include "platform/window/picture_placement.h"
 
 #include <gtest/gtest.h>
 
-using desktop::Extent;
-using desktop::place_picture;
-using desktop::Placement;
-using desktop::window_extent;
+using host::Extent;
+using host::place_picture;
+using host::Placement;
+using host::window_extent;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-using desktop::side_of_text;
+using host::side_of_text;
 
 TEST(TypedSide, IsAWholeNumber) {
     EXPECT_EQ(side_of_text("320"), 320);
@@ -39,19 +39,19 @@ TEST(TypedSide, IsOneThatAScreenCanHave) {
 }
 
 TEST(MemoryOfAScreen, IsThirteenBytesPerPixel) {
-    EXPECT_EQ(desktop::memory_of_screen(1, 1), 13U);
-    EXPECT_EQ(desktop::memory_of_screen(16384, 16384), 3489660928U);
+    EXPECT_EQ(host::memory_of_screen(1, 1), 13U);
+    EXPECT_EQ(host::memory_of_screen(16384, 16384), 3489660928U);
 }
 
 TEST(MemoryOfTheMachine, IsNoMoreThanTheProcessMayHave) {
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
-    const std::uint64_t whole = desktop::memory_of_machine();
+    const std::uint64_t whole = host::memory_of_machine();
     EXPECT_GT(whole, 1U << 24);
     rlimit tight = before;
     tight.rlim_cur = static_cast<rlim_t>(whole - 4096);
     ASSERT_EQ(setrlimit(RLIMIT_AS, &tight), 0);
-    const std::uint64_t limited = desktop::memory_of_machine();
+    const std::uint64_t limited = host::memory_of_machine();
     ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
     EXPECT_EQ(limited, whole - 4096);
 }

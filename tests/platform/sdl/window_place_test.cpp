@@ -8,8 +8,8 @@
 
 namespace {
 
-using desktop::Extent;
-using desktop::WindowPlace;
+using host::Extent;
+using host::WindowPlace;
 
 class OpeningCorner : public testing::Test {
 protected:
@@ -24,7 +24,7 @@ protected:
     void TearDown() override { SDL_Quit(); }
 
     static void expect_corner(const WindowPlace &place, Extent window, int x, int y) {
-        const SDL_Point corner = desktop::opening_corner(place, window);
+        const SDL_Point corner = host::opening_corner(place, window);
         EXPECT_EQ(corner.x, x);
         EXPECT_EQ(corner.y, y);
     }
@@ -54,7 +54,7 @@ TEST_F(OpeningCorner, IsOnTheFirstMonitorWhereTheRememberedOneHasGone) {
 }
 
 TEST_F(OpeningCorner, LeavesRoomForATitle) {
-    const Extent room = desktop::room_for_window(0);
+    const Extent room = host::room_for_window(0);
     EXPECT_EQ(room.width, 1024);
     EXPECT_EQ(room.height, 728);
 }
@@ -62,11 +62,11 @@ TEST_F(OpeningCorner, LeavesRoomForATitle) {
 TEST_F(OpeningCorner, IsThatOfTheWindowBefore) {
     SDL_Window *window = SDL_CreateWindow("place", 40, 50, 320, 256, SDL_WINDOW_RESIZABLE);
     ASSERT_NE(window, nullptr);
-    const WindowPlace place = desktop::place_of(window, false);
+    const WindowPlace place = host::place_of(window, false);
     ASSERT_TRUE(place.corner);
     EXPECT_EQ(place.corner->x, 40);
     EXPECT_EQ(place.corner->y, 50);
-    EXPECT_FALSE(desktop::place_of(window, true).corner);
+    EXPECT_FALSE(host::place_of(window, true).corner);
     SDL_DestroyWindow(window);
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The table of display modes.
-#include "platform/sdl/display_modes.h"
+#include "platform/window/display_modes.h"
 
 #include <algorithm>
 #include <array>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -24,8 +24,9 @@ std::span<const DisplayMode> display_modes() {
 }
 
 const DisplayMode *find_display_mode(std::uint32_t id) {
-    const auto found = std::ranges::find(modes, id, &DisplayMode::id);
+    const auto found =
+        std::find_if(modes.begin(), modes.end(), [id](const DisplayMode &mode) { return mode.id == id; });
     return found == modes.end() ? nullptr : &*found;
 }
 
-} // namespace desktop
+} // namespace host

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The display modes of a desktop, by the numbers that settings files keep.
+// The display modes of a host with a window, by the numbers that settings files keep.
 #pragma once
 
 #include <cstdint>
 #include <span>
 
-namespace desktop {
+namespace host {
 
 /// A way to show a screen.
 struct DisplayMode {
@@ -14,8 +14,8 @@ struct DisplayMode {
     /// What the user chooses it by.
     const char *name;
     bool is_full_screen;
-    /// Screen pixels a side of one picture pixel in a window as it opens; for full screen, in the window that
-    /// is left when the user leaves it.
+    /// The side of a picture pixel in screen pixels, in a window that opens; for full screen, in the window
+    /// that the user gets on leaving it.
     int factor;
 };
 
@@ -28,4 +28,4 @@ std::span<const DisplayMode> display_modes();
 /// The mode of this number, null if there is none.
 const DisplayMode *find_display_mode(std::uint32_t id);
 
-} // namespace desktop
+} // namespace host

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 // What the program's requesters ask the user, and what they hold after the answer.
-#include "platform/sdl/requester_answers.h"
+#include "platform/window/requester_answers.h"
 
-#include "platform/sdl/display_modes.h"
-#include "platform/sdl/file_names.h"
-#include "platform/sdl/picture_window.h"
-#include "platform/sdl/requesters.h"
-#include "platform/sdl/windowed_host.h"
 #include "platform/shared/blank_free_names.h"
+#include "platform/window/display_modes.h"
+#include "platform/window/picture_window.h"
+#include "platform/window/requested_files.h"
+#include "platform/window/requesters.h"
+#include "platform/window/windowed_host.h"
 
 #include <filesystem>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -28,7 +28,7 @@ std::vector<FileFilter> filters_for(const std::string &initial_file) {
 
 } // namespace
 
-bool answer_file_requester(host::Requester &requester) {
+bool answer_file_requester(Requester &requester) {
     make_room_for_requester();
     const std::optional<std::string> chosen = ask_for_file(
         {requester.title, existing_path(requester.file), filters_for(requester.file), error_of_opening},
@@ -39,8 +39,8 @@ bool answer_file_requester(host::Requester &requester) {
     }
     const std::filesystem::path path(*chosen);
     // The drawer ends in "/", since the program adds no "/" to a drawer that ends in ":".
-    requester.hold(host::without_blanks((path.parent_path() / "").string()),
-                   host::without_blanks(path.filename().string()));
+    requester.hold(without_blanks((path.parent_path() / "").string()),
+                   without_blanks(path.filename().string()));
     return true;
 }
 
@@ -63,4 +63,4 @@ bool answer_mode_requester(ScreenModeRequester &requester) {
     return true;
 }
 
-} // namespace desktop
+} // namespace host

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
 // The hooks of a host with a window, and its passes.
-#include "platform/sdl/windowed_host.h"
+#include "platform/window/windowed_host.h"
 
 #include "platform/key_codes.h"
 #include "platform/lowlevel.h"
-#include "platform/sdl/display_modes.h"
-#include "platform/sdl/input.h"
-#include "platform/sdl/picture_window.h"
-#include "platform/sdl/requester_answers.h"
 #include "platform/shared/hooks.h"
 #include "platform/shared/real_clock.h"
 #include "platform/shared/refused_screen.h"
+#include "platform/window/display_modes.h"
+#include "platform/window/input.h"
+#include "platform/window/picture_window.h"
+#include "platform/window/requester_answers.h"
 
 #include <cstdio>
 #include <deque>
 
-namespace desktop {
+namespace host {
 
 std::string settings_path;
 
@@ -101,25 +101,25 @@ Order order_to_requester() {
     return is_viewer_focused ? Order::come_forward : Order::wait;
 }
 
-} // namespace desktop
+} // namespace host
 
 const host::Hooks host::hooks{
-    .next_event = desktop::next_event,
-    .ask_for_file = desktop::answer_file_requester,
-    .ask_for_mode = desktop::answer_mode_requester,
-    .initial_mode = [] { return desktop::last_screen; },
-    .can_show_requesters = desktop::can_show_requesters,
-    .is_possible = desktop::is_possible,
-    .show_screen = desktop::show_screen,
-    .hide_screen = desktop::hide_screen,
-    .drop_events = [] { desktop::waiting.clear(); },
-    .frame_written = [](const UBYTE *, int, int) { desktop::picture_due = true; },
-    .report_no_memory = desktop::report_no_memory,
-    .disconnect = desktop::disconnect_display,
+    .next_event = host::next_event,
+    .ask_for_file = host::answer_file_requester,
+    .ask_for_mode = host::answer_mode_requester,
+    .initial_mode = [] { return host::last_screen; },
+    .can_show_requesters = host::can_show_requesters,
+    .is_possible = host::is_possible,
+    .show_screen = host::show_screen,
+    .hide_screen = host::hide_screen,
+    .drop_events = [] { host::waiting.clear(); },
+    .frame_written = [](const UBYTE *, int, int) { host::picture_due = true; },
+    .report_no_memory = host::report_no_memory,
+    .disconnect = host::disconnect_display,
 };
 
 void WaitTOF() {
-    desktop::wait_for_display();
+    host::wait_for_display();
 }
 
 ULONG ElapsedTime(EClockVal *context) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the host asks the user through the desktop's toolkit, in plain types: the toolkit's own names do not
-// go together with the program's.
+// What the host asks the user, in plain types: a toolkit's own names may clash with the program's. Every host
+// with a window defines these functions.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace desktop {
+namespace host {
 
 /// What a requester that is open is to do.
 enum class Order { wait, come_forward, cancel };
@@ -29,7 +29,7 @@ struct FileQuestion {
     std::string title;
     /// The path of the file that is selected at first; may be empty.
     std::string initial_path;
-    /// The first one is in force at first.
+    /// The first one applies at first.
     std::vector<FileFilter> filters;
     /// Tries to open a file that was chosen: the system's error number, 0 if it could be opened.
     std::function<int(const std::string &path)> error_of_opening;
@@ -52,8 +52,8 @@ struct ModeQuestion {
 /// error.
 bool can_show_requesters();
 
-/// Lets the toolkit answer whoever asks for what was copied in a requester that is closed by now. To be
-/// called in every pass; does not wait, and does nothing before the toolkit was started.
+/// Lets the toolkit answer other programs that ask for a text copied in a requester that is closed by now.
+/// Called in every pass. Does not wait, and does nothing before the toolkit was started.
 void serve_toolkit();
 
 /// The path of the file that the user chose, nothing if the requester was cancelled. A file that cannot be
@@ -67,4 +67,4 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
 /// Shows a text until the user closes it.
 void show_notice(const std::string &title, const std::string &text, const WhileOpen &while_open);
 
-} // namespace desktop
+} // namespace host

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Where a picture stands in its window.
+// Where a picture is in its window.
 #pragma once
 
-namespace desktop {
+namespace host {
 
 /// Width and height in pixels, both at least 1.
 struct Extent {
@@ -16,7 +16,7 @@ struct Placement {
     int y;
     int width;
     int height;
-    /// Each picture pixel is a square of so many window pixels; 0 when it is scaled by a fraction.
+    /// Each picture pixel is a square of this many window pixels; 0 when it is scaled by a fraction.
     int whole_factor;
 };
 
@@ -29,4 +29,4 @@ Placement place_picture(Extent picture, Extent window);
 /// not enough room, by whole factors as long as one fits, and at most the room itself.
 Extent window_extent(Extent picture, int factor, Extent room);
 
-} // namespace desktop
+} // namespace host

@@ -3,13 +3,13 @@
 // the wish to quit.
 #pragma once
 
-#include "platform/sdl/requesters.h"
 #include "platform/shared/state.h"
+#include "platform/window/requesters.h"
 
 #include <csignal>
 #include <string>
 
-namespace desktop {
+namespace host {
 
 /// The settings file that was opened last for loading; empty if none was. Written by open_file.
 extern std::string settings_path;
@@ -25,4 +25,4 @@ void request_quit();
 /// user goes to the viewer, the requester comes forward, since the viewer waits for it.
 Order order_to_requester();
 
-} // namespace desktop
+} // namespace host

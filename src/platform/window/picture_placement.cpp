@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Scales by whole factors where that makes good use of the window, by fractions elsewhere.
-#include "platform/sdl/picture_placement.h"
+#include "platform/window/picture_placement.h"
 
 #include <algorithm>
 #include <cstdint>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -13,7 +13,7 @@ int largest_whole_factor(Extent picture, Extent window) {
     return std::min(window.width / picture.width, window.height / picture.height);
 }
 
-/// The largest extent of the picture's aspect inside the window, at least a pixel each way.
+/// The largest extent of the picture's aspect inside the window, at least one pixel each way.
 Extent fit(Extent picture, Extent window) {
     const std::int64_t by_width = std::int64_t{window.width} * picture.height;
     const std::int64_t by_height = std::int64_t{window.height} * picture.width;
@@ -48,4 +48,4 @@ Extent window_extent(Extent picture, int factor, Extent room) {
     return fitting > 0 ? Extent{picture.width * fitting, picture.height * fitting} : fit(picture, room);
 }
 
-} // namespace desktop
+} // namespace host

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // A schedule of refreshes by the monotonic clock.
-#include "platform/sdl/pacing.h"
+#include "platform/window/pacing.h"
 
 #include <algorithm>
 #include <chrono>
 #include <thread>
 
-namespace desktop {
+namespace host {
 
 namespace {
 
@@ -25,8 +25,8 @@ void wait_for_refresh(double rate, bool presenting_waits) {
     if (now + tolerance < due) {
         std::this_thread::sleep_until(due);
     }
-    // A pass that came late by more than an interval is not caught up with.
+    // A delay of more than one interval is not made up for.
     due = std::max(due, now - interval) + interval;
 }
 
-} // namespace desktop
+} // namespace host

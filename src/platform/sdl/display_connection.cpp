@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// Starts SDL with what this viewer wants of it.
+#include "platform/sdl/display_connection.h"
+
+#include "platform/sdl/pointer.h"
+#include "platform/sdl/x11_keyboard.h"
+
+#include <SDL.h>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace host {
+
+namespace {
+
+/// Sets a variable of the process's environment for as long as it lives.
+class TemporaryVariable {
+public:
+    TemporaryVariable(const char *variable, const char *value) : name(variable) {
+        if (const char *old = std::getenv(variable)) {
+            previous = old;
+        }
+        setenv(variable, value, 1);
+    }
+    ~TemporaryVariable() { previous ? setenv(name, previous->c_str(), 1) : unsetenv(name); }
+    TemporaryVariable(const TemporaryVariable &) = delete;
+    TemporaryVariable &operator=(const TemporaryVariable &) = delete;
+
+private:
+    const char *name;
+    std::optional<std::string> previous;
+};
+
+} // namespace
+
+bool connect_display() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        return true;
+    }
+    // Signals are this host's own affair; a viewer that runs unattended lets the screen saver come; and no
+    // window of it is worth switching the desktop's composition off.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    // A tap is no click: it would end the viewer.
+    SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
+    // The software renderer is for those whom OpenGL fails, so its pictures must not go through OpenGL.
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+    SDL_SetHint(SDL_HINT_APP_NAME, "Zelvo");
+    SDL_SetHint("SDL_VIDEO_X11_WMCLASS", "zelvo");
+    SDL_SetHint("SDL_VIDEO_WAYLAND_WMCLASS", "zelvo");
+    // Commands are single keys: an input method that collects them into words would keep them from the
+    // viewer. Requesters keep theirs, since names are words.
+    const TemporaryVariable no_input_method("XMODIFIERS", "@im=none");
+    SDL_SetMainReady();
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        return complain("no display");
+    }
+    // Drivers that show nothing are for those who ask for them.
+    const bool shows_nothing = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
+    if (shows_nothing && SDL_GetHint(SDL_HINT_VIDEODRIVER) == nullptr) {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        SDL_Quit();
+        SDL_SetError("neither X11 nor Wayland answers");
+        return complain("no display");
+    }
+    watch_x11_keyboard();
+    watch_focus();
+    return true;
+}
+
+bool complain(const char *what) {
+    std::fprintf(stderr, "zelvo: %s: %s\n", what, SDL_GetError());
+    return false;
+}
+
+} // namespace host
