@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // zelvo: the viewer on the desktop.
+#include "command_line.h"
 #include "main_68k/start_up.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/sdl/host.h"
 #include "platform/window/windowed_host.h"
 #include "settings/environment_map.h"
-#include "words.h"
 
 #include <csignal>
 

@@ -119,7 +119,7 @@ Letter letter_o() {
     return {std::move(figure), 2.0 * outer.x};
 }
 
-// The word stands in the middle of the arc, which bulges towards the viewer. It also bulges a little between
+// The word is in the middle of the arc, which bulges towards the viewer. It also bulges a little between
 // its lower and upper line, so that reflections run across the letters instead of filling them evenly.
 std::function<Point3(const Point3 &)> bend_from(double left) {
     return [left](const Point3 &p) {

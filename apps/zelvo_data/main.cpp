@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Generates the objects and the environment map that come with the viewer.
+#include "atomic_file.h"
 #include "environment_map.h"
-#include "file_output.h"
 #include "objects.h"
 #include "platform/posix/standard_streams.h"
 

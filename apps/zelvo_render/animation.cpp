@@ -2,7 +2,7 @@
 // Writes an animation with giflib.
 #include "animation.h"
 
-#include "give_up.h"
+#include "failure.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +38,7 @@ int write_bytes(GifFileType *gif, const GifByteType *bytes, int count) {
 
 void check(int result) {
     if (result != GIF_OK) {
-        give_up("cannot write the animation");
+        fail("cannot write the animation");
     }
 }
 
@@ -74,7 +74,7 @@ void Animation::begin(const offscreen::Picture &picture) {
     int error = 0;
     gif = EGifOpen(file.stream(), write_bytes, &error);
     if (gif == nullptr) {
-        give_up("no memory for the animation");
+        fail("no memory for the animation");
     }
     EGifSetGifVersion(gif, true);
     global_palette = picture.palette;

@@ -2,7 +2,7 @@
 // An endless GIF animation, written picture by picture.
 #pragma once
 
-#include "output_file.h"
+#include "atomic_file.h"
 #include "platform/offscreen/host.h"
 
 #include <optional>
@@ -24,7 +24,7 @@ public:
 private:
     void begin(const offscreen::Picture &picture);
 
-    OutputFile file;
+    AtomicFile file;
     GifFileType *gif = nullptr;
     std::optional<host::Palette> global_palette;
     int width = 0;

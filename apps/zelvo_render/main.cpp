@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // zelvo-render: the viewer on the offscreen host, its pictures as files.
-#include "give_up.h"
+#include "failure.h"
 #include "main_68k/start_up.h"
 #include "options.h"
 #include "outputs.h"
@@ -20,7 +20,7 @@ namespace {
 /// What the run writes; finished when the program ends, which it does by exiting.
 std::optional<Outputs> outputs;
 
-/// The folders behind the volumes that the user gave none for; removed at the end.
+/// Temporary folders of the volumes for which the user gave none; removed at the end.
 std::optional<TemporaryFolder> env_folder;
 std::optional<TemporaryFolder> envarc_folder;
 
@@ -35,10 +35,10 @@ void read_input(const std::string &path, offscreen::Setup &setup) {
     std::ifstream script(path);
     // A folder opens like a file and only then cannot be read.
     if (!script || std::filesystem::is_directory(path)) {
-        give_up("cannot read " + path);
+        fail("cannot read " + path);
     }
     if (const auto error = offscreen::read_script(script, setup)) {
-        give_up(path + ":" + std::to_string(error->line) + ": " + error->message);
+        fail(path + ":" + std::to_string(error->line) + ": " + error->message);
     }
 }
 

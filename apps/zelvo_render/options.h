@@ -28,7 +28,7 @@ struct Options {
     int sheet_columns = 4;
     int from = 1;
     int every = 1;
-    /// 16.16 seconds a reading; none for the real clock.
+    /// 16.16 seconds per reading; none for the real clock.
     std::optional<ULONG> tick = offscreen::default_tick;
 };
 

@@ -2,7 +2,7 @@
 // Hands every frame and picture to the writers that want it.
 #include "outputs.h"
 
-#include "give_up.h"
+#include "failure.h"
 #include "picture_files.h"
 #include "picture_name.h"
 
@@ -19,7 +19,7 @@ Outputs::Outputs(const Options &chosen) : options(chosen), progress(chosen.passe
         std::error_code error;
         std::filesystem::create_directories(*options.chunky_folder, error);
         if (error) {
-            give_up("cannot make the folder " + *options.chunky_folder + ": " + error.message());
+            fail("cannot make the folder " + *options.chunky_folder + ": " + error.message());
         }
     }
     if (options.gif) {

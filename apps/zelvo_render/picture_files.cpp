@@ -2,20 +2,20 @@
 // Writes PGM by hand, since it is a line of text and the pixels, and PNG with libpng.
 #include "picture_files.h"
 
-#include "give_up.h"
-#include "output_file.h"
+#include "atomic_file.h"
+#include "failure.h"
 
 #include <png.h>
 
 void write_pgm(const std::string &path, const offscreen::Picture &picture) {
-    OutputFile file(path);
+    AtomicFile file(path);
     std::fprintf(file.stream(), "P5\n%d %d\n255\n", picture.width, picture.height);
     std::fwrite(picture.pixels.data(), 1, picture.pixels.size(), file.stream());
     file.complete();
 }
 
 void write_png(const std::string &path, const offscreen::Picture &picture) {
-    OutputFile file(path);
+    AtomicFile file(path);
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(picture.width);
@@ -24,7 +24,7 @@ void write_png(const std::string &path, const offscreen::Picture &picture) {
     image.colormap_entries = static_cast<png_uint_32>(picture.palette.size());
     if (png_image_write_to_stdio(&image, file.stream(), 0, picture.pixels.data(), picture.width,
                                  picture.palette.data()) == 0) {
-        give_up("cannot write " + path + ": " + image.message);
+        fail("cannot write " + path + ": " + image.message);
     }
     file.complete();
 }

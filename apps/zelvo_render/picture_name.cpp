@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Puts a pass number into a file name pattern without handing the user's text to printf.
+// Puts a pass number into a file name pattern without passing the user's text to printf.
 #include "picture_name.h"
 
 #include <cstddef>

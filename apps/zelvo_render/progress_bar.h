@@ -9,7 +9,7 @@ class ProgressBar {
 public:
     explicit ProgressBar(int all_passes);
 
-    /// Tells that this pass was shown.
+    /// Notes that this pass was shown.
     void advance_to(int pass);
 
     /// Wipes the bar away.

@@ -2,7 +2,7 @@
 // Makes and removes a temporary folder.
 #include "temporary_folder.h"
 
-#include "give_up.h"
+#include "failure.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -12,14 +12,14 @@ TemporaryFolder::TemporaryFolder() {
     const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
     std::string pattern = (parent / "zelvo-XXXXXX").string();
     if (error || mkdtemp(pattern.data()) == nullptr) {
-        give_up("cannot make a temporary folder");
+        fail("cannot make a temporary folder");
     }
     folder = pattern;
-    remove_on_giving_up(folder);
+    remove_on_failure(folder);
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code error;
     std::filesystem::remove_all(folder, error);
-    keep_on_giving_up(folder);
+    keep_on_failure(folder);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Writing whole files so that a failure never leaves a half-written one behind.
+// Writing whole files, so that a failure never leaves a half-written one.
 #pragma once
 
 #include "lwob_writer.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The write-then-rename step behind every generated file.
-#include "file_output.h"
+// Writes a file beside its name and renames it.
+#include "atomic_file.h"
 
 #include <fstream>
 #include <stdexcept>

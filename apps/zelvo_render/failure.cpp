@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Removes what is unfinished and ends the process.
-#include "give_up.h"
+#include "failure.h"
 
 #include "options.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What is not to survive giving up.
+/// What is removed on failure.
 std::set<std::string> &unfinished() {
     static std::set<std::string> paths;
     return paths;
@@ -21,7 +21,7 @@ std::set<std::string> &unfinished() {
 
 } // namespace
 
-void give_up(const std::string &why) {
+void fail(const std::string &why) {
     std::fflush(stdout);
     std::fprintf(stderr, "zelvo-render: %s\n", why.c_str());
     for (const std::string &path : unfinished()) {
@@ -32,15 +32,15 @@ void give_up(const std::string &why) {
     std::_Exit(exit_misuse);
 }
 
-void give_up_on(const std::string &path) {
+void fail_on(const std::string &path) {
     const int error = errno;
-    give_up("cannot write " + path + ": " + std::strerror(error != 0 ? error : EIO));
+    fail("cannot write " + path + ": " + std::strerror(error != 0 ? error : EIO));
 }
 
-void remove_on_giving_up(const std::string &path) {
+void remove_on_failure(const std::string &path) {
     unfinished().insert(path);
 }
 
-void keep_on_giving_up(const std::string &path) {
+void keep_on_failure(const std::string &path) {
     unfinished().erase(path);
 }

@@ -5,13 +5,13 @@
 #include <cstdio>
 #include <string>
 
-/// A file being written beside its final name. Whatever goes wrong ends the tool through give_up.
-class OutputFile {
+/// A file being written beside its final name. Whatever goes wrong ends the tool through fail.
+class AtomicFile {
 public:
-    explicit OutputFile(std::string final_path);
-    ~OutputFile();
-    OutputFile(const OutputFile &) = delete;
-    OutputFile &operator=(const OutputFile &) = delete;
+    explicit AtomicFile(std::string final_path);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile &) = delete;
+    AtomicFile &operator=(const AtomicFile &) = delete;
 
     std::FILE *stream() const { return file; }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tells the few options from the words that are files.
-#include "words.h"
+// Separates the few options from the words that are files.
+#include "command_line.h"
 
 #include "main_68k/version.h"
 
