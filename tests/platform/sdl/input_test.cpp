@@ -181,6 +181,8 @@ TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LALT);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LCTRL | KMOD_LALT);
     press(SDL_SCANCODE_W, SDLK_w, KMOD_LCTRL);
+    press(SDL_SCANCODE_Q, SDLK_q, nothing);
+    press(SDL_SCANCODE_Q, SDLK_q, KMOD_LSHIFT);
     EXPECT_EQ(host::quit_requested, 0);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_RCTRL);
     EXPECT_EQ(host::quit_requested, 1);

@@ -50,7 +50,9 @@ TEST_F(OpeningCorner, IsTheCentreWhereNoneIsRemembered) {
 
 TEST_F(OpeningCorner, IsOnTheFirstMonitorWhereTheRememberedOneHasGone) {
     expect_corner({3, {0, 0}, std::nullopt}, {320, 256}, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
-    expect_corner({3, {0, 0}, SDL_Point{5000, 10}}, {320, 256}, 704, 10);
+    for (const int gone : {1, 3}) {
+        expect_corner({gone, {0, 0}, SDL_Point{5000, 10}}, {320, 256}, 704, 10);
+    }
 }
 
 TEST_F(OpeningCorner, LeavesRoomForATitle) {
