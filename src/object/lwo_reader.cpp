@@ -135,8 +135,6 @@ void measure_unread(const BytesRead &bytes_read) {
              std::span(polygon_chunk.get(), static_cast<std::size_t>(reached_words))) {
             reached_points = std::max(reached_points, word + 1);
         }
-        // Unread words are zeros, which are the index of point 0.
-        reached_points = std::max(reached_points, 1);
     }
     unread_points = std::max(point_count() - reached_points, 0);
 }
@@ -144,12 +142,12 @@ void measure_unread(const BytesRead &bytes_read) {
 } // namespace
 
 void read_object(std::FILE *file) {
-    if (!is_lwob_form(file)) {
-        std::fclose(file);
+    const bool is_object = is_lwob_form(file);
+    const BytesRead bytes_read = is_object ? read_chunks(file) : BytesRead{};
+    std::fclose(file);
+    if (!is_object) {
         fatal_exit("This is not a(n) LW object\n");
     }
-    const BytesRead bytes_read = read_chunks(file);
-    std::fclose(file);
     if (polygon_chunk_bytes == 0 || point_chunk_bytes == 0) {
         fatal_exit("nincs polygon az objektben!\n");
     }

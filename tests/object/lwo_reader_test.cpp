@@ -81,6 +81,24 @@ TEST_F(LwoReader, BytesAreTakenInTheFilesOrder) {
     EXPECT_EQ(polygon_words(), (std::vector<std::uint16_t>{0x0102, 0x8004}));
 }
 
+TEST_F(LwoReader, StopsAtAChunkOfNegativeSizeEvenWhereTheFileGoesOn) {
+    if constexpr (sizeof(long) == 4) {
+        GTEST_SKIP() << "no file is that large here";
+    }
+    const std::string start =
+        form("LWOB", one_point + one_polygon) + "SRFS" + std::string("\x80\x00\x00\x00", 4);
+    const std::string path = files.write("object.lwo", start);
+    // The 2 GB in between take no room.
+    std::FILE *file = std::fopen(path.c_str(), "r+b");
+    ASSERT_NE(file, nullptr);
+    ASSERT_EQ(std::fseek(file, static_cast<long>(start.size() + 0x80000000), SEEK_SET), 0);
+    const std::string other_point = points({9, 9, 9});
+    ASSERT_EQ(std::fwrite(other_point.data(), 1, other_point.size(), file), other_point.size());
+    ASSERT_EQ(std::fclose(file), 0);
+    read_object(std::fopen(path.c_str(), "rb"));
+    expect_point(0, 1, 2, 3);
+}
+
 TEST_F(LwoReader, ThreePointsGiveArraysOfThreeZeroedRecords) {
     read(object_file({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}, {3, 0, 1, 2, 1}));
     EXPECT_EQ(point_chunk_bytes, 36);

@@ -161,6 +161,13 @@ INSTANTIATE_TEST_SUITE_P(Claims, UnreadPoints,
                                          PointCase{950, 48, {4, 0, 1, 899, 3, 1, 3, 7, 3, 3, 1}},
                                          PointCase{5000, 48, two_triangles}));
 
+TEST_F(UnreadChunks, OfPointsThatNoPolygonNamesAreDrawnLikeZeros) {
+    const auto object = [](bool is_whole) {
+        return form("LWOB", chunk("POLS", "x") + claiming("PNTS", 300 * 12, "", is_whole));
+    };
+    expect_equal(object(false), object(true));
+}
+
 /// Claimed bytes of the polygon list, and its words.
 using WordCase = std::tuple<std::uint32_t, std::vector<std::uint16_t>, std::size_t>;
 class UnreadPolygons : public UnreadChunks, public testing::WithParamInterface<WordCase> {};
