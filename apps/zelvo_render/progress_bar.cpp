@@ -27,7 +27,8 @@ void ProgressBar::advance_to(int pass) {
     next_drawing = Clock::now() + interval;
     is_drawn = true;
     const auto filled = static_cast<std::size_t>(std::int64_t{bar_width} * pass / passes);
-    const std::string bar = std::string(filled, '#') + std::string(bar_width - filled, '.');
+    std::string bar(bar_width, '.');
+    bar.replace(0, filled, filled, '#');
     std::fprintf(stderr, "\r[%s] pass %d of %d", bar.c_str(), pass, passes);
 }
 

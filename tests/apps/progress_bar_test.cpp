@@ -13,9 +13,9 @@ namespace {
 class RenderProgress : public RenderTest {
 protected:
     /// A run that is far too long, and what happens to it while it runs.
-    ToolRun long_run(const std::function<void(pid_t)> &meanwhile,
-                     const std::string &error_device = {}) const {
-        return run_tool("zelvo-render", cube_arguments({"--passes", "2000000000"}),
+    ToolRun long_run(const std::function<void(pid_t)> &meanwhile, const std::string &error_device = {},
+                     const std::string &passes = "2000000000") const {
+        return run_tool("zelvo-render", cube_arguments({"--passes", passes}),
                         {work.folder(), temporary.folder(), meanwhile, {}, error_device});
     }
 };
@@ -57,6 +57,31 @@ TEST_F(RenderProgress, IsDrawnOnATerminalAndWipedAway) {
     EXPECT_TRUE(std::regex_match(shown, std::regex("(" + bar + ")+\r\033\\[Kend"))) << shown;
     close(other_side);
     close(terminal);
+}
+
+TEST_F(RenderProgress, GrowsWithThePasses) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
+    const std::string name = ptsname(terminal);
+    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    // A bar a tenth of a second, and a hash of the forty every 10,000 passes.
+    std::string shown;
+    long_run(
+        [&](pid_t process) {
+            while (shown.find('#') == std::string::npos) {
+                shown = shown_until(terminal, std::regex(R"(\] pass \d+ of)"));
+            }
+            kill(process, SIGTERM);
+        },
+        name, "400000");
+    close(other_side);
+    close(terminal);
+    std::smatch parts;
+    ASSERT_TRUE(std::regex_search(shown, parts, std::regex(R"(\[(#+)(\.+)\] pass (\d+) of)"))) << shown;
+    EXPECT_EQ(parts[1].length(), std::stoi(parts[3]) / 10000);
+    EXPECT_EQ(parts[1].length() + parts[2].length(), 40);
 }
 
 TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
