@@ -251,6 +251,22 @@ TEST_F(RenderPictures, TakePlacesOfTheFirstOnesSizeOnASheet) {
     EXPECT_TRUE(sheet.pixels == expected);
 }
 
+TEST_F(RenderPictures, AreWholeOnASheet) {
+    // A picture so low that its text reaches its last row.
+    const ToolRun run = render({object("cube"), "--envmap", test_file("golden/envmap.chunky"), "--size",
+                                "100x11", "--png", "frame-%d.png", "--sheet", "sheet.png", "--from", "1"});
+    EXPECT_EQ(run.exit_code, 0);
+    const IndexedPicture single = png("frame-1.png");
+    const IndexedPicture sheet = png("sheet.png");
+    ASSERT_EQ(sheet.height, 4 + 11 + 4);
+    int texts = 0;
+    for (int x = 0; x < 100; ++x) {
+        EXPECT_EQ(sheet.at(4 + x, 4 + 10), single.at(x, 10)) << x;
+        texts += single.at(x, 10) != 0 ? 1 : 0;
+    }
+    EXPECT_GT(texts, 0);
+}
+
 TEST_F(RenderPictures, MakeASheetNoWiderThanTheyAreMany) {
     expect_cube_run(render_cube({"--passes", "2", "--sheet", "sheet.png"}), 2);
     EXPECT_EQ(png("sheet.png").width, 4 + 2 * 104);

@@ -42,6 +42,7 @@ TEST_F(RenderRefuses, OptionsThatMakeNoSense) {
         {"--png", "frame.png", "--passes", "3", "--from", "2"},
         {"--png", "frame-%s.png"},
         {"--png", "frame-%.png"},
+        {"--png", "frame-%d%.png"},
         {"--png", "frame-%d-%d.png"},
         {"--png", "frame-%n.png"},
         {"--png", "frame-%5.5d.png"},
