@@ -239,6 +239,19 @@ class Display:
         values = dict(line.split("=") for line in answer.split())
         return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
+    def end_of(self, window):
+        """The first column and the first row beyond the window and its frame."""
+
+        def answer(*command):
+            return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=True).stdout
+
+        frame = re.findall(r"\d+", answer("xprop", "-id", str(window), "_NET_FRAME_EXTENTS").split("=")[1])
+        place = answer("xwininfo", "-id", str(window))
+        x, y, width, height = (
+            int(re.search(name + r": +(-?\d+)", place)[1]) for name in ("Absolute.*X", "Absolute.*Y", "Width", "Height")
+        )
+        return x + width + int(frame[1]), y + height + int(frame[3])
+
     def wait_until_pointer_is_held(self, window):
         """The viewer takes the pointer in a pass of its own; its title then says how to free it."""
         wait_until(lambda: POINTER_HINT in self.name_of(window), "the pointer to be held")

@@ -186,6 +186,15 @@ class Layout(desktop.Case):
                 self.press_letters_by_place()
                 self.quit(viewer)
 
+    def test_caps_lock_and_shift_count_by_place(self):
+        self.set_layout("ru")
+        self.write_settings()
+        viewer, _ = self.start_viewing()
+        # Shift with a digit's place is no digit. A letter under Caps Lock is a capital, which saves for good.
+        self.display.key(f"shift+{KEY_1}", "Caps_Lock", KEY_S, "Caps_Lock")
+        self.wait_for_settings(self.envarc_file)
+        self.quit(viewer)
+
     def test_letters_are_taken_by_place_while_a_second_layout_is_chosen(self):
         self.set_layout("-layout", "us,ru", "-option", "grp:sclk_toggle")
         self.write_settings()

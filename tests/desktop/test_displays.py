@@ -112,6 +112,16 @@ class Wayland(wayland.Case):
         self.display.process.kill()
         self.assert_ends_well(viewer)
 
+    def test_a_compositor_that_goes_away_after_a_requester(self):
+        """The toolkit has a connection of its own by then, and would end the process."""
+        viewer = self.start_on_the_object()
+        self.wait_until_viewing(viewer)
+        self.open_requester("t")
+        self.close_requester("Escape")
+        self.wait_until_viewing(viewer)
+        self.display.process.kill()
+        self.assert_ends_well(viewer)
+
 
 if __name__ == "__main__":
     unittest.main()

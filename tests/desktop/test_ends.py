@@ -175,7 +175,8 @@ class CommandLine(unittest.TestCase):
             self.assertEqual(self.run_viewer("--", name), self.NO_OBJECT)
 
     def test_other_words_are_file_names(self):
-        for words in (["missing.lwo"], ["FILE=--missing"], ["file", "missing.lwo"], ["FILE", "--version"], [""]):
+        missing = "missing.lwo"
+        for words in ([missing], ["FILE=--missing"], ["file", missing], ["FILE", "--version"], ["File", "-h"], [""]):
             self.assertEqual(self.run_viewer(*words), self.NO_FILE, words)
         self.make("knot.lwo")
         for words in (["knot.lwo"], ["FILE=knot.lwo"], ["file", "knot.lwo"]):
@@ -183,7 +184,8 @@ class CommandLine(unittest.TestCase):
 
     def test_any_other_number_of_words_asks_for_the_object(self):
         self.make("a", "b")
-        for words in ([], ["--"], ["a", "b"], ["--", "a", "b"], ["a", "--", "b"], ["FILE"], ["FILE", "a", "b"]):
+        others = ([], ["--"], ["a", "b"], ["--", "a", "b"], ["a", "--", "b"], ["FILE"], ["FILE", "a", "b"], ["?", "a"])
+        for words in others:
             code, out, _ = self.run_viewer(*words)
             self.assertEqual((code, out), (20, "No filename given\n"), words)
 

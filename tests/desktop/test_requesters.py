@@ -181,6 +181,8 @@ class Files(Requesters):
         self.assertEqual(self.env_file.read_text(), desktop.settings(envmap=other))
 
     def test_t_confirmed_at_once_takes_the_initial_file(self):
+        # The requester does not begin with the first file that there is.
+        desktop.write_texture(self.work / "A.chunky")
         viewer, _ = self.start_viewing()
         self.display.key("t")
         self.display.wait_for(TEXTURE_TITLE)

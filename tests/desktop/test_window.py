@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """How the picture stands in the window, and how the window gets on with the desktop."""
 
+import pathlib
+import re
 import subprocess
 import unittest
 
@@ -205,6 +207,12 @@ class Scaling(desktop.Case):
     def test_a_display_that_refuses_opengl_shows_the_same(self):
         self.assert_shows_doubled(LIBGL_ALWAYS_INDIRECT="1")
 
+    def test_the_software_renderer_loads_no_opengl(self):
+        viewer, _ = self.start_viewing(SDL_RENDER_DRIVER="software")
+        loaded = pathlib.Path(f"/proc/{viewer.process.pid}/maps").read_text()
+        self.assertEqual(re.findall(r"\S*/libGL\S*", loaded), [])
+        self.quit(viewer)
+
     def test_the_software_renderer_needs_no_opengl(self):
         self.assert_shows_doubled(LIBGL_ALWAYS_INDIRECT="1", SDL_RENDER_DRIVER="software")
 
@@ -350,6 +358,21 @@ class Focus(desktop.Case):
         self.display.xdotool("click", 1)
         self.assert_ends_well(self.viewer)
 
+    def test_a_key_that_is_held_when_the_focus_comes_is_no_command(self):
+        self.open_other_window()
+        self.display.wait_until_pointer_is_free(self.window)
+        self.display.xdotool("keydown", "1")
+        self.display.xdotool("windowactivate", "--sync", self.window)
+        self.display.wait_for(desktop.VIEWER_TITLE)
+        # Long enough for a held key to repeat.
+        desktop.time.sleep(1.5)
+        self.display.xdotool("keyup", "1")
+        # Released, it is a key like any other.
+        self.display.key("1", "p", "s")
+        desktop.wait_until(lambda: "dots: 1" in self.env_file.read_text(), "the saved settings")
+        self.assertEqual(self.env_file.read_text(), desktop.settings(dots=1, gammas="0.900000 1.000000 1.000000"))
+        self.quit(self.viewer)
+
     def test_the_double_click_that_brings_the_focus_back_is_no_command(self):
         self.open_other_window()
         self.display.wait_until_pointer_is_free(self.window)
@@ -407,6 +430,26 @@ class Place(desktop.Case):
         for width in (None, 400, 320):
             window = self.change_mode(width)
             self.place_soon(window, (*first[:2], width or 320, 256))
+        self.quit(viewer)
+
+    def test_a_window_fits_with_its_frame(self):
+        self.write_settings()
+        viewer, window = self.start_viewing()
+        self.display.xdotool("windowmove", "--sync", window, 1100, 900)
+        window = self.change_mode(400)
+        desktop.wait_until(lambda: self.display.end_of(window) == (1280, 1024), "the window in the display's corner")
+        self.quit(viewer)
+
+    def test_a_maximised_window_leaves_the_next_one_in_the_centre(self):
+        self.write_settings()
+        viewer, window = self.start_viewing()
+        self.display.change_state(window, "add", "maximized_vert", "maximized_horz")
+        desktop.wait_until(lambda: self.display.place_of(window)[2] > 1000, "the maximised window")
+        window = self.change_mode()
+        x, y, width, height = self.display.place_of(window)
+        self.assertEqual((width, height), (320, 256))
+        self.assertAlmostEqual(x + width / 2, 640, delta=60)
+        self.assertAlmostEqual(y + height / 2, 512, delta=60)
         self.quit(viewer)
 
     def test_a_larger_window_is_moved_so_far_that_it_fits(self):

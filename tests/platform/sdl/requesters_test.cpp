@@ -181,7 +181,7 @@ TEST_F(Requesters, TellOfTheFirstFailedSaveAlone) {
     desktop::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     desktop::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     const std::string errors = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(notices.size(), 1U);
+    ASSERT_EQ(notices.size(), 1U);
     EXPECT_NE(errors.find("zelvo: ENV:Zelvo.vars was not saved: "), std::string::npos) << errors;
     EXPECT_NE(errors.find("zelvo: ENVARC:Zelvo.vars was not saved: "), std::string::npos) << errors;
     EXPECT_EQ(errors.find("zelvo: " + notices[0]), 0U);
