@@ -29,7 +29,7 @@ std::deque<IntuiMessage> waiting;
 /// Whether a frame was written that the window does not show yet.
 bool picture_due = false;
 
-/// Whether the program was sent the Esc that a wish to quit becomes.
+/// Whether the program was sent the Esc that a wish to quit becomes, on the present screen.
 bool is_escape_sent = false;
 
 /// Mode and size of the screen that was opened last, or what a first start suggests.
@@ -81,6 +81,7 @@ bool show_screen(const host::ScreenRequest &screen) {
 void hide_screen() {
     close_picture_window();
     picture_due = false;
+    is_escape_sent = false;
 }
 
 void report_no_memory(const char *what, int width, int height) {

@@ -2,8 +2,11 @@
 // The program's system calls on the desktop, on SDL's driver without a display.
 #include "platform/dos.h"
 #include "platform/intuition.h"
-#include "platform/sdl/picture_window.h"
-#include "platform/sdl/state.h"
+#include "platform/sdl/host.h"
+#include "platform/sdl/sdl_window.h"
+#include "platform/shared/hooks.h"
+#include "platform/window/picture_window.h"
+#include "platform/window/windowed_host.h"
 
 #include <SDL.h>
 #include <array>
@@ -25,15 +28,16 @@ protected:
     void SetUp() override {
         setenv("SDL_VIDEODRIVER", "dummy", 1);
         setenv("SDL_RENDER_DRIVER", "software", 1);
-        desktop::state = {};
+        host::state = {};
         library = OpenLibrary("intuition.library", 39);
     }
 
     void TearDown() override {
         close();
         CloseLibrary(library);
-        desktop::quit_requested = 0;
-        desktop::state = {};
+        host::quit_requested = 0;
+        host::settings_path.clear();
+        host::state = {};
         unsetenv("SDL_RENDER_DRIVER");
     }
 
@@ -50,7 +54,8 @@ protected:
     void open(ULONG mode = 1) {
         screen = open_screen(mode, width, height);
         ASSERT_NE(screen, nullptr);
-        window = OpenWindowTagList(nullptr, nullptr);
+        const std::array<TagItem, 2> tags{{{WA_CustomScreen, tag_pointer(screen)}, {TAG_DONE, 0}}};
+        window = OpenWindowTagList(nullptr, tags.data());
         ASSERT_NE(window, nullptr);
         std::vector<ULONG> table{256U << 16};
         for (ULONG level = 0; level < 256; ++level) {
@@ -93,7 +98,7 @@ protected:
         return taken;
     }
 
-    static SDL_Renderer *renderer() { return SDL_GetRenderer(desktop::picture_window()); }
+    static SDL_Renderer *renderer() { return SDL_GetRenderer(host::picture_window()); }
 
     /// The window's top left pixel, as 0xRRGGBB.
     static std::uint32_t shown() {
@@ -205,7 +210,7 @@ TEST_F(Calls, TheBufferThatWasChangedToIsShown) {
 
 TEST_F(Calls, AWishToQuitArrivesAsOneEscape) {
     open();
-    desktop::request_quit();
+    host::request_quit();
     write_frame(0);
     EXPECT_EQ(messages(), escape);
     write_frame(0);
@@ -228,7 +233,7 @@ TEST_F(Calls, EventsThatWaitAndThoseThatAreHeldGoWithTheirWindow) {
     write_frame(0);
     EXPECT_NE(GetMsg(window->UserPort), nullptr);
     close();
-    EXPECT_EQ(desktop::state.held.size(), 0U);
+    EXPECT_EQ(host::state.messages.size(), 0U);
     open();
     EXPECT_EQ(messages(), Events{});
 }
@@ -236,14 +241,14 @@ TEST_F(Calls, EventsThatWaitAndThoseThatAreHeldGoWithTheirWindow) {
 TEST_F(Calls, ARequesterIsCancelledByAWishToQuitAndByTheEndOfTheDisplayServer) {
     open();
     drop_events();
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::wait);
+    EXPECT_EQ(host::order_to_requester(), host::Order::wait);
     add(SDL_QUIT);
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::cancel);
-    desktop::quit_requested = 0;
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::wait);
-    desktop::request_quit();
+    EXPECT_EQ(host::order_to_requester(), host::Order::cancel);
+    host::quit_requested = 0;
+    EXPECT_EQ(host::order_to_requester(), host::Order::wait);
+    host::request_quit();
     add(SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_GAINED);
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::cancel);
+    EXPECT_EQ(host::order_to_requester(), host::Order::cancel);
 }
 
 TEST_F(Calls, ARequesterComesForwardOnceWhenTheViewerGetsTheFocus) {
@@ -251,20 +256,21 @@ TEST_F(Calls, ARequesterComesForwardOnceWhenTheViewerGetsTheFocus) {
     drop_events();
     add(SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_GAINED);
     add(SDL_WINDOWEVENT, SDL_WINDOWEVENT_MOVED);
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::come_forward);
-    EXPECT_EQ(desktop::order_to_requester(), desktop::Order::wait);
+    EXPECT_EQ(host::order_to_requester(), host::Order::come_forward);
+    EXPECT_EQ(host::order_to_requester(), host::Order::wait);
 }
 
 TEST_F(Calls, TheRequesterForAModeBeginsWithTheScreenThatWasOpenedLast) {
     open(3);
-    EXPECT_EQ(desktop::state.current.mode_id, 3U);
-    EXPECT_EQ(desktop::state.current.width, 160U);
-    EXPECT_EQ(desktop::state.current.height, 120U);
+    const ScreenModeRequester initial = host::hooks.initial_mode();
+    EXPECT_EQ(initial.sm_DisplayID, 3U);
+    EXPECT_EQ(initial.sm_DisplayWidth, 160U);
+    EXPECT_EQ(initial.sm_DisplayHeight, 120U);
     close();
     testing::internal::CaptureStderr();
     EXPECT_EQ(open_screen(9, 320, 256), nullptr);
     testing::internal::GetCapturedStderr();
-    EXPECT_EQ(desktop::state.current.mode_id, 3U);
+    EXPECT_EQ(host::hooks.initial_mode().sm_DisplayID, 3U);
 }
 
 TEST_F(Calls, WhatNoScreenCanHaveIsNamed) {
@@ -303,7 +309,7 @@ TEST_F(Calls, TheDrawingContextKeepsPenModeAndPlace) {
 }
 
 TEST_F(Calls, TheObjectsNameHasNoBlanks) {
-    desktop::set_up({{"my objects/a%20b.lwo"}, {}});
+    sdl::set_up({{"my objects/a%20b.lwo"}, {}});
     std::array<ArgumentSlot, 1> slots{};
     RDArgs *arguments = ReadArgs("FILE/A", slots.data(), nullptr);
     ASSERT_NE(arguments, nullptr);
@@ -324,12 +330,12 @@ TEST_F(Calls, OnlyASettingsFileThatIsLoadedIsRemembered) {
     std::FILE *file = open_file("ENVARC:Zelvo.vars", "w");
     ASSERT_NE(file, nullptr);
     std::fclose(file);
-    EXPECT_EQ(desktop::state.settings_path, "");
+    EXPECT_EQ(host::settings_path, "");
     for (const char *name : {"ENVARC:Zelvo.vars", texture.c_str()}) {
         file = open_file(name, "r");
         ASSERT_NE(file, nullptr);
         std::fclose(file);
-        EXPECT_EQ(desktop::state.settings_path, settings);
+        EXPECT_EQ(host::settings_path, settings);
     }
     unsetenv("XDG_CONFIG_HOME");
     std::filesystem::remove_all(folder);
@@ -361,7 +367,7 @@ TEST_F(Calls, APassThatNobodySeesIsNotShownAndTakesAQuarterOfASecond) {
     write_frame(0);
     messages();
     paint_over(0x123456);
-    SDL_HideWindow(desktop::picture_window());
+    SDL_HideWindow(host::picture_window());
     // An event would end the wait.
     SDL_PumpEvents();
     drop_events();
@@ -374,16 +380,16 @@ TEST_F(Calls, APassThatNobodySeesIsNotShownAndTakesAQuarterOfASecond) {
 }
 
 bool is_hidden() {
-    return (SDL_GetWindowFlags(desktop::picture_window()) & SDL_WINDOW_HIDDEN) != 0;
+    return (SDL_GetWindowFlags(host::picture_window()) & SDL_WINDOW_HIDDEN) != 0;
 }
 
 TEST_F(Calls, AFullScreenMakesRoomForARequesterAndAWindowStays) {
     for (const ULONG mode : {0, 1}) {
         open(mode);
         EXPECT_FALSE(is_hidden());
-        desktop::yield_to_requester(false);
+        host::make_room_for_requester();
         EXPECT_EQ(is_hidden(), mode == 0);
-        desktop::yield_to_requester(true);
+        host::return_from_requester();
         EXPECT_FALSE(is_hidden());
         close();
     }

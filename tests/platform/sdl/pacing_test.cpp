@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How passes are spread over time. A busy machine makes them later, never earlier.
-#include "platform/sdl/pacing.h"
+#include "platform/window/pacing.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ void come_late() {
 Seconds time_of_passes(int passes, bool presenting_waits) {
     const auto start = Clock::now();
     for (int pass = 0; pass < passes; ++pass) {
-        desktop::wait_for_refresh(rate, presenting_waits);
+        host::wait_for_refresh(rate, presenting_waits);
     }
     return Clock::now() - start;
 }

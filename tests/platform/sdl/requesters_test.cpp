@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What requesters begin with and what becomes of their answers, with a stand-in for the desktop's toolkit.
-#include "platform/sdl/requesters.h"
+#include "platform/window/requesters.h"
 
 #include "platform/asl.h"
 #include "platform/sdl/failed_saves.h"
-#include "platform/sdl/state.h"
+#include "platform/shared/hooks.h"
 
 #include <array>
 #include <cerrno>
@@ -24,16 +24,16 @@ namespace {
 bool has_toolkit = false;
 
 /// What the requesters were asked to show, and what the user answers.
-desktop::FileQuestion file_question;
+host::FileQuestion file_question;
 std::optional<std::string> file_answer;
-std::vector<desktop::ModeName> modes_offered;
-desktop::ModeQuestion mode_question{};
-std::optional<desktop::ModeQuestion> mode_answer;
+std::vector<host::ModeName> modes_offered;
+host::ModeQuestion mode_question{};
+std::optional<host::ModeQuestion> mode_answer;
 std::vector<std::string> notices;
 
 } // namespace
 
-namespace desktop {
+namespace host {
 
 bool can_show_requesters() {
     return has_toolkit;
@@ -57,7 +57,7 @@ void show_notice(const std::string &, const std::string &text, const WhileOpen &
     notices.push_back(text);
 }
 
-} // namespace desktop
+} // namespace host
 
 namespace {
 
@@ -70,7 +70,7 @@ protected:
         before = fs::current_path();
         fs::current_path(root);
         has_toolkit = true;
-        desktop::state = {};
+        host::state = {};
     }
 
     void TearDown() override {
@@ -79,7 +79,7 @@ protected:
         has_toolkit = false;
         file_answer.reset();
         mode_answer.reset();
-        desktop::state = {};
+        host::state = {};
     }
 
     /// Shows a file requester; whether it was confirmed.
@@ -157,7 +157,9 @@ TEST_F(Requesters, KnowWhyAFileCannotBeOpened) {
 }
 
 TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
-    desktop::state.current = {3, 640, 480};
+    setenv("SDL_VIDEODRIVER", "dummy", 1);
+    ASSERT_TRUE(host::hooks.show_screen({3, 640, 480, "title"}));
+    host::hooks.hide_screen();
     auto *requester = static_cast<ScreenModeRequester *>(AllocAslRequest(ASL_ScreenModeRequest, nullptr));
     EXPECT_EQ(AslRequest(requester, nullptr), FALSE);
     ASSERT_EQ(modes_offered.size(), 5U);
@@ -168,7 +170,7 @@ TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
     EXPECT_EQ(requester->sm_DisplayID, 3U);
     EXPECT_EQ(requester->sm_DisplayWidth, 640U);
     EXPECT_EQ(requester->sm_DisplayHeight, 480U);
-    mode_answer = desktop::ModeQuestion{1, 320, 256};
+    mode_answer = host::ModeQuestion{1, 320, 256};
     EXPECT_NE(AslRequest(requester, nullptr), FALSE);
     EXPECT_EQ(requester->sm_DisplayID, 1U);
     EXPECT_EQ(requester->sm_DisplayWidth, 320U);
@@ -178,8 +180,8 @@ TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
 
 TEST_F(Requesters, TellOfTheFirstFailedSaveAlone) {
     testing::internal::CaptureStderr();
-    desktop::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
-    desktop::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
+    host::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
+    host::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     const std::string errors = testing::internal::GetCapturedStderr();
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_NE(errors.find("zelvo: ENV:Zelvo.vars was not saved: "), std::string::npos) << errors;
