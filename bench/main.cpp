@@ -17,7 +17,7 @@
 #include "platform/shared/bitmap.h"
 #include "raster/dots.h"
 #include "raster/face_loops.h"
-#include "simd/instruction_sets.h"
+#include "support/instruction_sets.h"
 
 #include <algorithm>
 #include <array>

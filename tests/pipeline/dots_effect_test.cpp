@@ -4,10 +4,10 @@
 
 #include "pipeline/sine_table.h"
 #include "raster/dots.h"
-#include "raster/plain_dot_plotter.h"
 #include "support/frame_copies.h"
 #include "support/model_builder.h"
-#include "support/plain_conversion.h"
+#include "support/reference_conversion.h"
+#include "support/reference_dot_plotter.h"
 
 #include <gtest/gtest.h>
 
@@ -54,17 +54,17 @@ Point turned(const Point &p, double a, double b, double c) {
 }
 
 /// The effect's frame for the state as it is, and how many dots it has.
-std::vector<std::uint8_t> plain_effect(int &dots_plotted) {
+std::vector<std::uint8_t> reference_effect(int &dots_plotted) {
     std::vector<std::uint8_t> frame(frame_pixels());
-    const std::vector<std::uint8_t> sprite = plain_sprite();
-    const PlainDots dots{frame_width, frame_height, frame, sprite,
-                         viewer.clear_style == 0 ? viewer.dot_lum : viewer.dot_lum_in_blur};
+    const std::vector<std::uint8_t> sprite = reference_sprite();
+    const ReferenceDots dots{frame_width, frame_height, frame, sprite,
+                             viewer.clear_style == 0 ? viewer.dot_lum : viewer.dot_lum_in_blur};
     const double spin = viewer.spin_angle;
     dots_plotted = 0;
     for (double t = -40.0; t < 40.0; t += 0.035) {
-        const std::int64_t a = plain_int(t * 2048.0);
-        const std::int64_t e = plain_int(t * 2048.0 / 80.0);
-        const std::int64_t b = plain_int(t * 2048.0 / 80.0 * spin * 0.0625);
+        const std::int64_t a = reference_int(t * 2048.0);
+        const std::int64_t e = reference_int(t * 2048.0 / 80.0);
+        const std::int64_t b = reference_int(t * 2048.0 / 80.0 * spin * 0.0625);
         const float x = 90.0F * table_sine(a) * table_sine(e + 1024);
         const float y = 90.0F * table_sine(a + 1024) * table_sine(e + 1024);
         const float z = 90.0F * table_sine(b);
@@ -104,7 +104,7 @@ TEST_F(DotsEffect, MatchesItsFormulasDotByDot) {
         blank_frame();
         draw_dots_effect();
         int dots_plotted = 0;
-        const std::vector<std::uint8_t> expected = plain_effect(dots_plotted);
+        const std::vector<std::uint8_t> expected = reference_effect(dots_plotted);
         EXPECT_EQ(dots_plotted, 2286);
         EXPECT_TRUE(frame_bytes() == expected) << "spin " << spin << ", tilt " << tilt_x << ", " << tilt_y;
     }
@@ -118,7 +118,7 @@ TEST_F(DotsEffect, FillsFramesOfAnySize) {
         viewer.clear_style = 2;
         draw_dots_effect();
         int dots_plotted = 0;
-        EXPECT_TRUE(frame_bytes() == plain_effect(dots_plotted)) << width << " x " << height;
+        EXPECT_TRUE(frame_bytes() == reference_effect(dots_plotted)) << width << " x " << height;
         EXPECT_FALSE(lit_rows().empty());
     }
 }

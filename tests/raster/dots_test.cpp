@@ -3,9 +3,9 @@
 #include "raster/dots.h"
 
 #include "object/model.h"
-#include "raster/plain_dot_plotter.h"
 #include "support/frame_copies.h"
 #include "support/model_builder.h"
+#include "support/reference_dot_plotter.h"
 
 #include <gtest/gtest.h>
 
@@ -73,7 +73,7 @@ TEST_F(DotSprite, LastRowAndColumnAndTheCornersStayZero) {
 
 TEST_F(DotSprite, IsAConeEverywhere) {
     build_dot_image();
-    const std::vector<std::uint8_t> expected = plain_sprite();
+    const std::vector<std::uint8_t> expected = reference_sprite();
     EXPECT_EQ(std::vector<std::uint8_t>(dot_image.get(), dot_image.get() + 64 * 64), expected);
 }
 
@@ -265,7 +265,7 @@ TEST_F(PlotDot, HostileNumbersStayOnTheDrawnRows) {
     EXPECT_LE(rows.back(), 54);
 }
 
-TEST_F(PlotDot, RandomDotsMatchAPlainWalk) {
+TEST_F(PlotDot, RandomDotsMatchTheReferenceWalk) {
     std::mt19937 random(67);
     const auto between = [&random](float low, float high) {
         return std::uniform_real_distribution<float>(low, high)(random);
@@ -293,6 +293,32 @@ TEST_F(PlotDot, RandomDotsMatchAPlainWalk) {
     }
 }
 
+TEST_F(PlotDot, MatchesTheReferenceWalkAtEveryEdgeOfTheFrame) {
+    build_dot_image();
+    const std::vector<std::uint8_t> sprite = reference_sprite();
+    for (const float s : {0.3F, 0.49F, 0.5F, 0.51F, 1.0F, 1.7F, 3.27F, 8.0F, 40.0F, 300.0F}) {
+        for (const float x : {-310.2F, -9.0F, -0.6F, 0.0F, 0.4F, 7.3F, 50.5F, 99.9F, 101.0F, 390.7F}) {
+            for (const float y : {-305.0F, -2.2F, 5.9F, 6.0F, 34.75F, 54.0F, 59.5F, 340.1F}) {
+                set_pixels(10);
+                std::vector<std::uint8_t> expected = frame_bytes();
+                walk_dot({100, 60, expected, sprite, viewer.dot_lum}, x, y, s);
+                plot_dot(x, y, s);
+                EXPECT_EQ(frame_bytes(), expected) << x << ' ' << y << ' ' << s;
+            }
+        }
+    }
+}
+
+TEST_F(PlotDot, DrawsNothingFarOutsideTheFrame) {
+    set_sprite(255);
+    for (const float far : {4e9F, -4e9F, 1e30F, -1e30F}) {
+        plot_dot(far, 15, 2);
+        plot_dot(15, far, 2);
+        plot_dot(far, far, 0.01F);
+        EXPECT_EQ(frame_bytes(), black()) << far;
+    }
+}
+
 TEST_F(DotsOverlay, PlotsADotOnePixelBelowEveryPointLargerWhereItIsNearer) {
     build_dot_image();
     set_model(std::vector<Vec3>(3), {});
@@ -302,8 +328,8 @@ TEST_F(DotsOverlay, PlotsADotOnePixelBelowEveryPointLargerWhereItIsNearer) {
     draw_dots_overlay();
 
     std::vector<std::uint8_t> expected = black();
-    const std::vector<std::uint8_t> sprite = plain_sprite();
-    const PlainDots dots{100, 60, expected, sprite, 25600};
+    const std::vector<std::uint8_t> sprite = reference_sprite();
+    const ReferenceDots dots{100, 60, expected, sprite, 25600};
     walk_dot(dots, 20, 21, 2);
     walk_dot(dots, 70.25F, 31.5F, 4);
     walk_dot(dots, 40, 41, 1);

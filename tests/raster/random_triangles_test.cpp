@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Compares the triangle fillers with a plain walk on thousands of random triangles, and makes sure that
+// Compares the triangle fillers with the reference walk on thousands of random triangles, and makes sure that
 // hostile ones stay inside the frame.
-#include "raster/plain_triangle_walker.h"
+#include "raster/reference_triangle_walker.h"
 #include "raster/texture_map.h"
 #include "support/frame_copies.h"
 #include "support/model_builder.h"
@@ -65,7 +65,7 @@ protected:
     void compare(int triangles, const std::function<TriangleParams()> &next) {
         int drawn = 0;
         for (const FillerUnderTest &filler : fillers) {
-            PlainFrame expected(width, height);
+            ReferenceFrame expected(width, height);
             blank_frame();
             for (int i = 0; i < triangles; ++i) {
                 const TriangleParams given = next();
@@ -80,7 +80,7 @@ protected:
                 ASSERT_EQ(block, expected_block) << filler.name;
                 if (i % 16 == 15) {
                     blank_frame();
-                    expected = PlainFrame(width, height);
+                    expected = ReferenceFrame(width, height);
                 }
             }
         }
@@ -92,45 +92,45 @@ protected:
 
 } // namespace
 
-TEST_F(RandomTriangles, OnTheFrameMatchAPlainWalk) {
+TEST_F(RandomTriangles, OnTheFrameMatchTheReferenceWalk) {
     compare(2000, [this] {
         return at([this] { return between(0, width - 1); }, [this] { return between(0, height - 1); });
     });
 }
 
-TEST_F(RandomTriangles, AcrossTheFramesSidesMatchAPlainWalk) {
+TEST_F(RandomTriangles, AcrossTheFramesSidesMatchTheReferenceWalk) {
     compare(2000, [this] {
         return at([this] { return between(-150, 200); }, [this] { return between(-90, 140); });
     });
 }
 
-TEST_F(RandomTriangles, OnAGridWithDegenerateOnesMatchAPlainWalk) {
+TEST_F(RandomTriangles, OnAGridWithDegenerateOnesMatchTheReferenceWalk) {
     compare(3000, [this] {
         return at([this] { return whole_between(-3, 6) * 10.0F; },
                   [this] { return whole_between(-1, 7) * 7.5F; });
     });
 }
 
-TEST_F(RandomTriangles, SliversMatchAPlainWalk) {
+TEST_F(RandomTriangles, SliversMatchTheReferenceWalk) {
     compare(1000, [this] {
         const float y = between(0, height);
         return at([this] { return between(0, width - 1); }, [this, y] { return y + between(0, 1.5F); });
     });
 }
 
-TEST_F(RandomTriangles, FarBeyondTheFrameMatchAPlainWalk) {
+TEST_F(RandomTriangles, FarBeyondTheFrameMatchTheReferenceWalk) {
     compare(60, [this] {
         return at([this] { return between(-30000, 30000); }, [this] { return between(-20000, 20000); });
     });
 }
 
-TEST_F(RandomTriangles, WithSaturatingPositionsMatchAPlainWalk) {
+TEST_F(RandomTriangles, WithSaturatingPositionsMatchTheReferenceWalk) {
     compare(12, [this] {
         return at([this] { return between(-2e6F, 2e6F); }, [this] { return between(-1e5F, 1e5F); });
     });
 }
 
-TEST_F(RandomTriangles, WithValuesOutOfRangeMatchAPlainWalk) {
+TEST_F(RandomTriangles, WithValuesOutOfRangeMatchTheReferenceWalk) {
     compare(500, [this] {
         TriangleParams block = at([this] { return between(-20, 90); }, [this] { return between(-20, 70); });
         for (std::size_t v = 0; v < 3; ++v) {

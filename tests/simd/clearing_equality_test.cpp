@@ -4,8 +4,8 @@
 
 #include "core/forms.h"
 #include "display/frame_buffers.h"
-#include "instruction_sets.h"
 #include "random_scene.h"
+#include "support/instruction_sets.h"
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,11 @@
 // The fast dots add what the plain ones add, to the last bit.
 #include "raster/dots.h"
 
-#include "instruction_sets.h"
 #include "pipeline/dots_effect.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
 #include "random_scene.h"
+#include "support/instruction_sets.h"
 
 #include "display/frame_buffers.h"
 #include "object/model.h"

@@ -2,10 +2,10 @@
 // The fast face loops draw what the plain ones draw, to the last bit.
 #include "raster/face_loops.h"
 
-#include "instruction_sets.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
 #include "random_scene.h"
+#include "support/instruction_sets.h"
 
 #include <gtest/gtest.h>
 

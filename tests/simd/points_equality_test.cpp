@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Points, normals and lights come out of the fast forms with the bits of the plain ones.
 #include "bits.h"
-#include "instruction_sets.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
 #include "pipeline/rotation.h"
 #include "random_scene.h"
+#include "support/instruction_sets.h"
 
 #include <gtest/gtest.h>
 

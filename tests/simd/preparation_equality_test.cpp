@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // An object is fitted, and its vertex normals are built, with the bits that the plain forms give.
 #include "bits.h"
-#include "instruction_sets.h"
 #include "object/model.h"
 #include "pipeline/preparation.h"
 #include "random_scene.h"
+#include "support/instruction_sets.h"
 #include "support/model_builder.h"
 
 #include <gtest/gtest.h>

@@ -53,7 +53,7 @@ protected:
                     std::_Exit(still_held);
                 }
             });
-            sdl::set_up({{std::string(ZELVO_TEST_OBJECTS) + "/cube.lwo"}, {}});
+            sdl::set_up({{std::string(ZELVO_TEST_FOLDER) + "/golden/objects/cube.lwo"}, {}});
             host::request_quit();
             start_up(1);
         }

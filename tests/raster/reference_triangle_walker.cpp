@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Walks a triangle row by row and pixel by pixel, off the frame as well, and leaves nothing out.
-#include "raster/plain_triangle_walker.h"
+#include "raster/reference_triangle_walker.h"
 
-#include "support/plain_conversion.h"
+#include "support/reference_conversion.h"
 
 #include <array>
 #include <utility>
 
-PlainFrame::PlainFrame(int frame_columns, int frame_rows)
+ReferenceFrame::ReferenceFrame(int frame_columns, int frame_rows)
     : width(frame_columns), height(frame_rows),
       pixels(static_cast<std::size_t>(frame_columns) * static_cast<std::size_t>(frame_rows)),
       depths(pixels.size()) {}
@@ -38,7 +38,7 @@ struct Edge {
 };
 
 std::uint32_t fixed(float value) {
-    return static_cast<std::uint32_t>(plain_int(static_cast<double>(value) * 65536.0));
+    return static_cast<std::uint32_t>(reference_int(static_cast<double>(value) * 65536.0));
 }
 
 std::int32_t whole(std::uint32_t value) {
@@ -124,7 +124,7 @@ void step_up(Edge &edge) {
 }
 
 struct Walk {
-    PlainFrame &frame;
+    ReferenceFrame &frame;
     Filler filler;
     const std::uint8_t *map;
     std::uint8_t flat_colour;
@@ -159,7 +159,7 @@ struct Walk {
         for (std::size_t i = 0; i < most_quantities; ++i) {
             const float correction = static_cast<float>(left.x & 0xFFFFU) * gradient[i];
             step[i] = fixed(gradient[i]);
-            q[i] -= static_cast<std::uint32_t>(plain_int(correction));
+            q[i] -= static_cast<std::uint32_t>(reference_int(correction));
             q[i] += step[i];
         }
         for (std::int32_t x = first; x < end; ++x) {
@@ -180,7 +180,7 @@ struct Walk {
 
 } // namespace
 
-void walk_triangle(PlainFrame &frame, TriangleParams &block, Filler filler, const std::uint8_t *map) {
+void walk_triangle(ReferenceFrame &frame, TriangleParams &block, Filler filler, const std::uint8_t *map) {
     std::array<Vertex, 3> v = vertices_of(block, filler);
     if (v[0].y > v[1].y) {
         std::swap(v[0], v[1]);
@@ -202,7 +202,7 @@ void walk_triangle(PlainFrame &frame, TriangleParams &block, Filler filler, cons
     const Slope &left_slope = long_is_left ? to_bottom : to_middle;
     const Slope &right_slope = long_is_left ? to_middle : to_bottom;
 
-    const auto flat_colour = static_cast<std::uint8_t>(plain_int(block[9]) & 0xFF);
+    const auto flat_colour = static_cast<std::uint8_t>(reference_int(block[9]) & 0xFF);
     Walk walk{frame, filler, map, flat_colour, {}, {}, {}};
     for (std::size_t q = 0; q < most_quantities; ++q) {
         walk.gradient[q] = top.y == middle.y
@@ -210,9 +210,9 @@ void walk_triangle(PlainFrame &frame, TriangleParams &block, Filler filler, cons
                                : (right_slope.q[q] - left_slope.q[q]) / (right_slope.x - left_slope.x);
     }
 
-    const std::int32_t top_row = plain_int(top.y);
-    const std::int32_t middle_row = plain_int(middle.y);
-    const std::int32_t bottom_row = plain_int(bottom.y);
+    const std::int32_t top_row = reference_int(top.y);
+    const std::int32_t middle_row = reference_int(middle.y);
+    const std::int32_t bottom_row = reference_int(bottom.y);
     walk.left = edge_from(top, top.y - static_cast<float>(top_row), left_slope);
     walk.right = edge_from(top, top.y - static_cast<float>(top_row), right_slope);
 

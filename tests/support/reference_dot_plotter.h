@@ -6,7 +6,7 @@
 #include <vector>
 
 /// Where and how a dot is plotted.
-struct PlainDots {
+struct ReferenceDots {
     int width;
     int height;
     std::vector<std::uint8_t> &pixels;
@@ -16,7 +16,7 @@ struct PlainDots {
 };
 
 /// The sprite as its description has it: a cone about (31, 31) that reaches 0 at a distance of 31.
-std::vector<std::uint8_t> plain_sprite();
+std::vector<std::uint8_t> reference_sprite();
 
 /// Plots one dot; x - s and y - s must lie within the range of 32-bit integers.
-void walk_dot(const PlainDots &dots, float x, float y, float s);
+void walk_dot(const ReferenceDots &dots, float x, float y, float s);

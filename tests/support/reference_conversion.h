@@ -8,7 +8,7 @@
 #include <limits>
 
 /// Truncates toward zero, saturates, and makes not-a-number the smallest integer.
-inline std::int32_t plain_int(double value) {
+inline std::int32_t reference_int(double value) {
     if (std::isnan(value)) {
         return std::numeric_limits<std::int32_t>::min();
     }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Walks a dot texel by texel, off the frame as well, and leaves nothing out.
-#include "raster/plain_dot_plotter.h"
+#include "support/reference_dot_plotter.h"
 
-#include "support/plain_conversion.h"
+#include "support/reference_conversion.h"
 
 #include <cmath>
 #include <cstddef>
 
-std::vector<std::uint8_t> plain_sprite() {
+std::vector<std::uint8_t> reference_sprite() {
     std::vector<std::uint8_t> sprite;
     for (int j = 0; j < 64; ++j) {
         for (int i = 0; i < 64; ++i) {
@@ -21,22 +21,22 @@ std::vector<std::uint8_t> plain_sprite() {
     return sprite;
 }
 
-void walk_dot(const PlainDots &dots, float x, float y, float s) {
+void walk_dot(const ReferenceDots &dots, float x, float y, float s) {
     constexpr std::int64_t sprite_end = 64 * 65536;
     const float quotient = 32.0F / s;
-    const std::int32_t step = plain_int(static_cast<double>(quotient) * 65536.0);
+    const std::int32_t step = reference_int(static_cast<double>(quotient) * 65536.0);
     if (step <= 0) {
         return;
     }
     const float left = x - s;
     const float top = y - s;
-    const std::int32_t x0 = plain_int(left);
-    const std::int32_t y0 = plain_int(top);
+    const std::int32_t x0 = reference_int(left);
+    const std::int32_t y0 = reference_int(top);
     const auto float_step = static_cast<float>(step);
     const float lead_x = (left - static_cast<float>(x0)) * float_step;
     const float lead_y = (top - static_cast<float>(y0)) * float_step;
-    const std::int32_t u0 = plain_int(float_step - lead_x);
-    const std::int32_t v0 = plain_int(float_step - lead_y);
+    const std::int32_t u0 = reference_int(float_step - lead_x);
+    const std::int32_t v0 = reference_int(float_step - lead_y);
 
     std::int64_t row = y0;
     for (std::int64_t v = v0; v < sprite_end; v += step, ++row) {

@@ -11,8 +11,8 @@
 enum class Filler { zcolour, flat, gouraud, mapped };
 
 /// A frame of the reference's own.
-struct PlainFrame {
-    PlainFrame(int frame_columns, int frame_rows);
+struct ReferenceFrame {
+    ReferenceFrame(int frame_columns, int frame_rows);
 
     int width;
     int height;
@@ -21,4 +21,4 @@ struct PlainFrame {
 };
 
 /// Draws a triangle with finite y and sorts the block. `map` has 65536 texels.
-void walk_triangle(PlainFrame &frame, TriangleParams &block, Filler filler, const std::uint8_t *map);
+void walk_triangle(ReferenceFrame &frame, TriangleParams &block, Filler filler, const std::uint8_t *map);

@@ -23,8 +23,8 @@ namespace {
 struct Options {
     int passes = 1000000;
     std::uint32_t seed = 1;
-    std::string object = std::string(ZELVO_SOAK_DATA) + "/golden/objects/cube.lwo";
-    std::string texture = std::string(ZELVO_SOAK_DATA) + "/golden/envmap.chunky";
+    std::string object = std::string(ZELVO_TEST_FOLDER) + "/golden/objects/cube.lwo";
+    std::string texture = std::string(ZELVO_TEST_FOLDER) + "/golden/envmap.chunky";
 };
 
 /// Memory that may come and go around the level that is measured after the first tenth of the run.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The instruction sets, by Highway's run-time choice.
-#include "instruction_sets.h"
+#include "support/instruction_sets.h"
 
 #include "hwy/targets.h"
 
