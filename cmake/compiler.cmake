@@ -1,33 +1,43 @@
 # SPDX-License-Identifier: MIT
-# What every target is compiled with.
+# zelvo_flags: what this project's code is compiled with. The program and the hosts pass it on to whatever uses them.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type; Release where none is given" FORCE)
+endif()
+set(is_gcc_12 OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 12
+   AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    set(is_gcc_12 ON)
+endif()
 
+add_library(zelvo_flags INTERFACE)
 # A fused multiply-add rounds once where the pictures' arithmetic rounds twice, so it would change every picture.
-add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC 12 sees overlaps in the standard library's own string concatenation.
-    add_compile_options(-Wno-restrict)
+target_compile_options(zelvo_flags INTERFACE
+    -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast)
+if(is_gcc_12)
+    # GCC 12 reports overlaps in the standard library's own string concatenation.
+    target_compile_options(zelvo_flags INTERFACE -Wno-restrict)
 endif()
 if(ZELVO_WARNINGS_AS_ERRORS)
-    add_compile_options(-Werror)
+    target_compile_options(zelvo_flags INTERFACE -Werror)
 endif()
 if(ZELVO_SANITIZE)
     set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
-    add_compile_options(${sanitizers} -fno-omit-frame-pointer)
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # With sanitizers GCC 12 sees uninitialised members in the standard library's own regular expressions.
-        add_compile_options(-Wno-maybe-uninitialized)
+    target_compile_options(zelvo_flags INTERFACE ${sanitizers} -fno-omit-frame-pointer)
+    if(is_gcc_12)
+        # With sanitizers GCC 12 reports uninitialised members in the standard library's own regular expressions.
+        target_compile_options(zelvo_flags INTERFACE -Wno-maybe-uninitialized)
     endif()
-    add_link_options(${sanitizers})
+    target_link_options(zelvo_flags INTERFACE ${sanitizers})
     if(NOT ZELVO_FUZZ)
-        # Tests wait longer for the compiler than for themselves; a report's lines are all that is asked of a debugger.
-        add_compile_options(-O1 -g1)
+        # Compiling takes longer than running the tests, and line numbers in reports are all the debug info needed.
+        target_compile_options(zelvo_flags INTERFACE -O1 -g1)
     endif()
 endif()
 if(ZELVO_FUZZ)
     # Every file counts what it executes. Comparisons are not traced: the mutators know what the files look like, and in
-    # the loops over pixels the tracing takes most of the time.
-    add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table)
+    # the loops over pixels the tracing would take most of the time.
+    target_compile_options(zelvo_flags INTERFACE -fsanitize-coverage=inline-8bit-counters,pc-table)
 endif()

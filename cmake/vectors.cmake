@@ -1,18 +1,18 @@
 # SPDX-License-Identifier: MIT
-# ZELVO_SIMD: whether the fast forms of the costly stages are built. They need Highway; without it, or switched off,
-# the program draws the same frames by the plain forms. Builds for another processor, and those that only compare
-# frames, do without any library unless they are asked for it.
-if(ZELVO_SIMD OR NOT (CMAKE_CROSSCOMPILING OR ZELVO_FRAMES_ONLY))
-    find_package(hwy QUIET)
-endif()
+# ZELVO_SIMD: whether the fast forms of the costly stages are built. They need Highway; without it, or switched off, the
+# program draws the same frames by the plain forms.
+set(ZELVO_SIMD AUTO CACHE STRING "Build the vector forms of the drawing stages: AUTO (where Highway is found), ON or OFF")
+set_property(CACHE ZELVO_SIMD PROPERTY STRINGS AUTO ON OFF)
+
+set(has_simd OFF)
 # On other processors the vector code is untested, or the instruction set has no double-precision vectors.
 string(REGEX MATCH "^(x86_64|AMD64|aarch64|arm64)$" tried_processor "${CMAKE_SYSTEM_PROCESSOR}")
-if(hwy_FOUND AND tried_processor)
-    set(has_highway ON)
-else()
-    set(has_highway OFF)
+if(ZELVO_SIMD AND tried_processor)
+    find_package(hwy QUIET)
+    set(has_simd ${hwy_FOUND})
 endif()
-option(ZELVO_SIMD "Build the vector forms of the drawing stages (needs Highway)" ${has_highway})
-if(ZELVO_SIMD AND NOT has_highway)
+if(ZELVO_SIMD AND NOT has_simd AND NOT ZELVO_SIMD STREQUAL "AUTO")
     message(FATAL_ERROR "ZELVO_SIMD needs Highway (Debian: libhwy-dev) on x86-64 or arm64; configure with -DZELVO_SIMD=OFF")
 endif()
+# What the rest of the build reads: the answer, ON or OFF.
+set(ZELVO_SIMD ${has_simd})
