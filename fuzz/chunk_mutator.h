@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Changes object files as files of chunks, so that fuzzing spends its time behind the header.
+// Changes object files as files of chunks, so that fuzzing gets past the header.
 #pragma once
 
 #include <cstddef>

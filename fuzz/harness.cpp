@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Stands between the program and the process it thinks it has: the linker's --wrap leads exit, calloc and the
-// program's opening of files here, two tables that need not be built anew for every input, and what is
-// counted as work.
+// Takes the place of the process: the linker's --wrap redirects exit and calloc to this file, and the
+// offscreen host opens the files in memory.
 #include "harness.h"
 
 #include "display/frame_buffers.h"
 #include "display/presentation.h"
 #include "main_68k/viewer_state.h"
 #include "pipeline/render_frame.h"
-#include "raster/dots.h"
-#include "raster/triangle_fillers.h"
 #include "support/model_builder.h"
 
 #include <algorithm>
@@ -24,7 +21,6 @@ bool is_thorough = false;
 namespace fuzz {
 
 std::map<std::string, std::string> files;
-Work work;
 
 namespace {
 
@@ -61,7 +57,7 @@ ssize_t write_bytes(void *cookie, const char *buffer, std::size_t count) {
     return static_cast<ssize_t>(count);
 }
 
-/// Like a file's, the position may lie behind the end.
+/// As in a file, the position may be past the end.
 int seek(void *cookie, off64_t *offset, int whence) {
     OpenFile &file = file_of(cookie);
     const off64_t base = whence == SEEK_SET   ? 0
@@ -103,8 +99,10 @@ void silence_output() {
     }
 }
 
-Ending run(const std::function<void()> &part) {
+Ending run(offscreen::Setup setup, const std::function<void()> &part) {
     reset_program_state();
+    setup.open = open_in_memory;
+    offscreen::set_up(std::move(setup));
     Ending ending;
     is_running = true;
     try {
@@ -134,7 +132,7 @@ void draw(int mode, int clear_style) {
 
 void require(bool holds, const char *claim) {
     if (!holds) {
-        std::fprintf(stderr, "does not hold: %s\n", claim);
+        std::fprintf(stderr, "broken claim: %s\n", claim);
         std::abort();
     }
 }
@@ -146,7 +144,7 @@ extern "C" {
 [[noreturn]] void __real_exit(int code);
 void *__real_calloc(std::size_t count, std::size_t size);
 
-/// The program's end unwinds into the harness; the harness's own is real.
+/// The end of the program unwinds into the harness; that of the harness itself is real.
 [[noreturn]] void __wrap_exit(int code) {
     if (fuzz::is_running) {
         throw fuzz::ProgramEnded{code};
@@ -159,62 +157,6 @@ void *__wrap_calloc(std::size_t count, std::size_t size) {
         return nullptr;
     }
     return __real_calloc(count, size);
-}
-
-// Functions of C++ go by the names that the compilers give them: open_file(const char *, const char *),
-// build_sine_table(), build_dot_image(), render_frame() and the four fillers.
-
-std::FILE *__wrap__Z9open_filePKcS0_(const char *name, const char *mode) {
-    return fuzz::open_in_memory(name, mode);
-}
-
-void __real__Z16build_sine_tablev();
-void __real__Z15build_dot_imagev();
-
-/// The tables depend on no input, and building them would take most of an execution's time.
-void __wrap__Z16build_sine_tablev() {
-    static const bool is_built = (__real__Z16build_sine_tablev(), true);
-    (void)is_built;
-}
-
-void __wrap__Z15build_dot_imagev() {
-    constexpr std::size_t bytes = std::size_t{dot_image_size} * dot_image_size;
-    static const std::vector<std::uint8_t> image = [] {
-        __real__Z15build_dot_imagev();
-        return std::vector<std::uint8_t>(dot_image.get(), dot_image.get() + bytes);
-    }();
-    std::copy(image.begin(), image.end(), dot_image.get());
-}
-
-void __real__Z12render_framev();
-void __real__Z16fill_tri_zcolourPSt5arrayIfLm18EE(TriangleParams *triangle);
-void __real__Z13fill_tri_flatPSt5arrayIfLm18EE(TriangleParams *triangle);
-void __real__Z16fill_tri_gouraudPSt5arrayIfLm18EE(TriangleParams *triangle);
-void __real__Z15fill_tri_mappedPSt5arrayIfLm18EE(TriangleParams *triangle);
-
-void __wrap__Z12render_framev() {
-    ++fuzz::work.frames;
-    __real__Z12render_framev();
-}
-
-void __wrap__Z16fill_tri_zcolourPSt5arrayIfLm18EE(TriangleParams *triangle) {
-    ++fuzz::work.triangles;
-    __real__Z16fill_tri_zcolourPSt5arrayIfLm18EE(triangle);
-}
-
-void __wrap__Z13fill_tri_flatPSt5arrayIfLm18EE(TriangleParams *triangle) {
-    ++fuzz::work.triangles;
-    __real__Z13fill_tri_flatPSt5arrayIfLm18EE(triangle);
-}
-
-void __wrap__Z16fill_tri_gouraudPSt5arrayIfLm18EE(TriangleParams *triangle) {
-    ++fuzz::work.triangles;
-    __real__Z16fill_tri_gouraudPSt5arrayIfLm18EE(triangle);
-}
-
-void __wrap__Z15fill_tri_mappedPSt5arrayIfLm18EE(TriangleParams *triangle) {
-    ++fuzz::work.triangles;
-    __real__Z15fill_tri_mappedPSt5arrayIfLm18EE(triangle);
 }
 
 } // extern "C"

@@ -9,6 +9,7 @@
 #include "pipeline/preparation.h"
 #include "platform/dos.h"
 #include "raster/dots.h"
+#include "raster/face_loops.h"
 #include "raster/texture_map.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ void load_object() {
     prepare_object();
 }
 
-/// What a frame left behind: its pixels, its depths and both counters, the first two as hashes.
+/// What a frame leaves: hashes of its pixels and depths, and both counters.
 struct FrameTrace {
     std::size_t pixels;
     std::size_t depths;
@@ -102,11 +103,11 @@ void draw_some(std::uint32_t choice) {
     draw_frame(mode, choose(clear_styles));
 }
 
-/// The whole way of an object from its file to its frames, which stay in `frames_drawn`.
+/// Takes an object all the way from its file to its frames, which are kept in `frames_drawn`.
 int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
     draws_fast = is_fast;
     frames_drawn.clear();
-    const fuzz::Ending ending = fuzz::run([choice, draws_all] {
+    const fuzz::Ending ending = fuzz::run({}, [choice, draws_all] {
         load_object();
         viewer.rotate = 2.5;
         viewer.tilt_x = 30;
@@ -118,6 +119,25 @@ int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
         }
     });
     return ending.exit_code;
+}
+
+/// How many polygons the plain form of a frame takes up: it lights each of them once, whether the polygon's
+/// points are in the file or only claimed. Polygons past the end of the file are all alike, and only the
+/// first is drawn.
+int polygons_taken() {
+    static int lit;
+    lit = 0;
+    const auto count_lights = [](const FaceCorners &, std::size_t count, float *colours) {
+        lit += static_cast<int>(count);
+        std::fill_n(colours, count, 0.0F);
+    };
+    fuzz::run({}, [count_lights] {
+        load_object();
+        viewer.doubleside = 1;
+        fuzz::open_frame(small_size.width, small_size.height);
+        plain::face_loop_lightsourced(count_lights);
+    });
+    return lit;
 }
 
 } // namespace
@@ -141,6 +161,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const int plain_exit_code = draw_object(choice, draws_all, false);
         fuzz::require(plain_exit_code == exit_code, "both forms of the stages draw or refuse the object");
         fuzz::require(frames_drawn == fast_frames, "both forms of the stages draw the same frames");
+    }
+    if (draws_all) {
+        // A polygon takes two words of the list at least, but for one past the end.
+        fuzz::require(polygons_taken() <= static_cast<int>(size / 4) + 2,
+                      "a polygon list costs no more than the file holds of it, whatever it claims");
     }
     return 0;
 }

@@ -40,8 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     offscreen::Setup setup = fuzz::setup_for(input.steps);
     setup.command_line = {object_name};
-    offscreen::set_up(std::move(setup));
-    const fuzz::Ending ending = fuzz::run([] { start_up(2); });
+    const fuzz::Ending ending = fuzz::run(std::move(setup), [] { start_up(2); });
     fuzz::require(ending.exit_code == 0 || ending.exit_code == 20, "the program ends with 0 or 20");
     fuzz::require(offscreen::held().empty(), "a program that has ended holds nothing of its host");
     return 0;

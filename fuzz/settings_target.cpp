@@ -48,7 +48,7 @@ void draw_with_settings() {
     draw_frame_rate(1.0 / 64.0);
 }
 
-/// What a saved file brings back is what was saved, as far as text of six decimals can tell: saving once more
+/// A saved file brings back what was saved, as far as six decimals can hold it: saving once more
 /// gives the same bytes. A name with a blank in it is cut there, which is why it is left out.
 void require_stable_saving() {
     save_vars(session_settings);
@@ -65,7 +65,6 @@ void require_stable_saving() {
 
 /// What start-up does with the settings.
 void open_display_as_set() {
-    offscreen::set_up({});
     load_vars(session_settings);
     make_object();
     open_display();
@@ -77,7 +76,6 @@ void open_display_as_set() {
 
 /// What the key that loads settings does, with the display as it is.
 void use_settings_by_key() {
-    offscreen::set_up({});
     viewer.width = small_width;
     viewer.height = small_height;
     make_object();
@@ -103,11 +101,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     constexpr std::size_t one_in = 64;
     if (is_thorough || std::hash<std::string>{}(settings) % one_in == 0) {
         fuzz::files = {{session_settings, settings}};
-        const fuzz::Ending ending = fuzz::run(open_display_as_set);
+        const fuzz::Ending ending = fuzz::run({}, open_display_as_set);
         fuzz::require(ending.exit_code == 0 || ending.exit_code == 20, "the display opens or is refused");
         fuzz::require(offscreen::held().empty(), "a closed display holds nothing");
     }
     fuzz::files = {{session_settings, settings}};
-    fuzz::run(use_settings_by_key);
+    fuzz::run({}, use_settings_by_key);
     return 0;
 }

@@ -9,6 +9,9 @@
 std::array<float, sine_entries> sine_table{};
 
 void build_sine_table() {
+    if (cosine(0) == 1.0F) {
+        return;
+    }
     for (int i = 0; i < sine_entries; ++i) {
         const float turns = static_cast<float>(i) * (1.0F / sine_period);
         sine_table[static_cast<std::size_t>(i)] =

@@ -12,7 +12,7 @@ constexpr int sine_entries = sine_period + sine_period / 2;
 /// Entry i is the sine of i / 4096 of a turn. Filled by prepare_object, read by the dots effect.
 extern std::array<float, sine_entries> sine_table;
 
-/// Fills the table.
+/// Fills the table, unless an earlier run in this process has.
 void build_sine_table();
 
 /// The sine of an angle in 4096ths of a turn; any angle wraps.

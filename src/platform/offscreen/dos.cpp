@@ -11,7 +11,13 @@ using namespace offscreen;
 
 std::FILE *open_file(const char *name, const char *mode) {
     host::note_call("open_file", name, mode);
-    if (host::is_refused("open_file", name) || host::is_on_missing_volume(state.setup.volumes, name)) {
+    if (host::is_refused("open_file", name)) {
+        return nullptr;
+    }
+    if (state.setup.open) {
+        return state.setup.open(name, mode);
+    }
+    if (host::is_on_missing_volume(state.setup.volumes, name)) {
         return nullptr;
     }
     const auto stand_in = state.setup.stand_ins.find(name);

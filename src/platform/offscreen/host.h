@@ -8,6 +8,7 @@
 #include "platform/shared/bitmap.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <deque>
 #include <functional>
 #include <map>
@@ -60,6 +61,8 @@ struct Setup {
     std::vector<std::string> command_line;
     /// The folders of ENV and ENVARC; a volume without a folder has no files.
     host::Volumes volumes;
+    /// Opens every file in place of the system, if set, such as files in memory.
+    std::function<std::FILE *(const char *name, const char *mode)> open;
     /// Files that are opened in place of others, by the exact name that the program asks for.
     std::map<std::string, std::string> stand_ins;
     /// Input, in the order of arrival; passes must not decrease.

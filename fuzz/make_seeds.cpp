@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Writes the seeds of the three corpora, one file for each trap that an input can set.
+// Writes the seeds of the three fuzz targets, one file for each trap that an input can set.
 #include "program_input.h"
 
 #include "support/model_builder.h"
@@ -20,11 +20,11 @@ namespace {
 using Words = std::vector<std::uint16_t>;
 using Points = std::vector<Vec3>;
 
-std::filesystem::path corpus_folder;
+std::filesystem::path seed_folder;
 
 void write_seed(const std::string &target, const std::string &name, const std::string &bytes) {
-    std::filesystem::create_directories(corpus_folder / target);
-    std::ofstream file(corpus_folder / target / name, std::ios::binary);
+    std::filesystem::create_directories(seed_folder / target);
+    std::ofstream file(seed_folder / target / name, std::ios::binary);
     file << bytes;
     if (!file.flush()) {
         std::fprintf(stderr, "cannot write %s\n", name.c_str());
@@ -332,7 +332,7 @@ int main(int argc, char **argv) {
         std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
         return 2;
     }
-    corpus_folder = argv[1];
+    seed_folder = argv[1];
     write_polygon_seeds();
     write_point_seeds();
     write_chunk_seeds();
