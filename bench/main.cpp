@@ -301,7 +301,7 @@ void add_stages(std::size_t mesh) {
     }
 }
 
-/// A file in memory stands for one that the system has in its cache, so that no disk is measured.
+/// A file in memory takes the place of one in the system's cache, so that no disk is measured.
 class ObjectFile {
 public:
     explicit ObjectFile(const Mesh &mesh) : bytes_(file_bytes(mesh)) {
@@ -387,7 +387,7 @@ void add_loading(const ObjectFile &object) {
     }
 }
 
-/// Makes the heap keep what is freed until it is told to give it back.
+/// Makes the heap keep freed memory until it is asked to return it.
 void keep_freed_memory() {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());

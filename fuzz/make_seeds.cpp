@@ -3,6 +3,7 @@
 #include "program_input.h"
 
 #include "support/model_builder.h"
+#include "support/settings_text.h"
 
 #include <array>
 #include <bit>
@@ -41,27 +42,6 @@ const Points &square() {
 const Words &two_triangles() {
     static const Words words{3, 0, 1, 2, 1, 3, 0, 2, 3, 1};
     return words;
-}
-
-std::string point_data(const Points &points) {
-    std::string data;
-    for (const Vec3 &point : points) {
-        data += big_endian_float(point.x) + big_endian_float(point.y) + big_endian_float(point.z);
-    }
-    return data;
-}
-
-std::string word_data(const Words &words) {
-    std::string data;
-    for (const std::uint16_t word : words) {
-        data += big_endian_16(word);
-    }
-    return data;
-}
-
-/// A chunk whose header claims this size, whatever its data.
-std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data) {
-    return identifier + big_endian_32(size) + data;
 }
 
 void object_seed(const std::string &name, const std::string &chunks) {
@@ -184,20 +164,13 @@ void write_truncations() {
     }
 }
 
-constexpr char plain_settings[] = "gammas: 1.000000 1.200000 0.800000\n"
-                                  "rotate: 1.500000\n"
-                                  "obj style: 4\n"
-                                  "clear style: 2\n"
-                                  "fps: 1\n"
-                                  "dots: 1\n"
-                                  "dot lum: 25600\n"
-                                  "dot lum in blur: 2560\n"
-                                  "internal c2p enabled: 0\n"
-                                  "envmap filename: Zelvo_envmap.chunky\n"
-                                  "ModeID: 0\n"
-                                  "width: 53\n"
-                                  "height: 41\n"
-                                  "*** Please don't edit this file! ***";
+const std::string plain_settings = settings_text({{"gammas", "1.000000 1.200000 0.800000"},
+                                                  {"rotate", "1.500000"},
+                                                  {"obj style", "4"},
+                                                  {"clear style", "2"},
+                                                  {"dots", "1"},
+                                                  {"width", "53"},
+                                                  {"height", "41"}});
 
 std::string replaced(const std::string &from, const std::string &to) {
     std::string settings = plain_settings;
@@ -257,7 +230,7 @@ void write_settings_seeds() {
     for (const auto &[name, settings] : settings_seeds()) {
         write_seed("settings", name, settings);
     }
-    const std::string whole = plain_settings;
+    const std::string &whole = plain_settings;
     for (std::size_t length = 0; length < whole.size(); length += 7) {
         std::array<char, 32> name{};
         std::snprintf(name.data(), name.size(), "truncated-%03zu", length);

@@ -77,7 +77,7 @@ protected:
         EXPECT_EQ(run.errors, "");
     }
 
-    /// Checks that the tool refused to do what it was told, and said why.
+    /// Checks that the tool refused its arguments, and said why.
     static void expect_misuse(const ToolRun &run, const std::string &what) {
         EXPECT_EQ(run.exit_code, 2) << what;
         EXPECT_NE(run.errors, "") << what;

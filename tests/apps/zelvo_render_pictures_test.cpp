@@ -200,7 +200,7 @@ TEST_F(RenderPictures, ReplaceOlderFiles) {
     EXPECT_GT(png("s.png").width, 100);
 }
 
-TEST_F(RenderPictures, StandSideBySideOnASheet) {
+TEST_F(RenderPictures, AreSideBySideOnASheet) {
     expect_cube_run(render_cube(joined(
                         {"--passes", "7", "--png", "frame-%d.png", "--sheet", "sheet.png", "--columns", "3"},
                         script("1 key e\n2 button right\n3 button right\n4 button right\n"

@@ -78,7 +78,7 @@ TEST_F(RenderRefuses, ToLoseWhatTheProgramHadPrintedBefore) {
     EXPECT_EQ(render_cube({"--png", "none/frame.png"}).output, "display parameters: 0x00000000, 100, 75\n");
 }
 
-TEST_F(RenderRefuses, ToPutFramesWhereAFileStands) {
+TEST_F(RenderRefuses, ToPutFramesWhereAFileIs) {
     work.write("taken", "a file");
     for (const char *folder : {"taken", "taken/below"}) {
         const ToolRun run = render_cube({"--chunky", folder});
@@ -157,7 +157,7 @@ TEST_F(RenderRefuses, NothingOnlyBecauseASettingsFolderIsMissing) {
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{"script.txt"});
 }
 
-TEST_F(RenderRefuses, NothingThatTheProgramItselfEndsEarly) {
+TEST_F(RenderRefuses, NoRunThatTheProgramEndsEarly) {
     const ToolRun run = render_cube(joined({"--passes", "9", "--gif", "a.gif", "--sheet", "s.png"},
                                            script("3 key t\nanswer mode 0 100 75\nanswer file none none\n")));
     EXPECT_EQ(run.exit_code, 20);

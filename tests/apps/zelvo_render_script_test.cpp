@@ -125,53 +125,8 @@ TEST_F(RenderScript, EndsTheProgramByAFileThatIsMissing) {
 }
 
 TEST_F(RenderScript, IsRefusedWithItsLineBeforeAnythingRuns) {
-    const Words malformed{
-        "key b",
-        "1",
-        "x key b",
-        "0 key b",
-        "-1 key b",
-        "1.5 key b",
-        "1key b",
-        "99999999999 key b",
-        "1 key",
-        "1 key bb",
-        "1 key b b",
-        "1 key 0x1",
-        "1 key 0x123",
-        "1 key 0xGG",
-        "1 rawkey",
-        "1 rawkey 4C",
-        "1 rawkey 76",
-        "1 rawkey 0x4C 1",
-        "1 move",
-        "1 move 1",
-        "1 move 1 2 3",
-        "1 move a 1",
-        "1 move 1 b",
-        "1 move 32768 0",
-        "1 move 0 -32769",
-        "1 button",
-        "1 button middle",
-        "1 button left right",
-        "1 jump",
-        "1 Key b",
-        "answer",
-        "answer yes",
-        "answer cancel now",
-        "answer file",
-        "answer file drawer",
-        "answer file a b c",
-        "answer file \"open",
-        "answer file a \"open b",
-        "answer mode 0 320",
-        "answer mode 0 320 256 8",
-        "answer mode x 320 256",
-        "answer mode 0 wide 256",
-        "answer mode 0 320 2147483648",
-        "answer mode 4294967296 320 256",
-    };
-    for (const std::string &line : malformed) {
+    // InputScript has the other lines that are malformed.
+    for (const std::string line : {"1 button middle", "answer mode 0 wide 256"}) {
         const ToolRun run = render_cube(
             joined({"--chunky", "frames", "--gif", "a.gif", "--png", "p.png"},
                    script("# what follows is fine\n1 key b\n\n" + line + "\n1 key also wrong\n")));

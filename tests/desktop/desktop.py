@@ -132,7 +132,7 @@ def language(folder, name):
 
 
 class Display:
-    """An X server of a size, with a window manager unless told otherwise."""
+    """An X server of a size, with a window manager by default."""
 
     def __init__(self, width=1280, height=1024, manager=True):
         number_read, number_write = os.pipe()

@@ -35,7 +35,7 @@ class Picture:
         return not any(self.rgb)
 
     def difference(self, other):
-        """What tells this picture from another one, or None if nothing does."""
+        """How this picture differs from another one, or None if it does not."""
         if (self.width, self.height) != (other.width, other.height):
             return f"{self.width} x {self.height} instead of {other.width} x {other.height}"
         if self.rgb == other.rgb:

@@ -6,7 +6,7 @@ import unittest
 
 import desktop
 
-# Passes between two commands of the rehearsal; after as many every picture stands still, whatever blurs it.
+# Passes between two commands of the rehearsal; after as many every picture is at rest, whatever blurs it.
 SPACING = 60
 
 
@@ -103,7 +103,7 @@ class Commands(desktop.Case):
 
 
 class Spin(desktop.Case):
-    """While the object turns, only what stands still can be compared."""
+    """While the object turns, only what is at rest can be compared."""
 
     TEXT_ROWS = (0, 14)
 
@@ -226,7 +226,7 @@ class Layout(desktop.Case):
         self.quit(viewer)
 
     def test_commands_are_characters_whatever_the_keyboard(self):
-        """A French keyboard has its digits behind Shift, and keys that wait for another one."""
+        """A French keyboard has its digits under Shift, and keys that wait for another one."""
         subprocess.run(["setxkbmap", "fr"], env=self.display.environment, check=True)
         self.write_settings()
         dimmed, dotted = self.rehearse("60 key 1\n120 key p", 130, 70, 60)
@@ -234,7 +234,7 @@ class Layout(desktop.Case):
         self.display.key("1")
         self.assert_shows(window, dimmed, "a digit")
         self.display.key("dead_circumflex", "e", "p")
-        self.assert_shows(window, dotted, "the key behind an accented letter")
+        self.assert_shows(window, dotted, "the key after an accented letter")
         self.display.key("q")
         self.assert_ends_well(viewer)
 

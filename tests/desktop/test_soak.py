@@ -239,7 +239,7 @@ class Session:
         for waves, texture in enumerate(self.textures, 4):
             desktop.write_texture(texture, waves)
         self.write_settings(rotate="1.000000")
-        # A sanitized build would keep what is freed, to catch whoever still uses it, and grow by it.
+        # A sanitized build would keep what is freed, to catch its further use, and grow by it.
         viewer = self.start(self.object, ASAN_OPTIONS="detect_leaks=0:quarantine_size_mb=0")
         self.wait_until_viewing(viewer)
         # What interrupts comes once at first, so that what the toolkit loads for it is there from the start.

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""How the picture stands in the window, and how the window gets on with the desktop."""
+"""Where the picture is in the window, and how the window behaves on the desktop."""
 
 import pathlib
 import re
@@ -26,7 +26,7 @@ class Scaling(desktop.Case):
         expected = self.still.enlarged(factor)
         part = shown.part(x, y, expected.width, expected.height)
         self.assertIsNone(part.difference(expected))
-        self.assertEqual(sum(map(bool, shown.rgb)), sum(map(bool, expected.rgb)), "something stands beside it")
+        self.assertEqual(sum(map(bool, shown.rgb)), sum(map(bool, expected.rgb)), "something is beside it")
 
     def start_still(self, **settings):
         """Starts, and waits until the greeting has gone."""
@@ -139,7 +139,7 @@ class Scaling(desktop.Case):
         desktop.time.sleep(0.3)
         shown = self.picture(window)
         self.assertTrue(shown.rows(0, 48 + 5).is_black())
-        # Where the object stands in the picture, it stands one and a half times as far in the window.
+        # The object is one and a half times as far from the corner in the window as in the picture.
         columns = [x for x in range(320) if any(self.still.part(x, 0, 1, 256).rgb)]
         wide = [x for x in range(480) if any(shown.part(x, 0, 1, 480).rgb)]
         self.assertAlmostEqual(wide[0], columns[0] * 1.5, delta=2)

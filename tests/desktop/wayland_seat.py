@@ -7,7 +7,7 @@ import socket
 import struct
 import time
 
-# The compositor compiles it, and tells its clients the result.
+# The compositor compiles it, and gives its clients the result.
 KEYMAP = b"""xkb_keymap {
 xkb_keycodes { include "evdev+aliases(qwerty)" };
 xkb_types { include "complete" };
@@ -147,7 +147,7 @@ class Seat:
         self._round_trip()
 
     def move(self, x, y):
-        """Moves the pointer by so many pixels."""
+        """Moves the pointer by this distance in pixels."""
         self._send(self.pointer, 0, struct.pack("=I2i", self._now(), x * 256, y * 256))
         self._send(self.pointer, 4)
         self._round_trip()

@@ -106,7 +106,7 @@ TEST_F(FrameRate, ClimbsInFifthsAtASteadyRate) {
     EXPECT_EQ(reading(0.02), "fps:50.00 ");
 }
 
-TEST_F(FrameRate, StandsAtTheBottomLeft) {
+TEST_F(FrameRate, IsAtTheBottomLeft) {
     draw_frame_rate(0.02);
     EXPECT_EQ(new_calls(), (Lines{"Move(1, 246)", "Text(\"fps:10.00 \")"}));
     frame_height = 75;
@@ -150,7 +150,7 @@ TEST_F(FrameRate, CutsEvenTheLongestReading) {
     EXPECT_EQ(reading(std::ldexp(1.0, -1022)), "fps:898846");
 }
 
-TEST_F(FrameRate, ShowsInfinityOnAClockThatStands) {
+TEST_F(FrameRate, ShowsInfinityOnAStoppedClock) {
     EXPECT_EQ(reading(0.0), "fps:inf   ");
     // It stays until the fifth reading after it has pushed it out.
     EXPECT_EQ(reading(0.02), "fps:inf   ");
@@ -203,7 +203,7 @@ TEST_F(OverlayTexts, CountTheFastestClockInTenCharacters) {
                                                  "fps:19660.", "fps:16384.", "fps:16384."}));
 }
 
-TEST_F(OverlayTexts, CountAStandingClockAsInfinite) {
+TEST_F(OverlayTexts, CountAStoppedClockAsInfinite) {
     EXPECT_EQ(readings(run_with_tick(0)), Lines(7, "fps:inf   "));
 }
 
@@ -222,7 +222,7 @@ TEST_F(OverlayTexts, KeepTheHistoryOverAResetAndAModeChange) {
               (Lines{"fps:25.60 ", "fps:38.40 ", "fps:51.20 ", "fps:64.00 ", "fps:76.80 ", "fps:64.00 "}));
 }
 
-TEST_F(OverlayTexts, StandOutsideAPictureThatIsTooLow) {
+TEST_F(OverlayTexts, AreOutsideAPictureThatIsTooLow) {
     for (const int height : {1, 7, 10}) {
         offscreen::Setup setup = first_start(3);
         setup.default_mode = {0, 64, static_cast<ULONG>(height)};

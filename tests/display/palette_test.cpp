@@ -98,7 +98,7 @@ TEST_F(Palette, KeepsBlackAndWhiteAtBothEndsForEveryGammaOfTheKeys) {
     }
 }
 
-TEST_F(Palette, TakesGammasBeyondTheKeysAsTheyStand) {
+TEST_F(Palette, TakesGammasBeyondTheKeysAsTheyAre) {
     // (64 / 255)^(1/10) = 0.8708.., and a gamma of a million leaves all but index 0 at 254.99..
     build(10.0, 1e6, 1.0);
     EXPECT_EQ(palette()[64][0], 222);
@@ -106,7 +106,7 @@ TEST_F(Palette, TakesGammasBeyondTheKeysAsTheyStand) {
     EXPECT_EQ(palette()[64][1], 254);
 }
 
-TEST_F(Palette, SurvivesGammasThatAreNoNumbers) {
+TEST_F(Palette, SurvivesGammasThatAreNaN) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
     build(nan, infinity, -1.0);
@@ -117,7 +117,7 @@ TEST_F(Palette, SurvivesGammasThatAreNoNumbers) {
     EXPECT_EQ(palette()[255][2], 255);
 }
 
-TEST_F(Palette, IsLoadedOnceAndToldToTheUser) {
+TEST_F(Palette, IsLoadedOnceAndShownToTheUser) {
     (void)new_calls();
     viewer.message_timer = -0.25;
     build(0.02, 2.5, 10.0);
@@ -126,7 +126,7 @@ TEST_F(Palette, IsLoadedOnceAndToldToTheUser) {
     EXPECT_EQ(viewer.message_timer, 2.0);
 }
 
-TEST_F(Palette, TellsTwoDecimalsOfWhatTheStepsAddUpTo) {
+TEST_F(Palette, ShowsTwoDecimalsOfWhatTheStepsAddUpTo) {
     double gamma = 1.0;
     for (int step = 0; step < 15; ++step) {
         gamma += 0.1;

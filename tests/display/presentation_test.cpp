@@ -120,7 +120,7 @@ TEST_F(PresentationInARun, NeverShowsAnotherBuffer) {
 }
 
 TEST_F(PresentationInARun, IsTheSameWithTheInternalConversion) {
-    // The same message stands on both screens, since the toggle's own would differ.
+    // The same message is on both screens, since the toggle's own would differ.
     ProgramRun runs[2];
     for (int enabled = 0; enabled < 2; ++enabled) {
         offscreen::Setup setup = later_start(6, {{"internal c2p enabled", std::to_string(enabled)}});

@@ -14,7 +14,7 @@ protected:
         return run_program(std::move(setup));
     }
 
-    /// A run whose screen-mode requester is told this size.
+    /// A run whose screen-mode requester is answered with this size.
     ProgramRun run_of_size(LONG width, LONG height) const {
         offscreen::Setup setup = first_start();
         setup.answers = {
@@ -27,7 +27,7 @@ protected:
                "\n";
     }
 
-    /// The calls behind the last attempt to open something of the display.
+    /// The calls after the last attempt to open something of the display.
     static Lines calls_after(const ProgramRun &run, const std::string &beginning) {
         std::ptrdiff_t last = 0;
         for (std::ptrdiff_t i = 0; i < std::ssize(run.calls); ++i) {
@@ -50,7 +50,7 @@ protected:
     }
 };
 
-TEST_F(DisplayFailure, OfTheScreenHasNothingToClose) {
+TEST_F(DisplayFailure, OfTheScreenClosesNothing) {
     const ProgramRun run = run_refusing("OpenScreenTagList");
     expect_failure(run, std::string(default_display_line) + "Couldn't open screen\n");
     EXPECT_EQ(calls_after(run, "OpenScreenTagList"), ending_with({}));

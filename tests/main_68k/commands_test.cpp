@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What each key and mouse event does to the state, and what it tells the user.
+// What each key and mouse event does to the state, and what it shows to the user.
 #include "platform/intuition.h"
 #include "support/viewer_test.h"
 

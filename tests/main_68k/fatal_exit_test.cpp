@@ -81,11 +81,11 @@ TEST_F(FatalExit, WithoutATextPrintsNothingAndEndsWithZero) {
     EXPECT_EQ(run.calls, std::vector<std::string>{});
 }
 
-TEST_F(FatalExit, PrintsATextWithoutALineEndAsItStands) {
+TEST_F(FatalExit, PrintsATextWithoutALineEndAsItIs) {
     expect_failure(end_at_once("AllocScreenBuffer() failed"), "AllocScreenBuffer() failed");
 }
 
-TEST_F(FatalExit, PrintsAPercentSignAsItStands) {
+TEST_F(FatalExit, PrintsAPercentSignAsItIs) {
     expect_failure(end_at_once("100% of it is gone\n"), "100% of it is gone\n");
 }
 

@@ -274,7 +274,7 @@ TEST_F(FrameLoop, DrawsInTheNewSizeAfterAModeChange) {
 }
 
 TEST_F(FrameLoop, ShowsEachFrameOnePassAfterItWasDrawn) {
-    // The renderer's own result is seen behind the pass that drew it, in the buffer that is shown next.
+    // The renderer's own result is seen after the pass that drew it, in the buffer that is shown next.
     offscreen::Setup setup = first_start(4);
     setup.events = {mouse_move(1, 20, 0), mouse_move(2, 20, 0), mouse_move(3, 20, 0)};
     static std::vector<std::uint8_t> drawn;

@@ -42,7 +42,7 @@ TEST_F(RunStatistics, ReadTheClockAsUnsignedFixedPoint) {
                                          "average framerate: 0.000004 fps\n");
 }
 
-TEST_F(RunStatistics, AreInfinitelyFastOnAClockThatStands) {
+TEST_F(RunStatistics, AreInfinitelyFastOnAStoppedClock) {
     EXPECT_EQ(statistics(3, 0), "number of frames: 3\n"
                                 "all time: 0.000000  average frametime: 0.000000\n"
                                 "average framerate: inf fps\n");

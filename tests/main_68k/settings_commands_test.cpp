@@ -21,7 +21,7 @@ offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
     return {{}, offscreen::ModeAnswer{mode_id, width, height}};
 }
 
-/// What a run prints after its display lines: the statistics of so many passes, and the close.
+/// What a run prints after its display lines: the statistics of these passes, and the close.
 std::string ordinary_end(int passes) {
     std::array<char, 200> text{};
     std::snprintf(text.data(), text.size(),
@@ -302,36 +302,6 @@ TEST_F(TextureKey, ReadsTheChosenFileAndPrintsItsName) {
               1);
 }
 
-TEST_F(TextureKey, JoinsDrawerAndFileWhereASlashIsNeeded) {
-    env.write("steel", std::string(65536, 's'));
-    const std::vector<std::pair<offscreen::Answer, std::string>> cases{
-        {chosen_file(env.folder(), "steel"), env.folder() + "/steel"},
-        {chosen_file(env.folder() + "/", "steel"), env.folder() + "/steel"},
-        {chosen_file("ENV:", "steel"), "ENV:steel"},
-        {chosen_file("", env.path("steel")), env.path("steel")},
-    };
-    for (const auto &[answer, name] : cases) {
-        const ProgramRun run = run_program(key_run({answer}));
-        expect_normal_end(run);
-        EXPECT_EQ(run.notes, Lines{"65536 s"}) << name;
-        EXPECT_EQ(run.output, "envmap filename: " + name + "\n" + ordinary_end(2));
-    }
-}
-
-TEST_F(TextureKey, ReplacesOnlyTheStartByAShortFile) {
-    files.write("short", std::string(100, 's'));
-    const ProgramRun run = run_program(key_run({chosen_file(files.folder(), "short")}));
-    expect_normal_end(run);
-    EXPECT_EQ(run.notes, (Lines{"100 s", "65436 a"}));
-}
-
-TEST_F(TextureKey, ReadsNoMoreThanATexture) {
-    files.write("long", std::string(65536, 's') + std::string(5000, 'x'));
-    const ProgramRun run = run_program(key_run({chosen_file(files.folder(), "long")}));
-    expect_normal_end(run);
-    EXPECT_EQ(run.notes, Lines{"65536 s"});
-}
-
 TEST_F(TextureKey, TakesTheInitialFileWhenCancelled) {
     // The stored name is another one by then, so the reading of the initial file shows.
     env.write("steel", std::string(65536, 's'));
@@ -383,14 +353,6 @@ TEST_F(TextureKey, EndsTheProgramWhenTheFileIsMissing) {
     EXPECT_EQ(run.output, "envmap filename: " + files.path("gone") + "\n" + display_closed_line +
                               "envmap file open error\n");
     EXPECT_EQ(run.errors, "");
-}
-
-TEST_F(TextureKey, KeepsNoMoreOfALongNameThanItsBufferHolds) {
-    const std::string drawer(3000, 'd');
-    const ProgramRun run = run_program(key_run({chosen_file(drawer, "steel")}));
-    EXPECT_EQ(run.exit_code, 20);
-    EXPECT_EQ(run.output, "envmap filename: " + drawer.substr(0, 1023) + "\n" + display_closed_line +
-                              "envmap file open error\n");
 }
 
 class ModeKey : public ViewerTest {};

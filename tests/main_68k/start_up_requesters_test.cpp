@@ -27,7 +27,7 @@ const offscreen::Answer cancelled{};
 
 class ObjectRequester : public ViewerTest {
 protected:
-    /// A run that asks for its object and is told this.
+    /// A run that asks for its object and gets this answer.
     ProgramRun run_asked(const std::deque<offscreen::Answer> &answers) const {
         offscreen::Setup setup = later_start();
         setup.command_line = {};
@@ -221,32 +221,11 @@ TEST_F(TextureRequester, AppearsWhenTheStoredNameCannotBeOpened) {
                      "FreeAslRequest()", "open_file(" + files.path("steel") + ", rb)"}));
 }
 
-TEST_F(TextureRequester, JoinsDrawerAndFileByItsOwnRule) {
-    env.write("steel", texture);
-    const std::vector<std::pair<offscreen::Answer, std::string>> cases{
-        {chosen_file(env.folder(), "steel"), env.folder() + "/steel"},
-        {chosen_file(env.folder() + "/", "steel"), env.folder() + "/steel"},
-        {chosen_file("ENV:", "steel"), "ENV:steel"},
-        {chosen_file("", env.path("steel")), env.path("steel")},
-    };
-    for (const auto &[answer, name] : cases) {
-        const ProgramRun run = run_asked({answer});
-        expect_normal_end(run);
-        EXPECT_TRUE(run.output.starts_with("envmap filename: " + name + "\n")) << run.output;
-        EXPECT_EQ(count_calls(run, "AddPart"), 0);
-    }
-}
-
 TEST_F(TextureRequester, EndsTheProgramWhenCancelledWithoutTheInitialFile) {
     const ProgramRun run = run_asked({cancelled});
     expect_failure(run, "envmap filename: Zelvo_envmap.chunky\nenvmap file open error\n");
     EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky, rb)"), 2);
     EXPECT_EQ(count_calls(run, "OpenScreenTagList"), 0);
-}
-
-TEST_F(TextureRequester, EndsTheProgramWhenTheChosenFileIsMissing) {
-    expect_failure(run_asked({chosen_file(files.folder(), "gone")}),
-                   "envmap filename: " + files.path("gone") + "\nenvmap file open error\n");
 }
 
 TEST_F(TextureRequester, AppearsOnlyOnce) {
@@ -289,25 +268,6 @@ TEST_F(TextureRequester, GivesAWholeTexture) {
     setup.answers = {chosen_file(files.folder(), "steel")};
     setup.on_frame = [this](const offscreen::Picture &) { note_texture(texture); };
     EXPECT_EQ(run_program(std::move(setup)).notes, Lines{"read, then zeros"});
-}
-
-TEST_F(TextureRequester, IsNotNeededForAShortFile) {
-    offscreen::Setup setup = without_texture();
-    setup.stand_ins[default_envmap_filename] = files.write("short", texture.substr(1, 100));
-    setup.on_frame = [this](const offscreen::Picture &) { note_texture(texture.substr(1, 100)); };
-    const ProgramRun run = run_program(std::move(setup));
-    expect_normal_end(run);
-    EXPECT_EQ(run.notes, Lines{"read, then zeros"});
-    EXPECT_EQ(count_calls(run, "AllocAslRequest"), 0);
-}
-
-TEST_F(TextureRequester, TakesTheStartOfALongFile) {
-    offscreen::Setup setup = without_texture();
-    setup.stand_ins[default_envmap_filename] = files.write("long", texture + std::string(1000, 'x'));
-    setup.on_frame = [this](const offscreen::Picture &) { note_texture(texture); };
-    const ProgramRun run = run_program(std::move(setup));
-    expect_normal_end(run);
-    EXPECT_EQ(run.notes, Lines{"read, then zeros"});
 }
 
 TEST_F(TextureRequester, DoesNotTakeAFolderForATexture) {

@@ -26,12 +26,6 @@ protected:
         return run_program(std::move(setup));
     }
 
-    ProgramRun run_refusing(const std::string &refused) const {
-        offscreen::Setup setup = first_start();
-        setup.refused = {refused};
-        return run_program(std::move(setup));
-    }
-
     TemporaryFiles files;
 };
 
@@ -175,39 +169,6 @@ TEST_F(StartUp, PutsTheDefaultTextureNameBackBeforeTheSettings) {
     EXPECT_EQ(count_calls(run, "open_file(another"), 0);
 }
 
-TEST_F(StartUp, StopsAtEachLibraryThatIsMissing) {
-    const std::vector<std::pair<std::string, std::string>> messages{
-        {"graphics.library", "Couldn't open Gfx V39\n"},
-        {"intuition.library", "Couldn't open Intuition V39\n"},
-        {"lowlevel.library", "Couldn't open LowLevel V39\n"},
-        {"asl.library", "Couldn't open Asl V38\n"},
-    };
-    for (std::size_t i = 0; i < messages.size(); ++i) {
-        const auto &[library, message] = messages[i];
-        const ProgramRun run = run_refusing("OpenLibrary:" + library);
-        expect_failure(run, message);
-        EXPECT_EQ(count_calls(run, "OpenLibrary"), static_cast<int>(i) + 1) << library;
-        EXPECT_EQ(count_calls(run, "CloseLibrary"), static_cast<int>(i)) << library;
-        EXPECT_EQ(count_calls(run, "ReadArgs"), 0) << library;
-    }
-}
-
-TEST_F(StartUp, StopsAtEachLibraryThatHasNoInterface) {
-    const std::vector<std::pair<std::string, std::string>> messages{
-        {"graphics.library", "Couldn't open Gfx V39\n"},
-        {"intuition.library", "Couldn't open Intuition V39\n"},
-        {"lowlevel.library", "Couldn't open LowLevel V39\n"},
-        {"asl.library", "Couldn't open Asl V38\n"},
-    };
-    for (std::size_t i = 0; i < messages.size(); ++i) {
-        const auto &[library, message] = messages[i];
-        const ProgramRun run = run_refusing("GetInterface:" + library);
-        expect_failure(run, message);
-        EXPECT_EQ(count_calls(run, "CloseLibrary"), static_cast<int>(i) + 1) << library;
-        EXPECT_EQ(count_calls(run, "DropInterface"), static_cast<int>(i)) << library;
-    }
-}
-
 TEST_F(StartUp, EndsAtAMissingObjectBeforeAnyRequester) {
     offscreen::Setup setup = first_start();
     setup.command_line = {files.path("missing.lwo")};
@@ -222,103 +183,6 @@ TEST_F(StartUp, CannotOpenAFolderAsAnObject) {
     offscreen::Setup setup = first_start();
     setup.command_line = {files.folder()};
     expect_failure(run_program(std::move(setup)), "File open error\n");
-}
-
-TEST_F(StartUp, RefusesFilesThatAreNoObjects) {
-    const std::string output =
-        std::string(default_display_line) + display_closed_line + "This is not a(n) LW object\n";
-    const std::string sound = object_file({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {3, 0, 1, 2, 1});
-    std::string later_form = sound;
-    later_form.replace(8, 4, "LWO2");
-    std::string no_form = sound;
-    no_form.replace(0, 4, "LIST");
-    const Lines wrong{"", "F", "FORM", sound.substr(0, 8), sound.substr(0, 11), later_form, no_form};
-    for (const std::string &bytes : wrong) {
-        expect_failure(run_object(bytes), output);
-    }
-    expect_normal_end(run_object(sound));
-}
-
-TEST_F(StartUp, RefusesAnObjectWithoutPolygonsOrPoints) {
-    const std::string output =
-        std::string(default_display_line) + display_closed_line + "nincs polygon az objektben!\n";
-    const std::string points = chunk("PNTS", std::string(36, '\0'));
-    const std::string polygons = chunk("POLS", std::string(10, '\0'));
-    const Lines incomplete{
-        form("LWOB", ""),
-        form("LWOB", points),
-        form("LWOB", polygons),
-        form("LWOB", points + chunk("POLS", "")),
-        form("LWOB", chunk("PNTS", "") + polygons),
-    };
-    for (const std::string &bytes : incomplete) {
-        expect_failure(run_object(bytes), output);
-    }
-}
-
-TEST_F(StartUp, TakesAChunkSizeWithTheTopBitSetForAnAllocationFailure) {
-    const std::string before = std::string(default_display_line) + display_closed_line;
-    const std::string huge = big_endian_32(0x80000000);
-    expect_failure(run_object(form("LWOB", "PNTS" + huge)), before + "Couldn't allocate PNTS chunk memory\n");
-    expect_failure(run_object(form("LWOB", "POLS" + huge)), before + "Couldn't allocate POLS chunk memory\n");
-    expect_failure(run_object(form("LWOB", "SRFS" + huge)), before + "nincs polygon az objektben!\n");
-}
-
-/// What each refused heap allocation of a start ends with, in the order of the allocations.
-void expect_allocation_failures(const offscreen::Setup &setup, const std::vector<std::string> &outputs) {
-    for (std::size_t i = 0; i < outputs.size(); ++i) {
-        RunOptions options;
-        options.refused_allocation = static_cast<int>(i) + 1;
-        const ProgramRun run = run_program(setup, options);
-        expect_failure(run, outputs[i]);
-    }
-    EXPECT_EQ(run_program(setup).allocations, static_cast<int>(outputs.size()));
-}
-
-TEST_F(StartUp, EndsAtEachAllocationInItsOrderWithSettings) {
-    expect_allocation_failures(later_start(), {
-                                                  "Couldn't allocate PNTS chunk memory\n",
-                                                  "Couldn't allocate POLS chunk memory\n",
-                                                  "Couldn't allocate *lwopoints2 memory\n",
-                                                  "Couldn't allocate *lwopoints3 memory\n",
-                                                  "Couldn't allocate *lwonormals2 memory\n",
-                                                  "Couldn't allocate *lwonormals3 memory\n",
-                                                  "Couldn't allocate *lwofis memory\n",
-                                                  "Couldn't allocate envmap filebuffer memory\n",
-                                                  "Couldn't allocate 'dot' memory\n",
-                                                  "Couldn't allocate *chunkybuf1 memory\n",
-                                                  "Couldn't allocate *chunkybuf2 memory\n",
-                                                  "Couldn't allocate *zbuf memory\n",
-                                                  "Couldn't allocate *planarbuf1 memory\n",
-                                                  "Couldn't allocate *planarbuf2 memory\n",
-                                              });
-}
-
-TEST_F(StartUp, EndsAtEachAllocationInItsOrderOnAFirstStart) {
-    const std::string shown = default_display_line;
-    const std::string closed = shown + display_closed_line;
-    expect_allocation_failures(first_start(), {
-                                                  shown + "Couldn't allocate *chunkybuf1 memory\n",
-                                                  shown + "Couldn't allocate *chunkybuf2 memory\n",
-                                                  shown + "Couldn't allocate *zbuf memory\n",
-                                                  shown + "Couldn't allocate *planarbuf1 memory\n",
-                                                  shown + "Couldn't allocate *planarbuf2 memory\n",
-                                                  closed + "Couldn't allocate PNTS chunk memory\n",
-                                                  closed + "Couldn't allocate POLS chunk memory\n",
-                                                  closed + "Couldn't allocate *lwopoints2 memory\n",
-                                                  closed + "Couldn't allocate *lwopoints3 memory\n",
-                                                  closed + "Couldn't allocate *lwonormals2 memory\n",
-                                                  closed + "Couldn't allocate *lwonormals3 memory\n",
-                                                  closed + "Couldn't allocate *lwofis memory\n",
-                                                  closed + "Couldn't allocate envmap filebuffer memory\n",
-                                                  closed + "Couldn't allocate 'dot' memory\n",
-                                              });
-}
-
-TEST_F(StartUp, EndsWhenTheScreenOrTheWindowDoesNotOpen) {
-    const std::string shown = default_display_line;
-    expect_failure(run_refusing("OpenScreenTagList"), shown + "Couldn't open screen\n");
-    expect_failure(run_refusing("OpenWindowTagList"), shown + "Couldn't open window\n");
 }
 
 } // namespace

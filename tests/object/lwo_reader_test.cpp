@@ -141,7 +141,7 @@ TEST_F(LwoReader, OtherChunksAreSkippedUnread) {
     EXPECT_EQ(polygon_words().size(), 5U);
 }
 
-TEST_F(LwoReader, PolygonsMayStandBeforeThePoints) {
+TEST_F(LwoReader, PolygonsMayComeBeforeThePoints) {
     read(form("LWOB", one_polygon + one_point));
     expect_point(0, 1, 2, 3);
     EXPECT_EQ(polygon_words().size(), 5U);

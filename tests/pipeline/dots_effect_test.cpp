@@ -132,7 +132,7 @@ TEST_F(DotsEffect, DoesNotDependOnTheObject) {
     EXPECT_EQ(frame_bytes(), without_object);
 }
 
-TEST_F(DotsEffect, SpinThatIsNoNumberDrawsInsideTheFrame) {
+TEST_F(DotsEffect, SpinThatIsNaNDrawsInsideTheFrame) {
     viewer.spin_angle = std::nan("");
     draw_dots_effect();
     EXPECT_EQ(faces_seen, 2286);

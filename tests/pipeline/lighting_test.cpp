@@ -65,7 +65,7 @@ TEST_F(FaceLightTest, TurnsAroundWithTheLight) {
     EXPECT_FLOAT_EQ(face_light(plus(corner, along), corner, plus(corner, across)), 255.0F);
 }
 
-TEST_F(FaceLightTest, DegenerateFaceHasNoNumber) {
+TEST_F(FaceLightTest, DegenerateFaceIsNaN) {
     EXPECT_TRUE(std::isnan(face_light(corner, corner, corner)));
 }
 
@@ -85,7 +85,7 @@ TEST_F(VertexLightTest, DoesNotDependOnTheNormalsLength) {
     EXPECT_FLOAT_EQ(vertex_light({0, 0, 123}), static_cast<float>(25 + 230 * 3 / std::sqrt(11.0)));
 }
 
-TEST_F(VertexLightTest, ZeroNormalHasNoNumber) {
+TEST_F(VertexLightTest, ZeroNormalIsNaN) {
     EXPECT_TRUE(std::isnan(vertex_light({0, 0, 0})));
 }
 

@@ -194,7 +194,7 @@ TEST_F(PrepareObject, PolygonCutShortContributesNothing) {
     expect_near(lwonormals2[0], {component, component, component}, 1e-3F);
 }
 
-TEST_F(PrepareObject, LineGetsTheNormalOfTheThreeWordsBehindItsCount) {
+TEST_F(PrepareObject, LineGetsTheNormalOfTheThreeWordsAfterItsCount) {
     // The surface word 1 serves as third point, but only the line's own two points receive the normal.
     prepare(prepared_cross, {2, 0, 3, 1});
     expect_near(lwonormals2[0], as_normal({1, 1, 1 + 24200}), 1e-2F);
@@ -251,7 +251,7 @@ TEST(ScaleToLength, KeepsTheDirection) {
     EXPECT_EQ(v.z, 12.0F);
 }
 
-TEST(ScaleToLength, ZeroVectorTurnsIntoNoNumber) {
+TEST(ScaleToLength, ZeroVectorTurnsIntoNaN) {
     Vec3 v{0, 0, 0};
     scale_to_length(v, 123.0F);
     EXPECT_TRUE(std::isnan(v.x) && std::isnan(v.y) && std::isnan(v.z));

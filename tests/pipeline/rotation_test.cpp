@@ -240,7 +240,7 @@ TEST_F(TransformAndProject, PointInTheEyeSaturates) {
     EXPECT_FLOAT_EQ(projected.z, 353.0F);
 }
 
-TEST_F(TransformAndProject, PointThatIsNotANumberSnapsToTheSmallestInteger) {
+TEST_F(TransformAndProject, PointThatIsNaNSnapsToTheSmallestInteger) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const Vec3 projected = project({nan, nan, nan});
     expect_near(projected, {-2147483.6F, -2147483.6F, -2147483.6F}, 1.0F);

@@ -216,7 +216,7 @@ TEST(LoadPalette, DropsEntriesBeyondThePalette) {
     host::load_palette(palette, table.data());
     EXPECT_EQ(palette[255], (host::Colour{255, 255, 255}));
     EXPECT_EQ(palette[0], host::Colour{});
-    EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the range behind is read from its own place";
+    EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the next range is read from its own place";
     EXPECT_EQ(memory.after, (std::array<host::Colour, 4>{}));
 }
 

@@ -18,7 +18,7 @@ TEST(FileArgument, OneWordIsTheFile) {
     EXPECT_EQ(file_argument({"NAME=cow.lwo"}), "NAME=cow.lwo");
 }
 
-TEST(FileArgument, KeywordMayStandBeforeTheFile) {
+TEST(FileArgument, KeywordMayComeBeforeTheFile) {
     EXPECT_EQ(file_argument({"FILE", "cow.lwo"}), "cow.lwo");
     EXPECT_EQ(file_argument({"FILE=cow.lwo"}), "cow.lwo");
     EXPECT_EQ(file_argument({"FILE=a=b"}), "a=b");
@@ -67,7 +67,7 @@ TEST(JoinPath, PutsASlashBetweenDrawerAndFile) {
     EXPECT_EQ(join_path("objects", "cow"), "objects/cow");
 }
 
-TEST(JoinPath, NeedsNoSlashBehindAVolumeOrASlash) {
+TEST(JoinPath, NeedsNoSlashAfterAVolumeOrASlash) {
     EXPECT_EQ(join_path("Work:", "cow"), "Work:cow");
     EXPECT_EQ(join_path("objects/", "cow"), "objects/cow");
 }

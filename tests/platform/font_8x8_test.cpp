@@ -30,7 +30,7 @@ TEST(Font, OtherCharactersAreTheSameHollowBox) {
     EXPECT_NE(box, glyph_rows(' '));
 }
 
-TEST(Font, LettersStandOnTheBaseline) {
+TEST(Font, LettersAreOnTheBaseline) {
     for (const char character : std::string("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcdefhiklmnorstuvwxz")) {
         EXPECT_NE(glyph_rows(character)[host::glyph_baseline], 0) << character;
         EXPECT_EQ(glyph_rows(character)[host::glyph_baseline + 1], 0) << character;

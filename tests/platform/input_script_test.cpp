@@ -177,12 +177,15 @@ TEST(InputScript, EveryKindOfMalformedEventIsRefused) {
                              "1.5 key a",
                              "2147483648 key a",
                              "x key a",
+                             "99999999999 key a",
+                             "1key a",
                              "1x key a",
                              "1 key",
                              "1 key ab",
                              "1 key a b",
                              "1 key 0x1",
                              "1 key 0x100",
+                             "1 key 0x123",
                              "1 key 0xG0",
                              "1 key 0x-1",
                              "1 rawkey",
@@ -193,7 +196,8 @@ TEST(InputScript, EveryKindOfMalformedEventIsRefused) {
                              "1 move",
                              "1 move 1",
                              "1 move 1 2 3",
-                             "1 move a b",
+                             "1 move a 1",
+                             "1 move 1 b",
                              "1 move 32768 0",
                              "1 move 0 -32769",
                              "1 move 1.5 0",
@@ -203,6 +207,7 @@ TEST(InputScript, EveryKindOfMalformedEventIsRefused) {
                              "1 button",
                              "1 button middle",
                              "1 button left right",
+                             "1 jump",
                              "1 Key a",
                              "1 KEY a"}) {
         EXPECT_EQ(error_line(line), 1) << line;
@@ -214,7 +219,8 @@ TEST(InputScript, EveryKindOfMalformedAnswerIsRefused) {
          {"answer", "answer yes", "answer file", "answer file one", "answer file one two three",
           "answer mode 0 320", "answer mode 0 320 256 8", "answer mode x 320 256", "answer mode 0 3x 256",
           "answer mode 0x-1 320 256", "answer mode 4294967296 320 256", "answer mode 0 2147483648 1",
-          "answer cancel now", "answer file \"open name"}) {
+          "answer mode 0 wide 256", "answer mode 0 320 2147483648", "answer cancel now",
+          "answer file \"open name", "answer file a \"open b"}) {
         EXPECT_EQ(error_line(line), 1) << line;
     }
 }

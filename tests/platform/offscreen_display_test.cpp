@@ -13,7 +13,7 @@ namespace {
 using Lines = std::vector<std::string>;
 using Bytes = std::vector<std::uint8_t>;
 
-/// A picture as it was handed on.
+/// A picture as it was passed on.
 struct Seen {
     int pass;
     int width;
@@ -138,7 +138,7 @@ TEST_F(OffscreenDisplay, OpensThatAreRefusedGiveNull) {
     EXPECT_EQ(offscreen::held(), (Lines{"screen", "screen buffer"}));
 }
 
-TEST_F(OffscreenDisplay, FramesAreHandedOnExactlyAsWritten) {
+TEST_F(OffscreenDisplay, FramesArePassedOnExactlyAsWritten) {
     start();
     Bytes pixels;
     for (std::uint8_t value = 1; value <= 12; ++value) {
@@ -153,7 +153,7 @@ TEST_F(OffscreenDisplay, FramesAreHandedOnExactlyAsWritten) {
     EXPECT_EQ(offscreen::current_pass(), 1);
 }
 
-TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsHandedOnWholeAndShownClipped) {
+TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsPassedOnWholeAndShownClipped) {
     start();
     Bytes pixels(6 * 5);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
@@ -167,7 +167,7 @@ TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsHandedOnWholeAndShownClipped)
     EXPECT_EQ(pictures[0].pixels, (Bytes{0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15}));
 }
 
-TEST_F(OffscreenDisplay, PictureIsHandedOnOnceAPassWithWhatWasDrawnOverTheFrame) {
+TEST_F(OffscreenDisplay, PictureIsPassedOnOncePerPassWithWhatWasDrawnOverTheFrame) {
     start();
     codes_waiting();
     EXPECT_TRUE(pictures.empty()) << "there is nothing to show before the first frame";

@@ -279,7 +279,7 @@ TEST_F(SafeFile, WritesOnWhereAWriteTookOnlyAPart) {
     EXPECT_EQ(text_of(path), text);
 }
 
-TEST_F(SafeFile, TellsOnceWhyItWasNotSaved) {
+TEST_F(SafeFile, ReportsOnceWhyItWasNotSaved) {
     for (const auto &[refused, error] :
          {std::pair(&Refusals::fsync, EIO), {&Refusals::rename, ENOSPC}, {&Refusals::close, EDQUOT}}) {
         write_old();
@@ -294,7 +294,7 @@ TEST_F(SafeFile, TellsOnceWhyItWasNotSaved) {
     }
 }
 
-TEST_F(SafeFile, TellsOnceWhyItWasNotOpened) {
+TEST_F(SafeFile, ReportsOnceWhyItWasNotOpened) {
     EXPECT_FALSE(save("new", folder / "missing" / "settings"));
     EXPECT_EQ(reason, ENOENT);
     EXPECT_EQ(errno, ENOENT);
@@ -307,12 +307,12 @@ TEST_F(SafeFile, TellsOnceWhyItWasNotOpened) {
     EXPECT_EQ(files_in_folder(), 0);
 }
 
-TEST_F(SafeFile, TellsNothingWhenItWasSaved) {
+TEST_F(SafeFile, ReportsNothingWhenItWasSaved) {
     EXPECT_TRUE(save("new"));
     EXPECT_EQ(failures, 0);
 }
 
-TEST_F(SafeFile, NeedsNobodyToTell) {
+TEST_F(SafeFile, NeedsNobodyToReportTo) {
     EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
     std::FILE *file = host::open_for_saving("/dev/full");
     std::fputs("new", file);

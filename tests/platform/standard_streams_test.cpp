@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The null device stands in for descriptors that are closed when a program starts.
+// The null device replaces descriptors that are closed when a program starts.
 #include "platform/posix/standard_streams.h"
 
 #include <fcntl.h>
@@ -18,7 +18,7 @@ bool is_null_device(int descriptor) {
 }
 
 /// Which descriptors are the null device after those of `closed` were missing: bit n for descriptor n. All
-/// others were a pipe's. A bit 3 tells of a descriptor that was opened in vain, a bit 4 of one that cannot be
+/// others were a pipe's. Bit 3 means a descriptor that was opened in vain, bit 4 one that cannot be
 /// both read and written.
 int null_devices(int closed) {
     const pid_t child = fork();

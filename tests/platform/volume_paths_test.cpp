@@ -23,7 +23,7 @@ File open(const std::string &path, const char *mode) {
     return File(host::open_plain_file(path, mode));
 }
 
-/// What open_plain_file tells of a failed save; 0 if it tells nothing.
+/// The error that open_plain_file reports of a failed save; 0 if it reports none.
 int reason_against(const std::string &path, const char *mode) {
     int reason = 0;
     std::FILE *file = host::open_plain_file(path, mode, [&reason](int error) { reason = error; });
@@ -100,7 +100,7 @@ TEST(OpenPlainFile, ACharacterDeviceIsWrittenToItself) {
     EXPECT_EQ(reason_against("/dev/full", "w"), ENOSPC);
 }
 
-TEST(OpenPlainFile, TellsWhyAFileIsNotSaved) {
+TEST(OpenPlainFile, ReportsWhyAFileIsNotSaved) {
     const TemporaryFiles files;
     ASSERT_EQ(mkfifo(files.path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(reason_against(files.folder(), "w"), EISDIR);
@@ -109,7 +109,7 @@ TEST(OpenPlainFile, TellsWhyAFileIsNotSaved) {
     EXPECT_EQ(reason_against(files.path("new"), "w"), 0);
 }
 
-TEST(OpenPlainFile, TellsNothingOfAFileThatIsNotRead) {
+TEST(OpenPlainFile, ReportsNothingOfAFileThatIsNotRead) {
     const TemporaryFiles files;
     EXPECT_EQ(reason_against(files.folder(), "rb"), 0);
     EXPECT_EQ(reason_against(files.path("missing"), "rb"), 0);

@@ -92,7 +92,7 @@ TEST_F(PlotDot, AddsTheTexelTimesTheLuminance) {
     viewer.dot_lum = 25600;
     plot_dot(50, 30, 8);
     EXPECT_EQ(pixel(50, 30), 199);
-    // 155 + 99 is the largest sum that stands as it is.
+    // 155 + 99 is the largest sum that is not saturated.
     set_pixels(155);
     plot_dot(50, 30, 8);
     EXPECT_EQ(pixel(50, 30), 254);

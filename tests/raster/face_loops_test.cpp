@@ -68,7 +68,7 @@ protected:
         lit_points.clear();
     }
 
-    /// A model whose points stand on the screen where they are.
+    /// A model whose points are on the screen already.
     static void set_scene(const std::vector<Vec3> &points, const std::vector<std::uint16_t> &words) {
         set_model(points, words);
         std::copy(points.begin(), points.end(), lwopoints3.get());
@@ -340,7 +340,7 @@ TEST_F(FaceLoops, ZlightDrawsTheDepthAsColour) {
     EXPECT_EQ(pixel(24, 15), 60 + 2 * 15);
 }
 
-TEST_F(FaceLoops, PointsThatAreNotNumbersStayInsideTheFrame) {
+TEST_F(FaceLoops, PointsThatAreNaNStayInsideTheFrame) {
     const float nan = std::nanf("");
     set_scene({{nan, nan, nan}, {1e30F, -1e30F, 100}, {30, nan, 100}, {10, 30, 1e30F}},
               {4, 0, 1, 2, 3, 0, 3, 1, 2, 3, 0});

@@ -30,7 +30,7 @@ TEST(ToInt, SaturatesBeyondTheRange) {
     EXPECT_EQ(to_int(-std::numeric_limits<double>::infinity()), std::numeric_limits<std::int32_t>::min());
 }
 
-TEST(ToInt, MakesNotANumberTheSmallestInteger) {
+TEST(ToInt, MakesNaNTheSmallestInteger) {
     EXPECT_EQ(to_int(std::nan("")), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(to_int(std::nanf("")), std::numeric_limits<std::int32_t>::min());
 }

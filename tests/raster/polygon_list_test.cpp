@@ -26,7 +26,7 @@ std::ostream &operator<<(std::ostream &out, const Visited &visited) {
     return out << (visited.has_valid_indices ? " } usable" : " } unusable");
 }
 
-/// Three points unless told otherwise.
+/// Three points by default.
 std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t points = 3) {
     reset_program_state();
     set_model(std::vector<Vec3>(points), words);
@@ -66,7 +66,7 @@ TEST(PolygonList, PolygonWithAnIndexThatIsNoPointIsUnusableAndTheWalkGoesOn) {
     EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 3}, false}, {3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, OneBadIndexBehindTheFirstThreeMakesAPolygonUnusable) {
+TEST(PolygonList, OneBadIndexAfterTheFirstThreeMakesAPolygonUnusable) {
     EXPECT_EQ(walk({4, 0, 1, 2, 65535, 0}), (Walk{{4, {0, 1, 2, 65535}, false}}));
 }
 
@@ -90,7 +90,7 @@ TEST(PolygonList, PolygonWithoutPointsTakesTwoWords) {
     EXPECT_EQ(walk(words, 4), (Walk{{0, {1, 3, 0}, true}, {3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, EndsAtAPolygonOfFewPointsWithoutThreeWordsBehindIt) {
+TEST(PolygonList, EndsAtAPolygonOfFewPointsWithoutThreeWordsAfterIt) {
     EXPECT_EQ(walk({2, 0, 1}), Walk{});
     EXPECT_EQ(walk({0, 0, 1}), Walk{});
     EXPECT_EQ(walk({0}), Walk{});
@@ -119,7 +119,7 @@ TEST(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
     int visited = 0;
     const std::int32_t counted = for_each_polygon([&visited](const Polygon &) { ++visited; });
     EXPECT_EQ(visited, 2);
-    // Without being told the walk goes through all of them: 499 of two words, and one that is cut short.
+    // Without that number the walk goes through all of them: 499 of two words, and one that is cut short.
     EXPECT_EQ(visited + counted, 1 + 499);
     unread_polygon_words = 0;
     visited = 0;

@@ -45,7 +45,7 @@ void fill_zcolour(const Corner &a, const Corner &b, const Corner &c) {
     fill_tri_zcolour(&block);
 }
 
-/// A triangle whose left edge stands at x = 10.0 and whose right edge is at x = 13.0 in row 13.
+/// A triangle whose left edge is at x = 10.0 and whose right edge is at x = 13.0 in row 13.
 constexpr std::array<std::array<float, 2>, 3> wedge{{{10, 10}, {16, 16}, {10, 22}}};
 
 Corner wedge_corner(std::size_t vertex, float depth_value) {
@@ -146,7 +146,7 @@ TEST_F(TriangleFillers, FlatTopTakesItsGradientFromTheTwoTopVertices) {
     }
 }
 
-TEST_F(TriangleFillers, FlatTopWithFractionBeginsBehindTheRowItLiesIn) {
+TEST_F(TriangleFillers, FlatTopWithFractionBeginsAfterItsRow) {
     fill_flat({10, 10.75F, 100}, {20, 10.75F, 100}, {10, 20.75F, 100}, 200);
     // The right side is at 19.75 in row 11, a quarter row below the top.
     EXPECT_EQ(lit_columns(10), std::vector<int>{});
@@ -166,7 +166,7 @@ TEST_F(TriangleFillers, PointedTopIsWalkedFromTheRowItLiesIn) {
 }
 
 TEST_F(TriangleFillers, AlmostFlatTopDrawsTheRowOfItsTwoUpperVerticesByTheUpperEdges) {
-    // The middle vertex lies half a row below the top, in the same row. In row 10 both edges stand at the top
+    // The middle vertex lies half a row below the top, in the same row. In row 10 both edges are at the top
     // vertex; row 11 has the long edge at x = 10 and the lower edge at 26 - 0.5 x 16 / 16.
     fill_flat({10, 10, 100}, {26, 10.5F, 100}, {10, 26.5F, 100}, 200);
     EXPECT_EQ(lit_columns(10), std::vector<int>{});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs of the program that tell how much memory they took.
+// Runs of the program whose memory is measured.
 #pragma once
 
 #include "support/program_run.h"
@@ -11,7 +11,7 @@
 /// What a run cost.
 struct MeasuredRun {
     ProgramRun run;
-    /// Most memory that was resident at one time, in MiB; 0 if the run did not get to tell.
+    /// Most memory that was resident at one time, in MiB; 0 if the run did not report it.
     long resident_mib = 0;
 };
 

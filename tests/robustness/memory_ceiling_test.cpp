@@ -2,6 +2,7 @@
 // A small file takes little memory, whatever it claims to hold.
 #include "measured_run.h"
 #include "support/model_builder.h"
+#include "support/settings_text.h"
 #include "support/temporary_files.h"
 
 #include <cstdio>
@@ -17,25 +18,12 @@ constexpr std::uint32_t largest_size = 0x7FFFFFF0;
 /// The test program itself has a few MiB; what a run adds must stay far below what its file claims.
 constexpr long most_resident_mib = 64;
 
-constexpr char settings[] = "gammas: 1 1 1\nrotate: 0\nobj style: 4\nclear style: 2\nfps: 1\ndots: 1\n";
-
-std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data) {
-    return identifier + big_endian_32(size) + data;
-}
-
-std::string point_data() {
-    std::string data;
-    for (int i = 0; i < 9; ++i) {
-        data += big_endian_float(static_cast<float>(i * i % 7));
-    }
-    return data;
-}
-
-const std::string three_words = big_endian_16(3) + big_endian_16(0) + big_endian_16(1) + big_endian_16(2);
+const std::string points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
+const std::string three_words = word_data({3, 0, 1, 2});
 
 std::string huge_points() {
     return form("LWOB",
-                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, point_data()));
+                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, points));
 }
 
 class SmallFile : public testing::Test {
@@ -44,7 +32,7 @@ protected:
     offscreen::Setup setup_for(const std::string &object) {
         offscreen::Setup setup = viewer_setup("cube", 28);
         setup.command_line = {files.write("object.lwo", object)};
-        files.write("Zelvo.vars", settings);
+        files.write("Zelvo.vars", settings_text({{"obj style", "4"}, {"clear style", "2"}, {"dots", "1"}}));
         setup.volumes["ENV"] = files.folder();
         for (int pass = 2; pass < 28; pass += 4) {
             setup.events.push_back(right_button(pass));
@@ -71,7 +59,7 @@ TEST_F(SmallFile, ThatClaimsTheMostPointsTakesLittle) {
 }
 
 TEST_F(SmallFile, ThatClaimsTheLongestPolygonListTakesLittle) {
-    expect_little(form("LWOB", chunk("PNTS", point_data()) + claiming("POLS", largest_size, three_words)));
+    expect_little(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words)));
 }
 
 TEST_F(SmallFile, ThatClaimsTheMostOfBothTakesLittle) {
@@ -80,9 +68,9 @@ TEST_F(SmallFile, ThatClaimsTheMostOfBothTakesLittle) {
 }
 
 TEST_F(SmallFile, ThatNamesTheLastPointThatAPolygonCanTakesLittle) {
-    const std::string words = big_endian_16(3) + big_endian_16(0) + big_endian_16(1) + big_endian_16(65535);
+    const std::string words = word_data({3, 0, 1, 65535});
     expect_little(
-        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, point_data())));
+        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, points)));
 }
 
 /// Address space in use, in bytes.
@@ -118,7 +106,7 @@ TEST_F(BeyondTheMachine, EachModelArrayEndsWithItsOwnMessage) {
     // Six arrays of 600 MiB and one of a third of that, within memory that ends in the middle of each.
     constexpr std::uint32_t claimed = 600 << 20;
     const std::string object =
-        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, point_data()));
+        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, points));
     const std::pair<rlim_t, std::string> ends[] = {
         {300, "Couldn't allocate PNTS chunk memory\n"},    {900, "Couldn't allocate *lwopoints2 memory\n"},
         {1500, "Couldn't allocate *lwopoints3 memory\n"},  {2100, "Couldn't allocate *lwonormals2 memory\n"},
@@ -138,8 +126,7 @@ TEST_F(BeyondTheMachine, ThePolygonListEndsWithItsOwnMessage) {
         GTEST_SKIP() << "the sanitizer needs the address space";
     }
     const ProgramRun run = run_within(
-        300,
-        setup_for(form("LWOB", chunk("PNTS", point_data()) + claiming("POLS", largest_size, three_words))));
+        300, setup_for(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words))));
     EXPECT_EQ(run.exit_code, 20);
     EXPECT_EQ(run.output, "Couldn't allocate POLS chunk memory\n");
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Things that are not plain files where a file should be, disks without room and folders without permission.
 #include "measured_run.h"
+#include "support/settings_text.h"
 #include "support/temporary_files.h"
 
 #include <csignal>
@@ -17,10 +18,8 @@ namespace {
 
 constexpr long most_resident_mib = is_sanitized ? 1024 : 64;
 
-constexpr char settings[] =
-    "gammas: 1.000000 1.000000 1.000000\nrotate: 0.500000\nobj style: 4\nclear style: 0\nfps: 1\ndots: 1\n"
-    "dot lum: 25600\ndot lum in blur: 2560\ninternal c2p enabled: 0\nenvmap filename: Zelvo_envmap.chunky\n"
-    "ModeID: 0\nwidth: 64\nheight: 48\n*** Please don't edit this file! ***";
+const std::string settings = settings_text(
+    {{"rotate", "0.500000"}, {"obj style", "4"}, {"dots", "1"}, {"width", "64"}, {"height", "48"}});
 
 class StrangeFiles : public testing::Test {
 protected:

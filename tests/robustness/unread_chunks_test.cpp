@@ -38,18 +38,12 @@ struct Look {
     std::int32_t dot_lum;
 };
 
-std::string number(std::uint32_t value) {
-    return big_endian_32(value);
-}
-
-/// One chunk that claims `claimed` bytes, as a file cut behind `data`, or with all its zeros.
-std::string claiming(const std::string &identifier, std::uint32_t claimed, const std::string &data,
-                     bool is_whole) {
-    std::string chunk_data = data;
+/// One chunk that claims `claimed` bytes, as a file cut after `data`, or with all its zeros.
+std::string claiming(const std::string &identifier, std::uint32_t claimed, std::string data, bool is_whole) {
     if (is_whole) {
-        chunk_data.resize(claimed, '\0');
+        data.resize(claimed, '\0');
     }
-    return identifier + number(claimed) + chunk_data;
+    return ::claiming(identifier, claimed, data);
 }
 
 void load(const std::string &object) {
@@ -76,7 +70,7 @@ std::vector<Drawn> draw_all(const std::string &object, const Look &look) {
     std::vector<Drawn> frames;
     for (viewer.clear_style = 0; viewer.clear_style < 4; ++viewer.clear_style) {
         for (viewer.obj_style = 1; viewer.obj_style < 7; ++viewer.obj_style) {
-            // Mode 6 leaves the counters at 0; the others are looked at before the overlay resets them.
+            // Mode 6 leaves the counters at 0; the others are read before the overlay resets them.
             viewer.dots = 0;
             render_frame();
             const std::int32_t faces = faces_seen;
@@ -120,22 +114,6 @@ void expect_equal(const std::string &cut, const std::string &whole) {
 const std::vector<Vec3> points_there{
     {-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.5F}, {1.0F, 1.0F, 0.2F}, {-1.0F, 1.5F, -0.5F}, {0.3F, -0.4F, 1.5F}};
 
-std::string point_data() {
-    std::string data;
-    for (const Vec3 &point : points_there) {
-        data += big_endian_float(point.x) + big_endian_float(point.y) + big_endian_float(point.z);
-    }
-    return data;
-}
-
-std::string word_data(const std::vector<std::uint16_t> &words) {
-    std::string data;
-    for (const std::uint16_t word : words) {
-        data += big_endian_16(word);
-    }
-    return data;
-}
-
 /// Claimed points, bytes of the points that are there, and the polygon list.
 using PointCase = std::tuple<std::uint32_t, std::size_t, std::vector<std::uint16_t>>;
 class UnreadPoints : public UnreadChunks, public testing::WithParamInterface<PointCase> {};
@@ -144,8 +122,8 @@ TEST_P(UnreadPoints, AreDrawnLikeZeros) {
     const auto &[points, bytes, words] = GetParam();
     const std::string polygons = chunk("POLS", word_data(words));
     const auto object = [&, &there = bytes, &claimed = points](bool is_whole) {
-        return form("LWOB",
-                    polygons + claiming("PNTS", claimed * 12, point_data().substr(0, there), is_whole));
+        return form("LWOB", polygons + claiming("PNTS", claimed * 12,
+                                                point_data(points_there).substr(0, there), is_whole));
     };
     expect_equal(object(false), object(true));
 }
@@ -174,7 +152,7 @@ class UnreadPolygons : public UnreadChunks, public testing::WithParamInterface<W
 
 TEST_P(UnreadPolygons, AreDrawnLikeZeros) {
     const auto &[claimed, words, bytes] = GetParam();
-    const std::string points = chunk("PNTS", point_data());
+    const std::string points = chunk("PNTS", point_data(points_there));
     const auto object = [&, &size = claimed, &list = words, &there = bytes](bool is_whole) {
         return form("LWOB", points + claiming("POLS", size, word_data(list).substr(0, there), is_whole));
     };

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Reads an object that stands in a pipe.
+/// Reads an object from a pipe.
 void read_from_pipe(const std::string &object) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);

@@ -189,7 +189,7 @@ TEST_F(EnvironmentMap, NameThatIsTooLongIsCut) {
 
 namespace {
 
-/// Runs the program with no file behind the default name, and with settings so that no display is open while
+/// Runs the program with no file of the default name, and with settings so that no display is open while
 /// the texture is read.
 ProgramRun run_without_texture(const TemporaryFiles &files, offscreen::Setup setup) {
     files.write("Zelvo.vars", "");
@@ -200,23 +200,6 @@ ProgramRun run_without_texture(const TemporaryFiles &files, offscreen::Setup set
 
 } // namespace
 
-TEST(EnvironmentMapFailure, CancelledRequesterWithoutTheDefaultFileEndsTheProgram) {
-    const TemporaryFiles files;
-    const ProgramRun run = run_without_texture(files, viewer_setup("cube"));
-    EXPECT_EQ(run.output, "envmap filename: Zelvo_envmap.chunky\nenvmap file open error\n");
-    EXPECT_EQ(run.exit_code, 20);
-    EXPECT_EQ(run.held, std::vector<std::string>{});
-}
-
-TEST(EnvironmentMapFailure, ChosenFileThatCannotBeOpenedEndsTheProgram) {
-    const TemporaryFiles files;
-    offscreen::Setup setup = viewer_setup("cube");
-    setup.answers.push_back({offscreen::FileAnswer{files.folder(), "nothing"}, {}});
-    const ProgramRun run = run_without_texture(files, setup);
-    EXPECT_EQ(run.output, "envmap filename: " + files.path("nothing") + "\nenvmap file open error\n");
-    EXPECT_EQ(run.exit_code, 20);
-}
-
 TEST(EnvironmentMapFailure, FolderIsNoTexture) {
     const TemporaryFiles files;
     offscreen::Setup setup = viewer_setup("cube");
@@ -224,40 +207,4 @@ TEST(EnvironmentMapFailure, FolderIsNoTexture) {
     const ProgramRun run = run_without_texture(files, setup);
     EXPECT_EQ(run.output, "envmap filename: " + files.folder() + "/\nenvmap file open error\n");
     EXPECT_EQ(run.exit_code, 20);
-}
-
-TEST(EnvironmentMapFailure, WithoutARequesterNothingIsPrintedButTheError) {
-    const TemporaryFiles files;
-    offscreen::Setup setup = viewer_setup("cube");
-    setup.refused = {"AllocAslRequest"};
-    const ProgramRun run = run_without_texture(files, setup);
-    EXPECT_EQ(run.output, "envmap file open error\n");
-    EXPECT_EQ(run.exit_code, 20);
-}
-
-TEST(EnvironmentMapFailure, TextureChosenByKeyThatCannotBeOpenedEndsTheProgram) {
-    const TemporaryFiles files;
-    files.write("Zelvo.vars", "");
-    offscreen::Setup setup = viewer_setup("cube", 5);
-    setup.volumes = {{"ENV", files.folder()}};
-    setup.events = {key(2, 't')};
-    setup.answers.push_back({offscreen::FileAnswer{"", files.path("nothing")}, {}});
-    const ProgramRun run = run_program(setup);
-    EXPECT_EQ(run.output, "envmap filename: " + files.path("nothing") +
-                              "\nchangescreenbuffer done\nenvmap file open error\n");
-    EXPECT_EQ(run.exit_code, 20);
-}
-
-TEST(EnvironmentMapFailure, BufferThatCannotBeAllocatedEndsTheProgram) {
-    const TemporaryFiles files;
-    files.write("Zelvo.vars", "");
-    offscreen::Setup setup = viewer_setup("cube");
-    setup.volumes = {{"ENV", files.folder()}};
-    RunOptions options;
-    // Behind the two chunks and the five arrays of the object.
-    options.refused_allocation = 8;
-    const ProgramRun run = run_program(setup, options);
-    EXPECT_EQ(run.output, "Couldn't allocate envmap filebuffer memory\n");
-    EXPECT_EQ(run.exit_code, 20);
-    EXPECT_EQ(run.held, std::vector<std::string>{});
 }

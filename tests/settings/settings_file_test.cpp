@@ -7,6 +7,7 @@
 #include "support/model_builder.h"
 #include "support/open_descriptors.h"
 #include "support/program_run.h"
+#include "support/settings_text.h"
 #include "support/temporary_files.h"
 
 #include <gtest/gtest.h>
@@ -18,36 +19,22 @@
 
 namespace {
 
-const std::string default_file = "gammas: 1.000000 1.000000 1.000000\n"
-                                 "rotate: 0.000000\n"
-                                 "obj style: 1\n"
-                                 "clear style: 0\n"
-                                 "fps: 1\n"
-                                 "dots: 0\n"
-                                 "dot lum: 25600\n"
-                                 "dot lum in blur: 2560\n"
-                                 "internal c2p enabled: 0\n"
-                                 "envmap filename: Zelvo_envmap.chunky\n"
-                                 "ModeID: 0\n"
-                                 "width: 320\n"
-                                 "height: 256\n"
-                                 "*** Please don't edit this file! ***";
+const std::string default_file = settings_text();
 
 /// Every item with a value that is not its default.
-const std::string other_file = "gammas: 0.500000 1.750000 2.900000\n"
-                               "rotate: -3.200000\n"
-                               "obj style: 4\n"
-                               "clear style: 3\n"
-                               "fps: 0\n"
-                               "dots: 1\n"
-                               "dot lum: 131072\n"
-                               "dot lum in blur: 32768\n"
-                               "internal c2p enabled: 1\n"
-                               "envmap filename: Work:textures/gold.chunky\n"
-                               "ModeID: 167936\n"
-                               "width: 640\n"
-                               "height: 480\n"
-                               "*** Please don't edit this file! ***";
+const std::string other_file = settings_text({{"gammas", "0.500000 1.750000 2.900000"},
+                                              {"rotate", "-3.200000"},
+                                              {"obj style", "4"},
+                                              {"clear style", "3"},
+                                              {"fps", "0"},
+                                              {"dots", "1"},
+                                              {"dot lum", "131072"},
+                                              {"dot lum in blur", "32768"},
+                                              {"internal c2p enabled", "1"},
+                                              {"envmap filename", "Work:textures/gold.chunky"},
+                                              {"ModeID", "167936"},
+                                              {"width", "640"},
+                                              {"height", "480"}});
 
 class SettingsFile : public testing::Test {
 protected:
@@ -233,7 +220,7 @@ TEST_F(SettingsFile, WhiteSpaceBeforeTheFirstLabelDoesNotMatch) {
     EXPECT_EQ(saved(), default_file);
 }
 
-TEST_F(SettingsFile, MatchingFindsItsWayBackBehindAMissingLine) {
+TEST_F(SettingsFile, MatchingFindsItsWayBackAfterAMissingLine) {
     EXPECT_EQ(load(other_file_with("obj style: 4\n", "")), 1);
     viewer.obj_style = 4;
     EXPECT_EQ(saved(), other_file) << "only the missing item kept its value";

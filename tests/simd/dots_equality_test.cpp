@@ -25,7 +25,7 @@ constexpr int dots_wanted = 100'000;
 constexpr int dots_wanted = 1'200'000;
 #endif
 
-/// Dots with room for a vector behind the last.
+/// Dots with room for a vector after the last.
 struct Dots {
     std::vector<float> x;
     std::vector<float> y;

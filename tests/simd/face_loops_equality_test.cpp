@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Everything that a face loop leaves behind.
+/// Everything that a face loop leaves.
 struct LoopResult {
     FrameContents frame;
     std::vector<std::uint32_t> colours;
@@ -23,7 +23,7 @@ struct LoopResult {
     bool operator==(const LoopResult &) const = default;
 };
 
-/// Runs a loop on the frame and the colours as they stand, and puts both back.
+/// Runs a loop on the frame and the colours as they are, and puts both back.
 LoopResult run_loop(const std::function<void()> &loop) {
     const FrameContents before = frame_contents();
     const auto count = static_cast<std::size_t>(point_count());

@@ -88,7 +88,7 @@ TEST(FastPreparation, HasTheBitsOfThePlainOne) {
     use_instruction_set(0);
 }
 
-TEST(FastPreparation, HasThemForAnObjectThatIsFlatAtZero) {
+TEST(FastPreparation, GivesAFlatObjectTheBitsOfThePlainOne) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(33);
     for (int scene = 0; scene < 600; ++scene) {
@@ -110,7 +110,7 @@ TEST(FastPreparation, HasThemForAnObjectThatIsFlatAtZero) {
     use_instruction_set(0);
 }
 
-TEST(FastPreparation, HasThemForAnyNumberOfPoints) {
+TEST(FastPreparation, GivesAnyNumberOfPointsTheBitsOfThePlainOne) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(32);
     for (std::size_t count = 1; count < 70; ++count) {

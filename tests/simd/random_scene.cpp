@@ -72,7 +72,7 @@ float about(float low, float high, Random &random) {
     return random.once_in(4) ? random.between(low - margin, high + margin) : random.between(low, high);
 }
 
-/// A screen position and depth, by the shapes' kind; small ones stand near `centre`.
+/// A screen position and depth, by the shapes' kind; small ones are near `centre`.
 Vec3 random_point(Shapes shapes, const Vec3 &centre, Random &random) {
     const auto width = static_cast<float>(frame_width);
     const auto height = static_cast<float>(frame_height);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks at the frame that is being drawn, pixel by pixel or as a whole.
+// Reads the frame that is being drawn, pixel by pixel or as a whole.
 #pragma once
 
 #include "display/frame_buffers.h"

@@ -69,8 +69,28 @@ std::string big_endian_float(float value) {
     return big_endian_32(std::bit_cast<std::uint32_t>(value));
 }
 
+std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data) {
+    return identifier + big_endian_32(size) + data;
+}
+
 std::string chunk(const std::string &identifier, const std::string &data) {
-    return identifier + big_endian_32(static_cast<std::uint32_t>(data.size())) + data;
+    return claiming(identifier, static_cast<std::uint32_t>(data.size()), data);
+}
+
+std::string point_data(const std::vector<Vec3> &points) {
+    std::string data;
+    for (const Vec3 &point : points) {
+        data += big_endian_float(point.x) + big_endian_float(point.y) + big_endian_float(point.z);
+    }
+    return data;
+}
+
+std::string word_data(const std::vector<std::uint16_t> &words) {
+    std::string data;
+    for (const std::uint16_t word : words) {
+        data += big_endian_16(word);
+    }
+    return data;
 }
 
 std::string form(const std::string &type, const std::string &chunks) {
@@ -78,13 +98,5 @@ std::string form(const std::string &type, const std::string &chunks) {
 }
 
 std::string object_file(const std::vector<Vec3> &points, const std::vector<std::uint16_t> &polygon_words) {
-    std::string point_data;
-    for (const Vec3 &point : points) {
-        point_data += big_endian_float(point.x) + big_endian_float(point.y) + big_endian_float(point.z);
-    }
-    std::string polygon_data;
-    for (const std::uint16_t word : polygon_words) {
-        polygon_data += big_endian_16(word);
-    }
-    return form("LWOB", chunk("PNTS", point_data) + chunk("POLS", polygon_data));
+    return form("LWOB", chunk("PNTS", point_data(points)) + chunk("POLS", word_data(polygon_words)));
 }

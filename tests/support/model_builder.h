@@ -24,6 +24,13 @@ std::string object_file(const std::vector<Vec3> &points, const std::vector<std::
 /// A chunk of an object file: identifier, size and data.
 std::string chunk(const std::string &identifier, const std::string &data);
 
+/// A chunk whose header claims this size, whatever its data.
+std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data);
+
+/// The data of a chunk of points, and of a polygon list.
+std::string point_data(const std::vector<Vec3> &points);
+std::string word_data(const std::vector<std::uint16_t> &words);
+
 /// A form of this type with these chunks.
 std::string form(const std::string &type, const std::string &chunks);
 

@@ -27,7 +27,7 @@ struct Report {
 };
 Report report;
 
-/// One line each, behind a word that tells its kind.
+/// One line each, after a word for its kind.
 void write_report() {
     if (report.at_end) {
         report.at_end();

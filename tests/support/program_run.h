@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs the whole program in a process of its own and tells what came of it.
+// Runs the whole program in a process of its own and reports the result.
 #pragma once
 
 #include "platform/offscreen/host.h"
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// What a run left behind.
+/// What a run left.
 struct ProgramRun {
     /// The exit code, or minus the number of the signal that ended it.
     int exit_code = 0;

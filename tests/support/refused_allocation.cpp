@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Stands between the program and calloc; the linker's --wrap puts it there.
+// Takes the program's calls of calloc; the linker's --wrap redirects them.
 #include "support/refused_allocation.h"
 
 #include <cstddef>

@@ -14,7 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
-/// What a program left behind.
+/// What a program left.
 struct ToolRun {
     /// The exit code, or minus the number of the signal that ended it.
     int exit_code = 0;

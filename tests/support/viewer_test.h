@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// What tests of the running viewer share: settings folders of their own, the state as text, the fixed texts.
+// What tests of the running viewer share: settings folders of their own, the state as text, and the ends of a
+// run.
 #pragma once
 
 #include "main_68k/viewer_state.h"
+#include "support/fixed_texts.h"
 #include "support/model_builder.h"
 #include "support/program_run.h"
+#include "support/settings_text.h"
 #include "support/temporary_files.h"
 
 #include <algorithm>
@@ -15,66 +18,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-/// What the program prints when the screen-mode requester was closed with its default, and when a display is
-/// closed.
-inline constexpr char default_display_line[] = "display parameters: 0x00000000, 320, 256\n";
-inline constexpr char display_closed_line[] = "changescreenbuffer done\n";
-
-/// Every text that the program can end with.
-inline constexpr std::array fatal_texts{
-    "Couldn't open Gfx V39\n",
-    "Couldn't open Intuition V39\n",
-    "Couldn't open LowLevel V39\n",
-    "Couldn't open Asl V38\n",
-    "No filename given\n",
-    "File open error\n",
-    "This is not a(n) LW object\n",
-    "Couldn't allocate PNTS chunk memory\n",
-    "Couldn't allocate POLS chunk memory\n",
-    "nincs polygon az objektben!\n",
-    "Couldn't allocate *lwopoints2 memory\n",
-    "Couldn't allocate *lwopoints3 memory\n",
-    "Couldn't allocate *lwonormals2 memory\n",
-    "Couldn't allocate *lwonormals3 memory\n",
-    "Couldn't allocate *lwofis memory\n",
-    "Couldn't allocate envmap filebuffer memory\n",
-    "envmap file open error\n",
-    "Couldn't allocate 'dot' memory\n",
-    "Couldn't allocate *chunkybuf1 memory\n",
-    "Couldn't allocate *chunkybuf2 memory\n",
-    "Couldn't allocate *zbuf memory\n",
-    "Couldn't allocate *planarbuf1 memory\n",
-    "Couldn't allocate *planarbuf2 memory\n",
-    "Couldn't open screen\n",
-    "Couldn't open window\n",
-    "AllocScreenBuffer() failed",
-};
-
-/// The text of a settings file with the defaults, but for these values by their labels.
-inline std::string settings_text(const std::map<std::string, std::string> &changes = {}) {
-    const std::vector<std::pair<std::string, std::string>> defaults{
-        {"gammas", "1.000000 1.000000 1.000000"},
-        {"rotate", "0.000000"},
-        {"obj style", "1"},
-        {"clear style", "0"},
-        {"fps", "1"},
-        {"dots", "0"},
-        {"dot lum", "25600"},
-        {"dot lum in blur", "2560"},
-        {"internal c2p enabled", "0"},
-        {"envmap filename", "Zelvo_envmap.chunky"},
-        {"ModeID", "0"},
-        {"width", "320"},
-        {"height", "256"},
-    };
-    std::string text;
-    for (const auto &[label, value] : defaults) {
-        const auto change = changes.find(label);
-        text.append(label).append(": ").append(change != changes.end() ? change->second : value).append("\n");
-    }
-    return text + "*** Please don't edit this file! ***";
-}
 
 /// Every field of the state, one line each, numbers exact.
 inline std::vector<std::string> state_as_lines(const ViewerState &state) {
@@ -137,7 +80,7 @@ inline int count_calls(const ProgramRun &run, const std::string &beginning) {
     }));
 }
 
-/// Where the first call stands that begins like this; the number of calls if there is none.
+/// The position of the first call that begins like this; the number of calls if there is none.
 inline std::ptrdiff_t call_place(const ProgramRun &run, const std::string &beginning) {
     return std::find_if(run.calls.begin(), run.calls.end(),
                         [&](const std::string &call) { return call.starts_with(beginning); }) -

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Stands between the program and free; the linker's --wrap puts it there.
+// Takes the program's calls of free; the linker's --wrap redirects them.
 #include "support/watched_memory.h"
 
 #include "platform/offscreen/host.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tells in which order the program gives its memory back.
+// Records the order in which the program frees its memory.
 #pragma once
 
 #include <string>

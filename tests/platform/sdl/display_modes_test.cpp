@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(DisplayModes, FullScreenIsNumberNought) {
+TEST(DisplayModes, FullScreenIsNumberZero) {
     const host::DisplayMode *mode = host::find_display_mode(0);
     ASSERT_NE(mode, nullptr);
     EXPECT_TRUE(mode->is_full_screen);

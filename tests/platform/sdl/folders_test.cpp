@@ -341,7 +341,7 @@ TEST_F(Folders, TheLastingFolderThatIsThereStays) {
     EXPECT_TRUE(host::make_lasting_settings_folder((root / "link").string()));
 }
 
-TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsTold) {
+TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsReported) {
     std::ofstream(root / "file") << "x";
     EXPECT_FALSE(host::make_lasting_settings_folder((root / "file").string()));
     EXPECT_EQ(errno, EEXIST);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a picture stands in its window.
+// Where a picture is in its window.
 #include "platform/window/picture_placement.h"
 
 #include <gtest/gtest.h>
