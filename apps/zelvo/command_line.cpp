@@ -18,7 +18,7 @@ constexpr char help_text[] =
     "\n"
     "Turns an object before your eyes. OBJECT is a LightWave object file (IFF form LWOB);\n"
     "without it a requester asks for one. The cursor keys steer, Esc quits; the README\n"
-    "tells all keys.\n"
+    "lists all keys.\n"
     "\n"
     "  -h, --help     print this help and exit\n"
     "  --version      print the version and exit\n"

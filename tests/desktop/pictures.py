@@ -73,7 +73,7 @@ def of_window(window, environment):
 
 
 def _unfilter(data, height, bytes_per_row):
-    """Undoes PNG's filters for one byte a pixel."""
+    """Undoes PNG's filters for pictures of one byte per pixel."""
     rows, previous = [], bytearray(bytes_per_row)
     for y in range(height):
         start = y * (bytes_per_row + 1)

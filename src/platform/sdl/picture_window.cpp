@@ -14,6 +14,7 @@
 #include <SDL.h>
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace host {
 
@@ -282,8 +283,7 @@ void return_from_requester() {
     if (!is_open) {
         return;
     }
-    if (is_full_screen_due) {
-        is_full_screen_due = false;
+    if (std::exchange(is_full_screen_due, false)) {
         SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
     }
     SDL_ShowWindow(window);
