@@ -2,6 +2,8 @@
 // Files that replace an older one only when they are whole.
 #include "platform/posix/replacing_file.h"
 
+#include "support/temporary_files.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -111,13 +113,27 @@ constexpr fs::perms for_everybody =
     for_reading | fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 constexpr fs::perms for_passing = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
 
-class SafeFile : public testing::Test {
+/// Lets no file of the process grow beyond a size, for as long as it lives: writing fails as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before);
+        rlimit limited = before;
+        limited.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before); }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit before{};
+};
+
+class ReplacingFile : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "zelvo-safe-file-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder = pattern;
-        path = folder / "settings";
         refusals = {};
         calls.clear();
     }
@@ -125,7 +141,6 @@ protected:
     void TearDown() override {
         refusals = {};
         fs::permissions(folder, fs::perms::owner_all);
-        fs::remove_all(folder);
     }
 
     /// Saves this text; the result of opening and closing, and in `reason` why it failed.
@@ -161,15 +176,16 @@ protected:
         return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
     }
 
-    fs::path folder;
-    fs::path path;
+    TemporaryFiles files;
+    fs::path folder = files.folder();
+    fs::path path = folder / "settings";
     int reason = 0;
     int failures = 0;
 };
 
 } // namespace
 
-TEST_F(SafeFile, IsThereOnlyWhenItIsClosed) {
+TEST_F(ReplacingFile, IsThereOnlyWhenItIsClosed) {
     std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     std::fputs("new", file);
@@ -180,7 +196,7 @@ TEST_F(SafeFile, IsThereOnlyWhenItIsClosed) {
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(SafeFile, KeepsTheOldFileUntilTheNewOneIsClosed) {
+TEST_F(ReplacingFile, KeepsTheOldFileUntilTheNewOneIsClosed) {
     write_old();
     std::FILE *file = host::open_for_saving(path);
     std::fputs("new", file);
@@ -190,7 +206,7 @@ TEST_F(SafeFile, KeepsTheOldFileUntilTheNewOneIsClosed) {
     EXPECT_EQ(text_of(path), "new");
 }
 
-TEST_F(SafeFile, FollowsALinkToTheFileThatItReplaces) {
+TEST_F(ReplacingFile, FollowsALinkToTheFileThatItReplaces) {
     write_old();
     const fs::path link = folder / "link";
     fs::create_symlink(path, link);
@@ -201,7 +217,7 @@ TEST_F(SafeFile, FollowsALinkToTheFileThatItReplaces) {
     EXPECT_EQ(text_of(path), "new");
 }
 
-TEST_F(SafeFile, KeepsTheOldFilesMode) {
+TEST_F(ReplacingFile, KeepsTheOldFilesMode) {
     write_old();
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
     std::FILE *file = host::open_for_saving(path);
@@ -210,7 +226,7 @@ TEST_F(SafeFile, KeepsTheOldFilesMode) {
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
 }
 
-TEST_F(SafeFile, GivesANewFileTheUsualMode) {
+TEST_F(ReplacingFile, GivesANewFileTheUsualMode) {
     const mode_t mask = umask(027);
     std::FILE *file = host::open_for_saving(path);
     EXPECT_EQ(std::fclose(file), 0);
@@ -219,54 +235,36 @@ TEST_F(SafeFile, GivesANewFileTheUsualMode) {
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
 }
 
-TEST_F(SafeFile, IsNotOpenedInAFolderThatDoesNotExist) {
+TEST_F(ReplacingFile, IsNotOpenedInAFolderThatDoesNotExist) {
     EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
 }
 
-TEST_F(SafeFile, AFailingWriteKeepsTheOldFileAndRemovesThePartialOne) {
+TEST_F(ReplacingFile, AFailingWriteKeepsTheOldFileAndRemovesThePartialOne) {
     write_old();
-    // A file that may not grow fails just as one on a full disk does.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    rlimit limited = unlimited;
-    limited.rlim_cur = 1000;
-    setrlimit(RLIMIT_FSIZE, &limited);
-    std::FILE *file = host::open_for_saving(path);
-    ASSERT_NE(file, nullptr);
-    const std::string much(100000, 'x');
-    std::fputs(much.c_str(), file);
-    const int result = std::fclose(file);
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    EXPECT_EQ(result, EOF);
+    const FileSizeLimit limit(1000);
+    EXPECT_FALSE(save(std::string(100000, 'x')));
+    EXPECT_EQ(reason, EFBIG);
     EXPECT_EQ(text_of(path), "old");
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(SafeFile, AWriteThatFailsOnlyAtTheEndKeepsTheOldFileToo) {
+TEST_F(ReplacingFile, AWriteThatFailsOnlyAtTheEndKeepsTheOldFileToo) {
     write_old();
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    rlimit limited = unlimited;
-    limited.rlim_cur = 2;
     std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     std::fputs("new", file);
-    setrlimit(RLIMIT_FSIZE, &limited);
-    const int result = std::fclose(file);
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    EXPECT_EQ(result, EOF);
+    const FileSizeLimit limit(2);
+    EXPECT_EQ(std::fclose(file), EOF);
     EXPECT_EQ(text_of(path), "old");
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(SafeFile, IsCompleteWhenItTakesItsPlace) {
+TEST_F(ReplacingFile, IsCompleteWhenItTakesItsPlace) {
     ASSERT_TRUE(save("new"));
     EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "rename"}));
 }
 
-TEST_F(SafeFile, WritesOnWhereAWriteTookOnlyAPart) {
+TEST_F(ReplacingFile, WritesOnWhereAWriteTookOnlyAPart) {
     refusals.most_bytes = 3;
     refusals.interrupts_writes = true;
     const std::string text = "ten bytes.";
@@ -279,7 +277,7 @@ TEST_F(SafeFile, WritesOnWhereAWriteTookOnlyAPart) {
     EXPECT_EQ(text_of(path), text);
 }
 
-TEST_F(SafeFile, ReportsOnceWhyItWasNotSaved) {
+TEST_F(ReplacingFile, ReportsOnceWhyItWasNotSaved) {
     for (const auto &[refused, error] :
          {std::pair(&Refusals::fsync, EIO), {&Refusals::rename, ENOSPC}, {&Refusals::close, EDQUOT}}) {
         write_old();
@@ -294,7 +292,7 @@ TEST_F(SafeFile, ReportsOnceWhyItWasNotSaved) {
     }
 }
 
-TEST_F(SafeFile, ReportsOnceWhyItWasNotOpened) {
+TEST_F(ReplacingFile, ReportsOnceWhyItWasNotOpened) {
     EXPECT_FALSE(save("new", folder / "missing" / "settings"));
     EXPECT_EQ(reason, ENOENT);
     EXPECT_EQ(errno, ENOENT);
@@ -307,19 +305,19 @@ TEST_F(SafeFile, ReportsOnceWhyItWasNotOpened) {
     EXPECT_EQ(files_in_folder(), 0);
 }
 
-TEST_F(SafeFile, ReportsNothingWhenItWasSaved) {
+TEST_F(ReplacingFile, ReportsNothingWhenItWasSaved) {
     EXPECT_TRUE(save("new"));
     EXPECT_EQ(failures, 0);
 }
 
-TEST_F(SafeFile, NeedsNobodyToReportTo) {
+TEST_F(ReplacingFile, NeedsNobodyToReportTo) {
     EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
     std::FILE *file = host::open_for_saving("/dev/full");
     std::fputs("new", file);
     EXPECT_EQ(std::fclose(file), EOF);
 }
 
-TEST_F(SafeFile, IsNotReplacedWhereItIsReadOnly) {
+TEST_F(ReplacingFile, IsNotReplacedWhereItIsReadOnly) {
     write_old();
     fs::permissions(folder, fs::perms::all);
     fs::permissions(path, for_reading);
@@ -330,7 +328,7 @@ TEST_F(SafeFile, IsNotReplacedWhereItIsReadOnly) {
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(SafeFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
+TEST_F(ReplacingFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
     write_old();
     close_folder(for_everybody);
     const ino_t file_before = [&] {
@@ -354,7 +352,7 @@ TEST_F(SafeFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "fsync"), 3);
 }
 
-TEST_F(SafeFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
+TEST_F(ReplacingFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
     write_old();
     close_folder(for_reading);
     const AsSomebodyElse somebody;
@@ -365,7 +363,7 @@ TEST_F(SafeFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(SafeFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
+TEST_F(ReplacingFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
     // Somebody else's file in a folder where only owners replace theirs, or a file that is a mount.
     for (const int error : {EPERM, EACCES, EBUSY, EROFS}) {
         write_old();
@@ -382,24 +380,17 @@ TEST_F(SafeFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
     EXPECT_EQ(files_in_folder(), 0);
 }
 
-TEST_F(SafeFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
+TEST_F(ReplacingFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
     write_old();
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    rlimit limited = unlimited;
-    limited.rlim_cur = 5;
     close_folder(for_everybody);
     const AsSomebodyElse somebody;
-    setrlimit(RLIMIT_FSIZE, &limited);
-    const bool is_saved = save("a longer text");
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    EXPECT_FALSE(is_saved);
+    const FileSizeLimit limit(5);
+    EXPECT_FALSE(save("a longer text"));
     EXPECT_EQ(reason, EFBIG);
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(SafeFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
+TEST_F(ReplacingFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
     write_old();
     close_folder(for_everybody);
     refusals.fallocate = ENOSPC;
@@ -409,7 +400,7 @@ TEST_F(SafeFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(SafeFile, InPlaceFailsWithTheDisk) {
+TEST_F(ReplacingFile, InPlaceFailsWithTheDisk) {
     for (const auto &[refused, error] : {std::pair(&Refusals::fsync, EIO), {&Refusals::close, EDQUOT}}) {
         fs::permissions(folder, fs::perms::owner_all);
         write_old();
@@ -423,13 +414,13 @@ TEST_F(SafeFile, InPlaceFailsWithTheDisk) {
     }
 }
 
-TEST_F(SafeFile, ADeviceTakesTheBytesItself) {
+TEST_F(ReplacingFile, ADeviceTakesTheBytesItself) {
     EXPECT_TRUE(save("new", "/dev/null"));
     EXPECT_FALSE(save("new", "/dev/full"));
     EXPECT_EQ(reason, ENOSPC);
 }
 
-TEST_F(SafeFile, MakesTheFileThatALinkNames) {
+TEST_F(ReplacingFile, MakesTheFileThatALinkNames) {
     fs::create_directory(folder / "elsewhere");
     fs::create_symlink("elsewhere/second", folder / "first");
     fs::create_symlink(folder / "elsewhere" / "third", folder / "elsewhere" / "second");
@@ -444,7 +435,7 @@ TEST_F(SafeFile, MakesTheFileThatALinkNames) {
     EXPECT_TRUE(fs::is_symlink(folder / "elsewhere" / "third"));
 }
 
-TEST_F(SafeFile, IsNotMadeWhereALinkLeadsToNoFolderOrInACircle) {
+TEST_F(ReplacingFile, IsNotMadeWhereALinkLeadsToNoFolderOrInACircle) {
     fs::create_symlink("missing/settings", folder / "nowhere");
     EXPECT_FALSE(save("new", folder / "nowhere"));
     EXPECT_EQ(reason, ENOENT);
@@ -458,7 +449,7 @@ TEST_F(SafeFile, IsNotMadeWhereALinkLeadsToNoFolderOrInACircle) {
     EXPECT_EQ(files_in_folder(), 4);
 }
 
-TEST_F(SafeFile, FollowsAsManyLinksAsTheSystem) {
+TEST_F(ReplacingFile, FollowsAsManyLinksAsTheSystem) {
     for (int link = 0; link < 40; ++link) {
         fs::create_symlink(link == 0 ? "settings" : "link" + std::to_string(link - 1),
                            folder / ("link" + std::to_string(link)));
@@ -467,7 +458,7 @@ TEST_F(SafeFile, FollowsAsManyLinksAsTheSystem) {
     EXPECT_EQ(text_of(folder / "link39"), "new");
 }
 
-TEST_F(SafeFile, KeepsTheModeOfWhatALinkNames) {
+TEST_F(ReplacingFile, KeepsTheModeOfWhatALinkNames) {
     write_old();
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink("settings", folder / "link");
@@ -479,7 +470,7 @@ TEST_F(SafeFile, KeepsTheModeOfWhatALinkNames) {
     EXPECT_EQ(fs::status(path).permissions(), every_bit);
 }
 
-TEST_F(SafeFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
+TEST_F(ReplacingFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
     std::FILE *file = host::open_for_saving(path);
     ASSERT_EQ(files_in_folder(), 1);
     const std::string name = fs::directory_iterator(folder)->path().filename();
@@ -499,7 +490,7 @@ TEST_F(SafeFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
     EXPECT_EQ(std::fclose(file), 0);
 }
 
-TEST_F(SafeFile, LeavesNoDescriptorOpen) {
+TEST_F(ReplacingFile, LeavesNoDescriptorOpen) {
     const auto open_files = [] {
         return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
     };
@@ -518,7 +509,7 @@ TEST_F(SafeFile, LeavesNoDescriptorOpen) {
     EXPECT_EQ(open_files(), before);
 }
 
-TEST_F(SafeFile, IsFoundFromTheCurrentFolder) {
+TEST_F(ReplacingFile, IsFoundFromTheCurrentFolder) {
     const fs::path before = fs::current_path();
     fs::current_path(folder);
     EXPECT_TRUE(save("new", "settings"));

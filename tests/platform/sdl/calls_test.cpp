@@ -7,6 +7,7 @@
 #include "platform/shared/hooks.h"
 #include "platform/window/picture_window.h"
 #include "platform/window/windowed_host.h"
+#include "support/temporary_files.h"
 
 #include <SDL.h>
 #include <array>
@@ -318,9 +319,8 @@ TEST_F(Calls, TheObjectsNameHasNoBlanks) {
 }
 
 TEST_F(Calls, OnlyASettingsFileThatIsLoadedIsRemembered) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "zelvo-calls-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    const std::filesystem::path folder(pattern);
+    const TemporaryFiles files;
+    const std::filesystem::path folder(files.folder());
     setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
     std::filesystem::create_directory(folder / "zelvo");
     const std::string settings = (folder / "zelvo" / "Zelvo.vars").string();
@@ -338,7 +338,6 @@ TEST_F(Calls, OnlyASettingsFileThatIsLoadedIsRemembered) {
         EXPECT_EQ(host::settings_path, settings);
     }
     unsetenv("XDG_CONFIG_HOME");
-    std::filesystem::remove_all(folder);
 }
 
 TEST_F(Calls, TheScreenSaverMayComeWhileTheViewerRuns) {

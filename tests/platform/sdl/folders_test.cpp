@@ -3,6 +3,7 @@
 #include "platform/posix/folders.h"
 #include "platform/sdl/file_names.h"
 #include "platform/sdl/host.h"
+#include "support/temporary_files.h"
 
 #include <algorithm>
 #include <array>
@@ -46,10 +47,6 @@ namespace {
 class Folders : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "zelvo-folders-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        root = pattern;
-        runtime = root / "runtime";
         ASSERT_EQ(mkdir(runtime.c_str(), 0700), 0);
         setenv("HOME", root.c_str(), 1);
         setenv("XDG_CONFIG_HOME", (root / "config").c_str(), 1);
@@ -57,10 +54,7 @@ protected:
         setenv("TMPDIR", root.c_str(), 1);
     }
 
-    void TearDown() override {
-        unsetenv("TMPDIR");
-        fs::remove_all(root);
-    }
+    void TearDown() override { unsetenv("TMPDIR"); }
 
     static mode_t mode_of(const fs::path &path) {
         struct stat status {};
@@ -89,8 +83,9 @@ protected:
 
     fs::path private_folder() const { return root / ("zelvo-" + std::to_string(geteuid())); }
 
-    fs::path root;
-    fs::path runtime;
+    TemporaryFiles files;
+    fs::path root = files.folder();
+    fs::path runtime = root / "runtime";
 };
 
 } // namespace

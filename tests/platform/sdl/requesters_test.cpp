@@ -5,6 +5,7 @@
 #include "platform/asl.h"
 #include "platform/sdl/failed_saves.h"
 #include "platform/shared/hooks.h"
+#include "support/temporary_files.h"
 
 #include <array>
 #include <cerrno>
@@ -64,9 +65,6 @@ namespace {
 class Requesters : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "zelvo-requesters-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        root = pattern;
         before = fs::current_path();
         fs::current_path(root);
         has_toolkit = true;
@@ -75,7 +73,6 @@ protected:
 
     void TearDown() override {
         fs::current_path(before);
-        fs::remove_all(root);
         has_toolkit = false;
         file_answer.reset();
         mode_answer.reset();
@@ -97,7 +94,8 @@ protected:
         return is_confirmed;
     }
 
-    fs::path root;
+    TemporaryFiles files;
+    fs::path root = files.folder();
     fs::path before;
     std::string drawer;
     std::string file;
