@@ -40,64 +40,68 @@ std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t p
 
 using Walk = std::vector<Visited>;
 
+class PolygonList : public testing::Test {
+protected:
+    void TearDown() override { reset_program_state(); }
+};
+
 } // namespace
 
-TEST(PolygonList, EmptyListHasNoPolygons) {
+TEST_F(PolygonList, EmptyListHasNoPolygons) {
     EXPECT_EQ(walk({}), Walk{});
 }
 
-TEST(PolygonList, GivesThePointsOfEachPolygonInListOrder) {
+TEST_F(PolygonList, GivesThePointsOfEachPolygonInListOrder) {
     const std::vector<std::uint16_t> words{3, 0, 1, 2, 7, 4, 2, 1, 0, 1, 9};
     EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 2}, true}, {4, {2, 1, 0, 1}, true}}));
 }
 
-TEST(PolygonList, LastPolygonNeedsNoSurfaceWord) {
+TEST_F(PolygonList, LastPolygonNeedsNoSurfaceWord) {
     EXPECT_EQ(walk({3, 0, 1, 2}), (Walk{{3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, EndsAtAPolygonThatTheListCutsShort) {
+TEST_F(PolygonList, EndsAtAPolygonThatTheListCutsShort) {
     EXPECT_EQ(walk({3, 0, 1, 2, 0, 3, 0, 1}), (Walk{{3, {0, 1, 2}, true}}));
     EXPECT_EQ(walk({5, 0, 1, 2, 0}), Walk{});
     EXPECT_EQ(walk({65535, 0, 1, 2, 0}), Walk{});
 }
 
-TEST(PolygonList, PolygonWithAnIndexThatIsNoPointIsUnusableAndTheWalkGoesOn) {
+TEST_F(PolygonList, PolygonWithAnIndexThatIsNoPointIsUnusableAndTheWalkGoesOn) {
     const std::vector<std::uint16_t> words{3, 0, 1, 3, 0, 3, 0, 1, 2, 0};
     EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 3}, false}, {3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, OneBadIndexAfterTheFirstThreeMakesAPolygonUnusable) {
+TEST_F(PolygonList, OneBadIndexAfterTheFirstThreeMakesAPolygonUnusable) {
     EXPECT_EQ(walk({4, 0, 1, 2, 65535, 0}), (Walk{{4, {0, 1, 2, 65535}, false}}));
 }
 
-TEST(PolygonList, SurfaceWordIsNotTakenForAPoint) {
+TEST_F(PolygonList, SurfaceWordIsNotTakenForAPoint) {
     EXPECT_EQ(walk({3, 0, 1, 2, 500}), (Walk{{3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, LineUsesItsSurfaceWordAsThirdPoint) {
+TEST_F(PolygonList, LineUsesItsSurfaceWordAsThirdPoint) {
     const std::vector<std::uint16_t> words{2, 0, 1, 2, 3, 2, 1, 0, 0};
     EXPECT_EQ(walk(words), (Walk{{2, {0, 1, 2}, true}, {3, {2, 1, 0}, true}}));
     EXPECT_EQ(walk({2, 0, 1, 500}), (Walk{{2, {0, 1, 500}, false}}));
 }
 
-TEST(PolygonList, SinglePointReachesIntoTheNextPolygon) {
+TEST_F(PolygonList, SinglePointReachesIntoTheNextPolygon) {
     const std::vector<std::uint16_t> words{1, 0, 1, 2, 1, 0, 2};
     EXPECT_EQ(walk(words), (Walk{{1, {0, 1, 2}, true}, {2, {1, 0, 2}, true}}));
 }
 
-TEST(PolygonList, PolygonWithoutPointsTakesTwoWords) {
+TEST_F(PolygonList, PolygonWithoutPointsTakesTwoWords) {
     const std::vector<std::uint16_t> words{0, 1, 3, 0, 1, 2, 0};
     EXPECT_EQ(walk(words, 4), (Walk{{0, {1, 3, 0}, true}, {3, {0, 1, 2}, true}}));
 }
 
-TEST(PolygonList, EndsAtAPolygonOfFewPointsWithoutThreeWordsAfterIt) {
+TEST_F(PolygonList, EndsAtAPolygonOfFewPointsWithoutThreeWordsAfterIt) {
     EXPECT_EQ(walk({2, 0, 1}), Walk{});
     EXPECT_EQ(walk({0, 0, 1}), Walk{});
     EXPECT_EQ(walk({0}), Walk{});
 }
 
-TEST(PolygonList, IgnoresAnOddLastByte) {
-    reset_program_state();
+TEST_F(PolygonList, IgnoresAnOddLastByte) {
     set_model(std::vector<Vec3>(3), {3, 0, 1, 2});
     polygon_chunk_bytes = 2 * 3 + 1;
     int polygons = 0;
@@ -109,8 +113,7 @@ TEST(PolygonList, IgnoresAnOddLastByte) {
     EXPECT_EQ(polygons, 1);
 }
 
-TEST(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
-    reset_program_state();
+TEST_F(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
     std::vector<std::uint16_t> words{3, 0, 1, 2, 1};
     constexpr std::size_t unread = 1000;
     words.resize(words.size() + unread);
@@ -127,8 +130,7 @@ TEST(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
     EXPECT_EQ(visited, 1 + 499);
 }
 
-TEST(PolygonList, TrailingPartialPointIsNoPoint) {
-    reset_program_state();
+TEST_F(PolygonList, TrailingPartialPointIsNoPoint) {
     set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});
     point_chunk_bytes = 3 * 12 + 11;
     bool usable = true;
