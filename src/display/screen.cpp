@@ -25,8 +25,8 @@ std::array<ScreenBuffer *, 3> screen_buffers{};
 RastPort *window_context = nullptr;
 
 /// An invisible pointer: two empty rows of two words each, between two words of zeros as every pointer image
-/// has them.
-const std::array<UWORD, 8> blank_pointer{};
+/// has them. Never written, but SetPointer takes an image that is not const.
+std::array<UWORD, 8> blank_pointer{};
 
 constexpr LONG blank_pointer_height = 2;
 constexpr LONG blank_pointer_width = 16;

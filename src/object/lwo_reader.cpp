@@ -133,10 +133,10 @@ void measure_unread(const BytesRead &bytes_read) {
     if (reached_points < point_count()) {
         for (const std::uint16_t word :
              std::span(polygon_chunk.get(), static_cast<std::size_t>(reached_words))) {
-            reached_points = std::max(reached_points, word + 1);
+            reached_points = std::max<std::int32_t>(reached_points, word + 1);
         }
     }
-    unread_points = std::max(point_count() - reached_points, 0);
+    unread_points = std::max<std::int32_t>(point_count() - reached_points, 0);
 }
 
 } // namespace

@@ -6,7 +6,9 @@
 
 #ifdef __amigaos4__
 
+#ifndef __USE_INLINE__ // makefiles of this system often define it for all files
 #define __USE_INLINE__
+#endif
 #include <proto/exec.h>
 
 #else

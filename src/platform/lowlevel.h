@@ -7,7 +7,6 @@
 #ifdef __amigaos4__
 
 #include <proto/lowlevel.h>
-#include <proto/timer.h>
 
 #else
 

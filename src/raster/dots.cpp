@@ -76,7 +76,7 @@ void build_dot_image() {
             const int dy = row - peak;
             const double distance = std::sqrt(static_cast<double>(dx * dx + dy * dy));
             const std::int32_t value = to_int(255.0 - distance * 255.0 / peak);
-            *texel++ = static_cast<std::uint8_t>(std::max(value, 0));
+            *texel++ = static_cast<std::uint8_t>(std::max<std::int32_t>(value, 0));
         }
     }
 }

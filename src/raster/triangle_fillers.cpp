@@ -125,7 +125,7 @@ void draw_span(int row, const Edges<Count> &edges, const Gradients<Count> &gradi
     if (right <= left) {
         return;
     }
-    const std::int32_t first = std::max(left, 0);
+    const std::int32_t first = std::max<std::int32_t>(left, 0);
     const std::int32_t end = std::min(right, frame_width);
 
     const Fixed skipped = static_cast<Fixed>(first) - static_cast<Fixed>(left);
