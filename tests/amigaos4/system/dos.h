@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+// What dos.library knows of the start.
+#pragma once
+
+namespace amiga {
+
+/// Keeps the words that ReadArgs parses.
+void keep_command_line(int argc, char **argv);
+
+} // namespace amiga
