@@ -2,6 +2,7 @@
 // zelvo-render: the viewer on the offscreen host, its pictures as files.
 #include "failure.h"
 #include "main_68k/start_up.h"
+#include "object_runs.h"
 #include "options.h"
 #include "outputs.h"
 #include "platform/offscreen/host.h"
@@ -48,12 +49,7 @@ std::string volume_folder(const std::optional<std::string> &chosen,
     return chosen ? *chosen : temporary.emplace().path();
 }
 
-} // namespace
-
-int main(int argc, char **argv) {
-    host::open_missing_standard_streams();
-    const Options options = parse_options(argc, argv);
-
+void run(const Options &options) {
     offscreen::Setup setup;
     setup.command_line = options.program_words;
     setup.default_mode = options.mode;
@@ -65,6 +61,7 @@ int main(int argc, char **argv) {
     if (options.input) {
         read_input(*options.input, setup);
     }
+    apply_view(options.view, setup);
     setup.on_frame = [](const offscreen::Picture &frame) { outputs->take_frame(frame); };
     setup.on_picture = [](const offscreen::Picture &picture) { outputs->take_picture(picture); };
 
@@ -76,5 +73,17 @@ int main(int argc, char **argv) {
     std::signal(SIGTERM, [](int) { offscreen::request_quit(); });
 
     offscreen::set_up(std::move(setup));
-    start_up(argc);
+    // Not 0, which would be a start without a command line.
+    start_up(1);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    host::open_missing_standard_streams();
+    const std::vector<Options> runs = parse_options(argc, argv);
+    if (runs.size() == 1) {
+        run(runs.front());
+    }
+    run_all(runs, run);
 }

@@ -4,11 +4,14 @@
 
 #include "main_68k/version.h"
 #include "picture_name.h"
+#include "platform/shared/command_line.h"
 
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <regex>
+#include <set>
 
 namespace {
 
@@ -48,6 +51,60 @@ void check_picture_names(const Options &options) {
     }
 }
 
+/// A view is drawn and shown after a pass that sets it, so this pass's picture is the first to show it all.
+constexpr int pass_of_a_view = 3;
+
+/// How long a run is, and which of its passes become pictures, where the user did not say so.
+void choose_passes(const CLI::App &app, Options &options) {
+    if (options.view.turntable != 0) {
+        options.from = first_turntable_pass(options.view);
+        options.passes = last_turntable_pass(options.view);
+        return;
+    }
+    const std::vector<const CLI::Option *> view_options = app.get_options(
+        [](const CLI::Option *option) { return option->get_group() == view_group && option->count() > 0; });
+    if (!view_options.empty() && app.count("--passes") == 0 && app.count("--from") == 0) {
+        options.passes = options.from = pass_of_a_view;
+    }
+}
+
+/// The options of a run for each object, whose name goes into the names of its outputs.
+std::vector<Options> runs_of(const Options &options) {
+    // The program's own command line has a keyword besides the object's name.
+    const std::optional<std::string> only = host::file_argument(options.program_words);
+    const std::vector<std::string> objects = only ? std::vector{*only} : options.program_words;
+    if (objects.empty()) {
+        return {options};
+    }
+    std::set<std::string> names;
+    std::vector<Options> runs;
+    for (const std::string &object : objects) {
+        const std::string name = std::filesystem::path(object).stem().string();
+        Options run = options;
+        run.program_words = only ? options.program_words : std::vector{object};
+        run.has_progress = objects.size() == 1;
+        bool has_outputs = false;
+        const auto give_name = [&](const char *option, std::optional<std::string> &output,
+                                   const std::string &own_name) {
+            if (output && objects.size() > 1 && !has_object_name(*output)) {
+                throw CLI::ValidationError(option, "needs %s for the object's name: " + *output);
+            }
+            has_outputs = has_outputs || output;
+            output = output ? std::optional(with_object_name(*output, own_name)) : std::nullopt;
+        };
+        give_name("--chunky", run.chunky_folder, name);
+        give_name("--png", run.png_pattern, escaped(name));
+        give_name("--gif", run.gif, name);
+        give_name("--sheet", run.sheet, name);
+        give_name("--y4m", run.video, name);
+        if (!names.insert(name).second && has_outputs) {
+            throw CLI::ValidationError("OBJECT", "two have the name " + name);
+        }
+        runs.push_back(std::move(run));
+    }
+    return runs;
+}
+
 /// `zelvo-render 0.67 OS4 (23-Feb-2005)`, from the program's version tag.
 std::string version_text() {
     const std::string tag = version_tag;
@@ -56,39 +113,63 @@ std::string version_text() {
 
 } // namespace
 
-Options parse_options(int argc, char **argv) {
+std::vector<Options> parse_options(int argc, char **argv) {
     Options options;
+    std::vector<Options> runs;
     std::string size;
+    std::string background = "black";
     std::string clock = "fixed";
     std::optional<double> tick;
     std::int64_t mode_id = 0;
 
     CLI::App app{"Runs the viewer on an object with no screen and turns what it shows into pictures."};
     app.set_version_flag("--version", version_text());
-    app.add_option(
-        "OBJECT", options.program_words,
-        "LightWave object file (IFF form LWOB); without it the viewer asks with its file requester");
+    app.add_option("OBJECT", options.program_words,
+                   "LightWave object files (IFF form LWOB), each with a run of its own; without one the "
+                   "viewer asks with "
+                   "its file requester");
     app.add_option("--envmap", options.envmap, "File that stands for \"Zelvo_envmap.chunky\"");
     app.add_option("--size", size, "WIDTHxHEIGHT that the screen-mode requester answers (320x256)");
     app.add_option("--mode-id", mode_id, "Display mode that the screen-mode requester answers (0)")
         ->check(CLI::Range(std::int64_t{INT32_MIN}, std::int64_t{UINT32_MAX}));
-    app.add_option("--env", options.env_folder, "Folder behind ENV: (an empty temporary one)");
+    CLI::Option *env =
+        app.add_option("--env", options.env_folder, "Folder behind ENV: (an empty temporary one)");
     app.add_option("--envarc", options.envarc_folder, "Folder behind ENVARC: (an empty temporary one)");
-    app.add_option("--passes", options.passes, "Passes of the frame loop before Esc (1)")
-        ->check(CLI::PositiveNumber);
+    CLI::Option *passes =
+        app.add_option("--passes", options.passes, "Passes of the frame loop before Esc (1; 3 for a view)")
+            ->check(CLI::PositiveNumber);
     app.add_option("--input", options.input, "Script of events and requester answers");
     app.add_option("--chunky", options.chunky_folder, "Folder for one PGM a pass, as written to the screen");
-    app.add_option("--png", options.png_pattern, "PNG a pass, texts included, such as frame-%05d.png");
+    CLI::Option *png =
+        app.add_option("--png", options.png_pattern, "PNG a pass, texts included, such as frame-%05d.png");
     app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 a second");
     app.add_option("--sheet", options.sheet, "PNG of the same pictures side by side");
+    app.add_option("--y4m", options.video,
+                   "Video of the same pictures, 50 a second, as encoders read it; - for standard output");
     app.add_option("--columns", options.sheet_columns, "Pictures in a row of the sheet (4)")
         ->check(CLI::PositiveNumber);
-    app.add_option("--from", options.from, "First pass that becomes a picture (1)")
-        ->check(CLI::PositiveNumber);
-    app.add_option("--every", options.every, "Take every Nth pass from there (1)")
-        ->check(CLI::PositiveNumber);
+    CLI::Option *from =
+        app.add_option("--from", options.from, "First pass that becomes a picture (1; 3 for a view)")
+            ->check(CLI::PositiveNumber);
+    CLI::Option *every = app.add_option("--every", options.every, "Take every Nth pass from there (1)")
+                             ->check(CLI::PositiveNumber);
     app.add_option("--clock", clock, "fixed or real")->check(CLI::IsMember({"fixed", "real"}));
     app.add_option("--tick", tick, "Seconds that each reading of the fixed clock adds (1/256)");
+    app.footer(
+        "In names of outputs %s stands for the object's name without folder and suffix; several objects "
+        "need it.");
+    add_view_options(app, options.view);
+    app.add_flag("!--no-texts", options.has_texts,
+                 "Pictures before the texts are drawn: \"f\", or \"fps\", and two seconds without a message")
+        ->group(view_group);
+    app.add_option("--background", background, "black or transparent, which needs --png")
+        ->check(CLI::IsMember({"black", "transparent"}))
+        ->group(view_group);
+    // The settings are either those of the folder or those of the options.
+    for (const char *option : {"--mode", "--spin", "--clear", "--dots", "--gamma", "--turntable"}) {
+        app.get_option(option)->excludes(env);
+    }
+    app.get_option("--turntable")->excludes(passes)->excludes(from)->excludes(every);
 
     try {
         app.parse(argc, argv);
@@ -98,13 +179,24 @@ Options parse_options(int argc, char **argv) {
         if (tick) {
             options.tick = ticks_of(*tick);
         }
-        check_picture_names(options);
+        if (options.view.turntable != 0 && options.view.mode == mode_effect) {
+            throw CLI::ValidationError("--turntable", "the effect is another one after every turn");
+        }
+        options.is_transparent = background == "transparent";
+        if (options.is_transparent && png->count() == 0) {
+            throw CLI::RequiresError("--background transparent", "--png");
+        }
+        choose_passes(app, options);
+        options.mode.mode_id = static_cast<ULONG>(mode_id);
+        if (clock == "real") {
+            options.tick.reset();
+        }
+        runs = runs_of(options);
+        for (const Options &run : runs) {
+            check_picture_names(run);
+        }
     } catch (const CLI::ParseError &error) {
         std::exit(app.exit(error) == 0 ? 0 : exit_misuse);
     }
-    options.mode.mode_id = static_cast<ULONG>(mode_id);
-    if (clock == "real") {
-        options.tick.reset();
-    }
-    return options;
+    return runs;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/offscreen/host.h"
+#include "view.h"
 
 #include <optional>
 #include <string>
@@ -11,7 +12,7 @@
 /// Exit code of the tool's own mistakes; the program's own are 0 and 20.
 constexpr int exit_misuse = 2;
 
-/// What the command line asks for.
+/// What the command line asks for, for one object.
 struct Options {
     /// The words that the program itself gets: the object's file name.
     std::vector<std::string> program_words;
@@ -26,12 +27,17 @@ struct Options {
     std::optional<std::string> gif;
     std::optional<std::string> sheet;
     int sheet_columns = 4;
+    std::optional<std::string> video;
+    View view;
+    bool has_texts = true;
+    bool is_transparent = false;
+    bool has_progress = true;
     int from = 1;
     int every = 1;
     /// 16.16 seconds per reading; none for the real clock.
     std::optional<ULONG> tick = offscreen::default_tick;
 };
 
-/// Reads the command line. Prints help or version and ends with code 0, or says on standard error what is
-/// wrong and ends with code 2.
-Options parse_options(int argc, char **argv);
+/// Reads the command line, which asks for one run or for one per object. Prints help or version and ends with
+/// code 0, or says on standard error what is wrong and ends with code 2.
+std::vector<Options> parse_options(int argc, char **argv);

@@ -4,8 +4,10 @@
 
 #include "animation.h"
 #include "contact_sheet.h"
+#include "coverage.h"
 #include "options.h"
 #include "progress_bar.h"
+#include "video.h"
 
 #include <optional>
 
@@ -24,8 +26,12 @@ public:
     void complete();
 
 private:
+    void write(const offscreen::Picture &picture);
+
     Options options;
-    ProgressBar progress;
+    std::optional<ProgressBar> progress;
+    Coverage coverage;
     std::optional<Animation> animation;
     std::optional<ContactSheet> sheet;
+    std::optional<Video> video;
 };

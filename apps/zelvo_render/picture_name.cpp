@@ -10,6 +10,9 @@ namespace {
 /// A number's conversion, or an escaped percent sign, or a percent sign that is neither.
 const std::regex conversion("%(0?)([0-9]?[0-9]?)d|%%|%");
 
+/// Where an object's name goes, or an escaped percent sign, in whose wake an s is only a letter.
+const std::regex object_conversion("%s|%%");
+
 struct Counts {
     int numbers = 0;
     int stray = 0;
@@ -43,6 +46,26 @@ bool is_picture_pattern(const std::string &pattern) {
 bool is_plain_name(const std::string &pattern) {
     const Counts counts = count_conversions(pattern);
     return counts.numbers == 0 && counts.stray == 0;
+}
+
+bool has_object_name(const std::string &text) {
+    return with_object_name(text, "") != text;
+}
+
+std::string with_object_name(const std::string &text, const std::string &name) {
+    std::string result;
+    std::size_t at = 0;
+    for (std::sregex_iterator match(text.begin(), text.end(), object_conversion), end; match != end;
+         ++match) {
+        const auto position = static_cast<std::size_t>(match->position());
+        result += text.substr(at, position - at) + (match->str() == "%s" ? name : "%%");
+        at = position + 2;
+    }
+    return result + text.substr(at);
+}
+
+std::string escaped(const std::string &name) {
+    return std::regex_replace(name, std::regex("%"), "%%");
 }
 
 std::string picture_name(const std::string &pattern, int number) {

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <string>
 #include <unistd.h>
 
 namespace {
@@ -17,19 +16,20 @@ constexpr int bar_width = 40;
 
 } // namespace
 
-ProgressBar::ProgressBar(int all_passes)
-    : passes(all_passes), is_terminal(isatty(STDERR_FILENO) == 1), next_drawing(Clock::now() + patience) {}
+ProgressBar::ProgressBar(int how_many, std::string what)
+    : count(how_many), counted(std::move(what)), is_terminal(isatty(STDERR_FILENO) == 1),
+      next_drawing(Clock::now() + patience) {}
 
-void ProgressBar::advance_to(int pass) {
+void ProgressBar::advance_to(int number) {
     if (!is_terminal || Clock::now() < next_drawing) {
         return;
     }
     next_drawing = Clock::now() + interval;
     is_drawn = true;
-    const auto filled = static_cast<std::size_t>(std::int64_t{bar_width} * pass / passes);
+    const auto filled = static_cast<std::size_t>(std::int64_t{bar_width} * number / count);
     std::string bar(bar_width, '.');
     bar.replace(0, filled, filled, '#');
-    std::fprintf(stderr, "\r[%s] pass %d of %d", bar.c_str(), pass, passes);
+    std::fprintf(stderr, "\r[%s] %s %d of %d", bar.c_str(), counted.c_str(), number, count);
 }
 
 void ProgressBar::clear() {

@@ -3,14 +3,16 @@
 #pragma once
 
 #include <chrono>
+#include <string>
 
 /// Draws itself on standard error when that is a terminal and the run takes longer than a second.
 class ProgressBar {
 public:
-    explicit ProgressBar(int all_passes);
+    /// `what` names what the bar counts.
+    ProgressBar(int how_many, std::string what);
 
-    /// Notes that this pass was shown.
-    void advance_to(int pass);
+    /// Notes how far the run is, counted from 1.
+    void advance_to(int number);
 
     /// Wipes the bar away.
     void clear();
@@ -18,7 +20,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    int passes;
+    int count;
+    std::string counted;
     bool is_terminal;
     bool is_drawn = false;
     Clock::time_point next_drawing;

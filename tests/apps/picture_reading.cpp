@@ -73,6 +73,22 @@ IndexedPicture read_png(const std::string &path) {
     return picture;
 }
 
+ColourPicture read_colour_png(const std::string &path) {
+    ColourPicture picture;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0 || image.format != PNG_FORMAT_RGBA) {
+        ADD_FAILURE() << path << " is not a PNG with opacity";
+        png_image_free(&image);
+        return picture;
+    }
+    picture.width = static_cast<int>(image.width);
+    picture.height = static_cast<int>(image.height);
+    picture.pixels.resize(std::size_t{image.width} * image.height);
+    EXPECT_NE(png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr), 0) << path;
+    return picture;
+}
+
 AnimationFile read_gif(const std::string &path) {
     AnimationFile animation;
     int error = 0;

@@ -4,6 +4,7 @@
 
 #include "platform/shared/bitmap.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -16,6 +17,13 @@ struct IndexedPicture {
     std::vector<std::uint8_t> pixels;
 
     int at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+};
+
+/// A picture of red, green, blue and opacity.
+struct ColourPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::array<std::uint8_t, 4>> pixels;
 };
 
 /// One picture of an animation.
@@ -44,6 +52,10 @@ struct AnimationFile {
 
 /// A PNG of 8-bit palette indices; an empty picture, and a failure of the test, for anything else.
 IndexedPicture read_png(const std::string &path);
+
+/// A PNG of 8-bit red, green, blue and opacity; an empty picture, and a failure of the test, for anything
+/// else.
+ColourPicture read_colour_png(const std::string &path);
 
 /// A GIF.
 AnimationFile read_gif(const std::string &path);

@@ -84,6 +84,39 @@ TEST_F(RenderProgress, GrowsWithThePasses) {
     EXPECT_EQ(parts[1].length() + parts[2].length(), 40);
 }
 
+TEST_F(RenderProgress, CountsObjectsWhereThereAreSeveral) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
+    const std::string name = ptsname(terminal);
+    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    Words objects(1000, object("torus"));
+    objects.insert(objects.end(), {"--passes", "1000"});
+    std::string shown;
+    const ToolRun run = run_tool("zelvo-render", cube_arguments(objects),
+                                 {work.folder(),
+                                  temporary.folder(),
+                                  [&](pid_t process) {
+                                      shown = shown_until(terminal, std::regex(" of 1001"));
+                                      kill(process, SIGTERM);
+                                  },
+                                  {},
+                                  name});
+    EXPECT_EQ(run.exit_code, 128 + SIGTERM);
+    ASSERT_EQ(write(other_side, "end", 3), 3);
+    shown += shown_until(terminal, std::regex("end"));
+    close(other_side);
+    close(terminal);
+    std::smatch parts;
+    ASSERT_TRUE(std::regex_search(shown, parts, std::regex(R"(^\r\[(#*)(\.+)\] object (\d+) of 1001)")))
+        << shown;
+    EXPECT_EQ(parts[1].length(), std::stoi(parts[3]) * 40 / 1001);
+    EXPECT_EQ(parts[1].length() + parts[2].length(), 40);
+    EXPECT_TRUE(shown.ends_with("\r\033[Kend")) << shown;
+    EXPECT_EQ(shown.find("pass"), std::string::npos) << shown;
+}
+
 TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
     const ToolRun run = long_run([](pid_t process) {
         // The bar waits for a second before it appears.

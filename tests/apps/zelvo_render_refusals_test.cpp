@@ -40,7 +40,7 @@ TEST_F(RenderRefuses, OptionsThatMakeNoSense) {
         {"--png", "frame.png", "--passes", "2"},
         {"--png", "frame.png", "--passes", "3", "--every", "2"},
         {"--png", "frame.png", "--passes", "3", "--from", "2"},
-        {"--png", "frame-%s.png"},
+        {"--png", "frame-%i.png"},
         {"--png", "frame-%.png"},
         {"--png", "frame-%d%.png"},
         {"--png", "frame-%d-%d.png"},
@@ -57,6 +57,77 @@ TEST_F(RenderRefuses, OptionsThatMakeNoSense) {
         EXPECT_EQ(run.output, "") << words;
         EXPECT_EQ(names_in(work.folder()), std::set<std::string>{}) << words;
     }
+}
+
+TEST_F(RenderRefuses, ViewsThatNoKeyReaches) {
+    const std::string modes =
+        "--mode: not one of effect, envmap, texturemap, lightsourced, phong, z-light, dots, 0 to 6: ";
+    const std::string spins = "--spin: not from -4 to 4: ";
+    const std::string tilts = "--tilt: not X,Y with two numbers from -32768 to 32767: ";
+    const std::string styles = "--clear: not one of clear, fade, blur, rise, 0 to 3: ";
+    const std::string gammas = "--gamma: not R,G,B with three numbers from 0.02 to 3: ";
+    const std::vector<std::pair<Words, std::string>> misuses{
+        {{"--mode", "7"}, modes + "7"},
+        {{"--mode", "-1"}, modes + "-1"},
+        {{"--mode", "01"}, modes + "01"},
+        {{"--mode", "phongs"}, modes + "phongs"},
+        {{"--mode", "Dots"}, modes + "Dots"},
+        {{"--mode"}, "--mode: 1 required NAME missing"},
+        {{"--spin=4.0000001"}, spins + "4.0000001"},
+        {{"--spin=-4.0000001"}, spins + "-4.0000001"},
+        {{"--spin=nan"}, spins + "nan"},
+        {{"--spin=1,1"}, spins + "1,1"},
+        {{"--spin=fast"}, spins + "fast"},
+        {{"--tilt", "32768,0"}, tilts + "32768,0"},
+        {{"--tilt", "-32769,0"}, tilts + "-32769,0"},
+        {{"--tilt", "0,32768"}, tilts + "0,32768"},
+        {{"--tilt", "0,-32769"}, tilts + "0,-32769"},
+        {{"--tilt", "1"}, tilts + "1"},
+        {{"--tilt", "1,"}, tilts + "1,"},
+        {{"--tilt", ",1"}, tilts + ",1"},
+        {{"--tilt", "1,2,"}, tilts + "1,2,"},
+        {{"--tilt", "1,2,3"}, tilts + "1,2,3"},
+        {{"--tilt", "1;2"}, tilts + "1;2"},
+        {{"--tilt", "1.5,2"}, tilts + "1.5,2"},
+        {{"--clear", "4"}, styles + "4"},
+        {{"--clear", "-1"}, styles + "-1"},
+        {{"--clear", "smear"}, styles + "smear"},
+        {{"--clear", "fade", "--clear", "blur"}, "--clear: At Most 1 required but received 2"},
+        {{"--gamma", "0.0199999,1,1"}, gammas + "0.0199999,1,1"},
+        {{"--gamma", "1,3.0000001,1"}, gammas + "1,3.0000001,1"},
+        {{"--gamma", "1,1,0"}, gammas + "1,1,0"},
+        {{"--gamma", "1,1,nan"}, gammas + "1,1,nan"},
+        {{"--gamma", "1,1"}, gammas + "1,1"},
+        {{"--gamma", "1,1,1,1"}, gammas + "1,1,1,1"},
+        {{"--gamma", "2"}, gammas + "2"},
+        {{"--turntable", "0"}, "--turntable: Value 0 not in range 1 to 1000000"},
+        {{"--turntable", "1000001"}, "--turntable: Value 1000001 not in range 1 to 1000000"},
+        {{"--turntable", "8", "--mode", "effect"}, "--turntable: the effect is another one after every turn"},
+        {{"--turntable", "8", "--spin"}, "--spin excludes --turntable"},
+        {{"--turntable", "8", "--passes", "9"}, "--passes excludes --turntable"},
+        {{"--turntable", "8", "--from", "9"}, "--from excludes --turntable"},
+        {{"--turntable", "8", "--every", "2"}, "--every excludes --turntable"},
+        {{"--turntable", "8", "--png", "a.png"}, "--png: needs one number such as %05d for the pass: a.png"},
+        {{"--background", "white", "--png", "a.png"}, "--background: white not in {black,transparent}"},
+        {{"--background", "transparent"}, "--background transparent requires --png"},
+        {{"--env", ".", "--mode", "0"}, "--env excludes --mode"},
+        {{"--env", ".", "--spin"}, "--env excludes --spin"},
+        {{"--env", ".", "--clear", "0"}, "--env excludes --clear"},
+        {{"--env", ".", "--dots"}, "--env excludes --dots"},
+        {{"--env", ".", "--gamma", "1,1,1"}, "--env excludes --gamma"},
+        {{"--env", ".", "--turntable", "8"}, "--env excludes --turntable"},
+    };
+    for (const auto &[misuse, errors] : misuses) {
+        const ToolRun run = render_cube(joined({"--chunky", "frames", "--gif", "a.gif"}, misuse));
+        EXPECT_EQ(run.exit_code, 2) << errors;
+        EXPECT_EQ(run.errors, errors + "\nRun with --help for more information.\n");
+        EXPECT_EQ(run.output, "") << errors;
+        EXPECT_EQ(names_in(work.folder()), std::set<std::string>{}) << errors;
+    }
+    // Settings of a folder go with everything that is no setting.
+    expect_cube_run(render_cube({"--env", ".", "--tilt", "1,1", "--no-texts", "--background", "transparent",
+                                 "--png", "a.png"}),
+                    3);
 }
 
 TEST_F(RenderRefuses, ToWriteIntoAFolderThatIsNotThere) {
