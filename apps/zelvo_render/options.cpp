@@ -132,16 +132,16 @@ std::vector<Options> parse_options(int argc, char **argv) {
     app.add_option("--size", size, "WIDTHxHEIGHT that the screen-mode requester answers (320x256)");
     app.add_option("--mode-id", mode_id, "Display mode that the screen-mode requester answers (0)")
         ->check(CLI::Range(std::int64_t{INT32_MIN}, std::int64_t{UINT32_MAX}));
-    CLI::Option *env =
-        app.add_option("--env", options.env_folder, "Folder of ENV: (an empty temporary one)");
+    CLI::Option *env = app.add_option("--env", options.env_folder, "Folder of ENV: (an empty temporary one)");
     app.add_option("--envarc", options.envarc_folder, "Folder of ENVARC: (an empty temporary one)");
     CLI::Option *passes =
         app.add_option("--passes", options.passes, "Passes of the frame loop before Esc (1; 3 for a view)")
             ->check(CLI::PositiveNumber);
     app.add_option("--input", options.input, "Script of events and requester answers");
-    app.add_option("--chunky", options.chunky_folder, "Folder for one PGM per pass, as written to the screen");
-    CLI::Option *png =
-        app.add_option("--png", options.png_pattern, "One PNG per pass, texts included, such as frame-%05d.png");
+    app.add_option("--chunky", options.chunky_folder,
+                   "Folder for one PGM per pass, as written to the screen");
+    CLI::Option *png = app.add_option("--png", options.png_pattern,
+                                      "One PNG per pass, texts included, such as frame-%05d.png");
     app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 a second");
     app.add_option("--sheet", options.sheet, "PNG of the same pictures side by side");
     app.add_option("--y4m", options.video,
