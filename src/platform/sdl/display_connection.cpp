@@ -3,13 +3,18 @@
 #include "platform/sdl/display_connection.h"
 
 #include "platform/sdl/pointer.h"
+#include "platform/sdl/sdl_window.h"
 #include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>
+#include <SDL_syswm.h>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
+#if defined(SDL_VIDEO_DRIVER_WAYLAND)
+#include <wayland-client-core.h>
+#endif
 
 namespace host {
 
@@ -69,6 +74,18 @@ bool connect_display() {
     watch_x11_keyboard();
     watch_focus();
     return true;
+}
+
+bool is_display_lost() {
+#if defined(SDL_VIDEO_DRIVER_WAYLAND)
+    SDL_SysWMinfo info{};
+    SDL_VERSION(&info.version);
+    return SDL_WasInit(SDL_INIT_VIDEO) != 0 && picture_window() != nullptr &&
+           SDL_GetWindowWMInfo(picture_window(), &info) == SDL_TRUE && info.subsystem == SDL_SYSWM_WAYLAND &&
+           wl_display_get_error(info.info.wl.display) != 0;
+#else
+    return false;
+#endif
 }
 
 bool complain(const char *what) {

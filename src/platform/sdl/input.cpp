@@ -2,6 +2,7 @@
 // Turns SDL's events into the program's.
 #include "platform/sdl/input.h"
 
+#include "platform/sdl/display_connection.h"
 #include "platform/sdl/keyboard.h"
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
@@ -115,11 +116,20 @@ void take_window_event(const SDL_WindowEvent &event) {
     }
 }
 
+/// Takes the next event, false if there is none. The loss of the display is a wish to quit.
+bool poll_event(SDL_Event &event) {
+    if (is_display_lost()) {
+        request_quit();
+        return false;
+    }
+    return SDL_PollEvent(&event) != 0;
+}
+
 } // namespace
 
 void take_input(std::deque<IntuiMessage> &messages) {
     SDL_Event event;
-    while (SDL_PollEvent(&event) != 0) {
+    while (poll_event(event)) {
         switch (event.type) {
         case SDL_SYSWMEVENT:
             note_x11_event(*event.syswm.msg);
@@ -159,7 +169,7 @@ void take_input(std::deque<IntuiMessage> &messages) {
 bool drop_input() {
     bool is_focused = false;
     SDL_Event event;
-    while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
+    while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && poll_event(event)) {
         switch (event.type) {
         case SDL_SYSWMEVENT:
             note_x11_event(*event.syswm.msg);

@@ -156,7 +156,9 @@ bool take_kept_window(const DisplayMode &mode) {
     SDL_SetWindowTitle(window, plain_title.c_str());
     // When a requester is closed a compositor gives the window the focus, and its size along with it. Taken
     // later, that would be the size to go back to.
-    SDL_PumpEvents();
+    if (!is_display_lost()) {
+        SDL_PumpEvents();
+    }
     if (!mode.is_full_screen && !is_scaled_by_fraction()) {
         const Extent extent = opening_extent(mode);
         SDL_SetWindowSize(window, extent.width, extent.height);
@@ -211,6 +213,9 @@ void disconnect_display() {
 
 void present_picture(const BitMap &bitmap, const Palette &palette) {
     if (!is_open) {
+        return;
+    }
+    if (is_display_lost()) {
         return;
     }
     if (!is_visible()) {
