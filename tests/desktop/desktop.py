@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A desktop of a test's own: an X server without a screen, a window manager, a user's folders, and the viewer
+"""A private desktop for each test: an X server without a screen, a window manager, a user's folders, and the viewer
 in a real window, steered by real key presses and mouse motion."""
 
 import math
@@ -24,8 +24,18 @@ MODE_TITLE = "^Zelvo: screen mode"
 OBJECT_TITLE = "^Select a LightWave Object"
 TEXTURE_TITLE = "^Select Zelvo_envmap.chunky file"
 
-# Nothing here takes long; a machine that is busy with something else may make it so.
+# A guard against hangs. Nothing here takes long, except on a busy machine.
 PATIENCE = 30.0
+
+# What is done before a window is ready for it can be lost. Without an effect after this time it is done again.
+REPEAT_PATIENCE = 5.0
+
+# The viewer ignores a click within this time after it got the focus. Nothing shows when the time is over.
+STRAY_CLICK_SECONDS = 0.5
+
+# The X server repeats a held key after 0.66 s, and then 25 times per second. A test that shows that a repeated key
+# does nothing holds it for this long.
+HELD_KEY_SECONDS = 1.2
 
 STATISTICS = re.compile(
     r"number of frames: \d+\n"
@@ -48,8 +58,8 @@ width: {width}
 height: {height}
 *** Please don't edit this file! ***"""
 
-# As a first start writes them, but that the counter is off, since it shows the time, and that the window shows
-# pixels as they are.
+# What a first start writes, with two changes: the counter is off because it shows the time, and the window shows pixels
+# at their own size.
 DEFAULTS = {
     "gammas": "1.000000 1.000000 1.000000",
     "rotate": "0.000000",
@@ -80,8 +90,32 @@ def wait_until(condition, what, patience=PATIENCE):
         if value:
             return value
         if time.monotonic() > end:
-            raise AssertionError("waited in vain for " + what)
+            raise AssertionError("timed out waiting for " + what)
         time.sleep(0.02)
+
+
+def repeat_until(action, condition, what, patience=REPEAT_PATIENCE):
+    """Does something that may be lost until it has an effect; returns the first true value of `condition`."""
+
+    def has_effect():
+        action()
+        try:
+            return wait_until(condition, what, patience)
+        except AssertionError:
+            return None
+
+    return wait_until(has_effect, what)
+
+
+def wait_for_different(read, count, what):
+    """Waits until `read` has returned this many different values."""
+    seen = set()
+
+    def is_enough():
+        seen.add(read())
+        return len(seen) >= count
+
+    wait_until(is_enough, what)
 
 
 def _chunk(name, data):
@@ -138,7 +172,7 @@ class Display:
         number_read, number_write = os.pipe()
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(number_write), "-screen", "0", f"{width}x{height}x24"]
-            # Without this the server starts over when its last client leaves, and a new one may meet it in that.
+            # Otherwise the server resets when its last client leaves, and a new client may connect during the reset.
             + ["-noreset", "-nolisten", "tcp"],
             pass_fds=[number_write],
             stdout=subprocess.DEVNULL,
@@ -151,8 +185,8 @@ class Display:
         self.manager = None
         if manager:
             self.manager = subprocess.Popen(
-                # A window that comes before the manager is done with its start may never be mapped. It runs this
-                # command when it is.
+                # A window that comes before the manager has started may never be mapped. The manager runs this command
+                # when it has started.
                 ["openbox", "--sm-disable", "--startup", "xprop -root -f MANAGED 8s -set MANAGED yes"],
                 env=self.environment,
                 stdout=subprocess.DEVNULL,
@@ -211,16 +245,19 @@ class Display:
             raise AssertionError(f"{error}; found {self.find(title)}, active is {active!r}") from None
 
     def cancel(self, title):
-        """Cancels a requester; a toolkit that is not ready for the first Escape gets another one."""
+        """Cancels a requester."""
+        self.close_by_key(title, "Escape")
+
+    def close_by_key(self, title, key):
+        """Presses a key until the window is gone. A window that has just opened may not be ready for the first one."""
         self.wait_for(title)
-        for _ in range(10):
-            self.key("Escape")
-            try:
-                self.wait_until_gone(title, 2.0)
-                return
-            except AssertionError:
-                pass
-        raise AssertionError("Escape does not close " + title)
+
+        def press():
+            # It may have closed by now, and the next window would take the key.
+            if re.search(title, self.xdotool("getactivewindow", "getwindowname")):
+                self.key(key)
+
+        repeat_until(press, lambda: self.find(title) is None, f"{key} to close {title}")
 
     def wait_until_gone(self, title, patience=PATIENCE):
         wait_until(lambda: self.find(title) is None, "no window " + title, patience)
@@ -329,7 +366,7 @@ class Case(unittest.TestCase):
             made.mkdir(mode=0o700)
         self.env_file = self.runtime / "zelvo" / "Zelvo.vars"
         self.envarc_file = self.config / "zelvo" / "Zelvo.vars"
-        # The program looks for its data beside itself; here there is none but what a test installs.
+        # The program looks for its data next to itself. Here it finds only what a test installs.
         (self.folder / "bin").mkdir()
         self.program = self.folder / "bin" / "zelvo"
         shutil.copy(VIEWER, self.program)
@@ -364,11 +401,11 @@ class Case(unittest.TestCase):
             "GSETTINGS_BACKEND": "memory",
             "GIO_USE_VFS": "local",
             "DBUS_SESSION_BUS_ADDRESS": "disabled:",
-            # A warning of the toolkit ends the viewer, and memory that was freed holds nothing that still works.
+            # A toolkit warning ends the viewer, and freed memory is overwritten.
             "G_DEBUG": "fatal-warnings",
             "MALLOC_PERTURB_": "165",
             "G_SLICE": "always-malloc",
-            # The toolkits and drivers leave things to the process's end, which is no leak of the viewer's.
+            # Toolkits and drivers leave some memory for the process's end to free. The viewer does not leak it.
             "ASAN_OPTIONS": "detect_leaks=0",
         }
         return {name: value for name, value in {**own, **changes}.items() if value is not None}
@@ -388,9 +425,35 @@ class Case(unittest.TestCase):
         viewer = self.start(self.object, **environment)
         window = self.display.wait_for(VIEWER_TITLE)
         wait_until(lambda: not self.picture(window).is_black(), "the first picture")
-        # A click so soon after the focus came is taken as the one that brought it, and is no command.
-        time.sleep(0.7)
+        # The viewer ignores keys that are down when it hears of its focus, and takes the pointer after that.
+        self.display.wait_until_pointer_is_held(window)
         return viewer, window
+
+    def wait_until_clicks_count(self, window):
+        """Waits until a click is a command. The viewer takes an earlier one for the click that gave it the focus."""
+        self.display.wait_until_pointer_is_held(window)
+        time.sleep(STRAY_CLICK_SECONDS)
+
+    def type_path(self, path):
+        """Types an absolute path into the file requester that has the keyboard."""
+        # Its field for a path opens with the first slash. Ctrl+L would open it too, but closes it when it is open.
+        self.display.key("ctrl+a")
+        self.display.type(str(path))
+
+    def enter_path(self, title, path):
+        """Types a path into the file requester of this title, and confirms it."""
+        self.display.wait_for(title)
+        self.type_path(path)
+        self.display.key("Return")
+
+    def choose_file(self, title, path):
+        """Enters a path until the file requester is gone. A path that is typed while it starts is lost."""
+        repeat_until(
+            lambda: self.enter_path(title, path),
+            lambda: self.display.find(title) is None,
+            "the chooser to take " + str(path),
+            2 * REPEAT_PATIENCE,
+        )
 
     def picture(self, window):
         """What the window shows; a window that is just being moved or mapped cannot be read for a moment."""

@@ -31,6 +31,15 @@ class Picture:
             rows.append(wide * factor)
         return Picture(self.width * factor, self.height * factor, b"".join(rows))
 
+    def centred_on_black(self, width, height):
+        """This picture in the middle of a black one of this size."""
+        left, above = (width - self.width) // 2, (height - self.height) // 2
+        rows = [self.rgb[y * self.width * 3 :][: self.width * 3] for y in range(self.height)]
+        centred = [bytes(left * 3) + row + bytes((width - self.width - left) * 3) for row in rows]
+        edge = bytes(width * 3)
+        below = height - self.height - above
+        return Picture(width, height, edge * above + b"".join(centred) + edge * below)
+
     def is_black(self):
         return not any(self.rgb)
 

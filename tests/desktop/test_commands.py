@@ -52,6 +52,7 @@ class Commands(desktop.Case):
         self.assertEqual(len(expected), len(steps))
 
         viewer, window = self.start_viewing()
+        self.wait_until_clicks_count(window)
         for number, (step, picture) in enumerate(zip(steps, expected)):
             self.display.xdotool(*step.words)
             self.assert_shows(window, picture, f"step {number + 1}, {step.script}")
@@ -135,9 +136,11 @@ class Spin(desktop.Case):
 
     def test_a_held_key_repeats(self):
         self.write_settings()
-        viewer, _ = self.start_viewing()
+        viewer, window = self.start_viewing()
         self.display.xdotool("keydown", "Right")
-        desktop.time.sleep(1.5)
+        desktop.wait_for_different(
+            lambda: self.picture(window).rows(*self.TEXT_ROWS).rgb, 10, "the messages of ten different spins"
+        )
         self.display.xdotool("keyup", "Right")
         self.display.key("s")
         self.quit(viewer)
@@ -190,7 +193,7 @@ class Layout(desktop.Case):
         self.set_layout("ru")
         self.write_settings()
         viewer, _ = self.start_viewing()
-        # Shift with a digit's place is no digit. A letter under Caps Lock is a capital, which saves for good.
+        # Shift with a digit's key is not a digit. A letter under Caps Lock is a capital, which saves for good.
         self.display.key(f"shift+{KEY_1}", "Caps_Lock", KEY_S, "Caps_Lock")
         self.wait_for_settings(self.envarc_file)
         self.quit(viewer)

@@ -59,7 +59,8 @@ class LostDisplay(desktop.Case):
 
 
 def assert_runs_until_terminated(case, start):
-    """Three seconds, which are 180 passes. A busy machine makes fewer, but passes that never wait are more on any."""
+    """Three seconds are 180 passes. A busy machine makes fewer. Passes that do not wait are more on any machine, which
+    takes this long to show."""
     started = time.monotonic()
     viewer = start()
     desktop.wait_until(lambda: viewer.catches(signal.SIGTERM), "a viewer that can be ended")

@@ -3,7 +3,6 @@
 
 import os
 import pathlib
-import re
 import shutil
 import signal
 import subprocess
@@ -19,7 +18,8 @@ class Ends(desktop.Case):
         self.write_settings()
 
     def assert_quits_by(self, *words):
-        viewer, _ = self.start_viewing()
+        viewer, window = self.start_viewing()
+        self.wait_until_clicks_count(window)
         self.display.xdotool(*words)
         self.assert_ends_well(viewer)
         self.assertEqual(viewer.out().count("number of frames"), 1)
@@ -41,14 +41,7 @@ class Ends(desktop.Case):
 
     def test_close_button(self):
         viewer, _ = self.start_viewing()
-
-        def is_closed():
-            """The window manager does not always hear its own keys so soon after a window came."""
-            self.display.key("alt+F4")
-            desktop.time.sleep(0.5)
-            return viewer.process.poll() is not None
-
-        desktop.wait_until(is_closed, "the window's end")
+        self.display.close_by_key(desktop.VIEWER_TITLE, "alt+F4")
         self.assert_ends_well(viewer)
 
     def test_interrupt(self):
@@ -69,11 +62,11 @@ class Ends(desktop.Case):
         self.assertEqual(viewer.out().count("number of frames"), 1)
 
     def test_statistics_count_the_passes(self):
-        viewer, _ = self.start_viewing()
-        desktop.time.sleep(1.0)
+        self.write_settings(rotate="1.000000")
+        viewer, window = self.start_viewing()
+        desktop.wait_for_different(lambda: self.picture(window).rgb, 20, "20 different pictures")
         self.quit(viewer)
-        frames = int(re.search(r"number of frames: (\d+)", viewer.out())[1])
-        self.assertGreater(frames, 20)
+        self.assertGreaterEqual(viewer.frames(), 20)
 
     def test_missing_object(self):
         viewer = self.start("missing.lwo")
@@ -109,7 +102,7 @@ class Ends(desktop.Case):
 
 
 class CommandLine(unittest.TestCase):
-    """What the words of the shell lead to; the object that they name is no object, which ends the run."""
+    """What the words on the command line lead to. The file that they name holds no object, which ends the run."""
 
     NO_OBJECT = (20, "This is not a(n) LW object\n", "")
     NO_FILE = (20, "File open error\n", "")

@@ -8,39 +8,28 @@ import unittest
 
 import desktop
 from desktop import OBJECT_TITLE, TEXTURE_TITLE, VIEWER_TITLE
-from test_requesters import Requesters
 
 MESSAGE_TITLE = "^Zelvo$"
 
 
-class RefusedFiles(Requesters):
+class RefusedFiles(desktop.Case):
     def setUp(self):
         super().setUp()
         self.write_settings()
 
-    def enter_path(self, title, path):
-        """Types a path into a file requester and confirms it, once."""
-        self.display.wait_for(title)
-        self.display.key("ctrl+l")
-        desktop.time.sleep(0.3)
-        self.display.key("ctrl+a")
-        self.display.type(str(path))
-        # The chooser looks the path up before Enter means it.
-        desktop.time.sleep(0.7)
-        self.display.key("Return")
+    def enter_path_until_refused(self, title, path):
+        """Enters a path until a message comes up. A path that is typed while the chooser starts is lost."""
+        desktop.repeat_until(
+            lambda: self.enter_path(title, path),
+            lambda: self.display.find(MESSAGE_TITLE),
+            "a message about " + str(path),
+            2 * desktop.REPEAT_PATIENCE,
+        )
+        self.display.wait_for(MESSAGE_TITLE)
 
     def assert_refused(self, title, path):
         """A message comes up, and after it the requester is there again."""
-
-        def is_refused():
-            """A path that is typed too soon is lost in the chooser's start."""
-            self.enter_path(title, path)
-            try:
-                return self.display.wait_for(MESSAGE_TITLE, 3.0)
-            except AssertionError:
-                return None
-
-        desktop.wait_until(is_refused, "a message about " + str(path))
+        self.enter_path_until_refused(title, path)
         self.display.cancel(MESSAGE_TITLE)
         self.display.wait_for(title)
 
@@ -98,8 +87,7 @@ class RefusedFiles(Requesters):
 
     def test_termination_goes_through_the_message_and_the_requester(self):
         viewer = self.start()
-        self.enter_path(OBJECT_TITLE, self.work / "missing")
-        self.display.wait_for(MESSAGE_TITLE)
+        self.enter_path_until_refused(OBJECT_TITLE, self.work / "missing")
         viewer.process.terminate()
         self.assertEqual(viewer.wait(), 20)
         self.assertEqual(viewer.out(), "No filename given\n")

@@ -17,15 +17,7 @@ class Ends(desktop.Case):
         self.display.wait_until_gone(title)
 
     def leave_by_alt_f4(self, title, viewer):
-        def is_gone():
-            """The window manager does not always hear its own keys so soon after a window came."""
-            active = self.display.xdotool("getactivewindow", "getwindowname")
-            if desktop.re.search(title, active):
-                self.display.key("alt+F4")
-            desktop.time.sleep(0.5)
-            return self.display.find(title) is None
-
-        desktop.wait_until(is_gone, "no window " + title)
+        self.display.close_by_key(title, "alt+F4")
 
     def leave_by_signal(self, title, viewer):
         viewer.signal(signal.SIGTERM)

@@ -9,24 +9,6 @@ from desktop import MODE_TITLE, OBJECT_TITLE, TEXTURE_TITLE, VIEWER_TITLE
 
 
 class Requesters(desktop.Case):
-    def choose_file(self, title, path):
-        """Types a path into a file requester, as every desktop's chooser lets one do, and confirms it."""
-        self.display.wait_for(title)
-        for _ in range(5):
-            self.display.key("ctrl+l")
-            desktop.time.sleep(0.3)
-            self.display.key("ctrl+a")
-            self.display.type(str(path))
-            # The chooser looks the path up before Enter means it.
-            desktop.time.sleep(0.7)
-            self.display.key("Return")
-            try:
-                self.display.wait_until_gone(title, 3.0)
-                return
-            except AssertionError:
-                pass
-        self.fail("the chooser does not take " + str(path))
-
     def size_of(self, window):
         picture = self.picture(window)
         return picture.width, picture.height
@@ -173,7 +155,7 @@ class Files(Requesters):
         self.display.key("t")
         self.choose_file(TEXTURE_TITLE, other)
         self.display.wait_for(VIEWER_TITLE)
-        # The message is not looked for: its two seconds begin before the requester opens.
+        # The message is not compared: its two seconds begin before the requester opens.
         desktop.wait_until(lambda: self.picture(window).rows(14, 256).rgb == expected.rgb, "the new texture")
         self.display.key("s")
         self.quit(viewer)
@@ -185,10 +167,7 @@ class Files(Requesters):
         desktop.write_texture(self.work / "A.chunky")
         viewer, _ = self.start_viewing()
         self.display.key("t")
-        self.display.wait_for(TEXTURE_TITLE)
-        desktop.time.sleep(1.0)
-        self.display.key("alt+o")
-        self.display.wait_until_gone(TEXTURE_TITLE)
+        self.display.close_by_key(TEXTURE_TITLE, "alt+o")
         self.display.wait_for(VIEWER_TITLE)
         self.quit(viewer)
         self.assertIn(f"envmap filename: {self.work}/Zelvo_envmap.chunky\n", viewer.out())
@@ -210,8 +189,7 @@ class Files(Requesters):
         self.display.xdotool("keydown", "Escape")
         self.display.wait_until_gone(TEXTURE_TITLE)
         self.display.wait_for(VIEWER_TITLE)
-        # A held key begins to repeat after 0.66 s, and does so 25 times a second.
-        desktop.time.sleep(1.5)
+        desktop.time.sleep(desktop.HELD_KEY_SECONDS)
         self.assertIsNone(viewer.process.poll())
         self.display.xdotool("keyup", "Escape")
         self.quit(viewer)
@@ -222,7 +200,7 @@ class Files(Requesters):
         self.display.wait_for(MODE_TITLE)
         self.display.xdotool("keydown", "Escape")
         self.display.wait_for(VIEWER_TITLE)
-        desktop.time.sleep(1.5)
+        desktop.time.sleep(desktop.HELD_KEY_SECONDS)
         self.assertIsNone(viewer.process.poll())
         self.display.xdotool("keyup", "Escape")
         self.quit(viewer)

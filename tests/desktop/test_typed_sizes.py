@@ -51,13 +51,15 @@ class TypedSizes(desktop.Case):
         self.display.key("alt+h")
         self.display.type(text)
 
-    def settled(self, window):
-        """The dialog's picture, once it stays."""
+    def settled(self, window, before=None):
+        """The dialog's picture, once it differs from the one before and stays."""
 
         def staying():
-            before = self.picture(window)
+            shown = self.picture(window)
+            # Time in which no other picture follows: nothing else shows that this is the last one.
             desktop.time.sleep(0.3)
-            return before if before.rgb == self.picture(window).rgb else None
+            is_new = before is None or shown.rgb != before.rgb
+            return shown if is_new and shown.rgb == self.picture(window).rgb else None
 
         return desktop.wait_until(staying, "a picture that stays")
 
@@ -107,9 +109,10 @@ class TypedSizes(desktop.Case):
         right = self.settled(window)
         self.type_width("0320")
         # The same size in other words: only the field differs.
-        self.assertIsNone(self.notice(self.settled(window)).difference(self.notice(right)))
+        same = self.settled(window, right)
+        self.assertIsNone(self.notice(same).difference(self.notice(right)))
         self.type_width("0")
-        self.assertIsNotNone(self.notice(self.settled(window)).difference(self.notice(right)))
+        desktop.wait_until(lambda: self.notice(self.picture(window)).difference(self.notice(right)), "the reason")
         self.display.cancel(MODE_TITLE)
         self.display.wait_for(VIEWER_TITLE)
         self.quit(viewer)
@@ -137,6 +140,7 @@ class TypedSizes(desktop.Case):
         viewer, window = self.open_requester()
         named = self.upper_part(window)
         self.type_width("321")
+        desktop.wait_until(lambda: self.picture(window).rows(0, 100).rgb != named.rgb, "a size that is not in the list")
         size = changed_part(named, self.upper_part(window))
         viewer.process.terminate()
         self.assert_ends_well(viewer)
@@ -159,11 +163,13 @@ class TypedSizes(desktop.Case):
         possible = self.settled(window)
         self.type_width("16384")
         self.type_height("16384")
-        marked = self.settled(window)
+        marked = self.settled(window, possible)
         self.assertIsNotNone(self.notice(marked).difference(self.notice(possible)))
         self.type_width("321")
         self.type_height("256")
-        self.assertIsNone(self.notice(self.settled(window)).difference(self.notice(possible)))
+        desktop.wait_until(
+            lambda: self.notice(self.picture(window)).difference(self.notice(possible)) is None, "no notice any more"
+        )
         self.confirm(viewer, 321, 256)
 
 

@@ -7,7 +7,6 @@ import subprocess
 import unittest
 
 import desktop
-import pictures
 
 
 class Scaling(desktop.Case):
@@ -18,49 +17,56 @@ class Scaling(desktop.Case):
         self.write_settings()
         self.still = self.rehearse("", 250, 250, tick=0.01)[0]
 
-    def screen(self):
-        return pictures.of_window(self.display.root(), self.display.environment)
-
-    def assert_stands_at(self, shown, x, y, factor):
-        """The still picture at this place, enlarged, and black elsewhere in the width that it takes."""
-        expected = self.still.enlarged(factor)
-        part = shown.part(x, y, expected.width, expected.height)
-        self.assertIsNone(part.difference(expected))
-        self.assertEqual(sum(map(bool, shown.rgb)), sum(map(bool, expected.rgb)), "something is beside it")
-
     def start_still(self, **settings):
-        """Starts, and waits until the greeting has gone."""
         self.write_settings(**settings)
-        viewer, window = self.start_viewing()
-        desktop.time.sleep(2.5)
-        return viewer, window
+        return self.start_viewing()
+
+    def assert_shows_still(self, window, width, height, factor):
+        """After the greeting: the still picture, enlarged, in the middle of a window that is black elsewhere."""
+        expected = self.still.enlarged(factor).centred_on_black(width, height)
+        self.assert_shows(window, expected, f"the still picture {factor} times as large")
+
+    def lit_columns(self, picture):
+        """The first and the last column of a picture that are not black."""
+        lit = [x for x in range(picture.width) if any(picture.part(x, 0, 1, picture.height).rgb)]
+        return (lit[0], lit[-1]) if lit else None
+
+    def assert_shows_scaled(self, window, width, height, factor):
+        """After the greeting: the object, as wide as in the still picture times the factor, under a black edge."""
+        first, last = (column * factor for column in self.lit_columns(self.still))
+        edge = (height - round(256 * factor)) // 2
+
+        def is_shown():
+            shown = self.picture(window)
+            if (shown.width, shown.height) != (width, height) or not shown.rows(0, edge + 5).is_black():
+                return False
+            lit = self.lit_columns(shown)
+            return lit is not None and abs(lit[0] - first) <= 2 and abs(lit[1] - last) <= 2
+
+        desktop.wait_until(is_shown, f"the object {factor} times as large")
 
     def test_doubled_pixels(self):
         viewer, window = self.start_still(mode=2)
-        self.assert_stands_at(self.picture(window), 0, 0, 2)
+        self.assert_shows_still(window, 640, 512, 2)
         self.quit(viewer)
 
     def test_a_window_too_large_for_the_display_opens_smaller(self):
         viewer, window = self.start_still(mode=4)
-        self.assert_stands_at(self.picture(window), 0, 0, 2)
+        self.assert_shows_still(window, 640, 512, 2)
         self.quit(viewer)
 
     def test_full_screen_is_centred_on_black(self):
         viewer, _ = self.start_still(mode=0)
-        self.assert_stands_at(self.screen(), 80, 44, 2)
+        self.assert_shows_still(self.display.root(), 800, 600, 2)
         self.quit(viewer)
 
     def test_full_screen_keys_go_there_and_back(self):
         viewer, window = self.start_still()
         for name in ("F11", "alt+Return"):
             self.display.key(name)
-            desktop.wait_until(lambda: self.picture(window).width == 800, name + " to full screen")
-            desktop.time.sleep(0.3)
-            self.assert_stands_at(self.screen(), 80, 44, 2)
+            self.assert_shows_still(self.display.root(), 800, 600, 2)
             self.display.key(name)
-            desktop.wait_until(lambda: self.picture(window).width == 320, name + " to a window")
-        desktop.time.sleep(0.3)
-        self.assert_stands_at(self.picture(window), 0, 0, 1)
+            self.assert_shows_still(window, 320, 256, 1)
         self.display.key("s")
         self.quit(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings())
@@ -69,9 +75,8 @@ class Scaling(desktop.Case):
         viewer, window = self.start_still()
         self.display.xdotool("keydown", "F11")
         desktop.wait_until(lambda: self.picture(window).width == 800, "the full screen")
-        # Long enough for a held key to repeat.
-        for _ in range(10):
-            desktop.time.sleep(0.15)
+        released = desktop.time.monotonic() + desktop.HELD_KEY_SECONDS
+        while desktop.time.monotonic() < released:
             self.assertEqual(self.picture(window).width, 800)
         self.display.xdotool("keyup", "F11")
         self.quit(viewer)
@@ -121,29 +126,19 @@ class Scaling(desktop.Case):
     def test_leaving_a_full_screen_mode_leads_to_a_window(self):
         viewer, window = self.start_still(mode=0)
         self.display.key("F11")
-        desktop.wait_until(lambda: self.picture(window).width < 800, "a window")
-        desktop.time.sleep(0.3)
-        self.assert_stands_at(self.picture(window), 0, 0, 2)
+        self.assert_shows_still(window, 640, 512, 2)
         self.quit(viewer)
 
     def test_a_larger_window_has_black_edges(self):
         viewer, window = self.start_still()
         self.display.xdotool("windowsize", "--sync", window, 500, 300)
-        desktop.time.sleep(0.3)
-        self.assert_stands_at(self.picture(window), 90, 22, 1)
+        self.assert_shows_still(window, 500, 300, 1)
         self.quit(viewer)
 
     def test_a_much_higher_window_is_filled(self):
         viewer, window = self.start_still()
         self.display.xdotool("windowsize", "--sync", window, 480, 480)
-        desktop.time.sleep(0.3)
-        shown = self.picture(window)
-        self.assertTrue(shown.rows(0, 48 + 5).is_black())
-        # The object is one and a half times as far from the corner in the window as in the picture.
-        columns = [x for x in range(320) if any(self.still.part(x, 0, 1, 256).rgb)]
-        wide = [x for x in range(480) if any(shown.part(x, 0, 1, 480).rgb)]
-        self.assertAlmostEqual(wide[0], columns[0] * 1.5, delta=2)
-        self.assertAlmostEqual(wide[-1], columns[-1] * 1.5, delta=2)
+        self.assert_shows_scaled(window, 480, 480, 1.5)
         self.quit(viewer)
 
     def assert_is_sharp_at_one_and_a_half(self, window):
@@ -187,12 +182,7 @@ class Scaling(desktop.Case):
     def test_a_smaller_window_shows_the_whole_picture(self):
         viewer, window = self.start_still()
         self.display.xdotool("windowsize", "--sync", window, 160, 128)
-        desktop.time.sleep(0.3)
-        shown = self.picture(window)
-        columns = [x for x in range(320) if any(self.still.part(x, 0, 1, 256).rgb)]
-        narrow = [x for x in range(160) if any(shown.part(x, 0, 1, 128).rgb)]
-        self.assertAlmostEqual(narrow[0], columns[0] / 2, delta=2)
-        self.assertAlmostEqual(narrow[-1], columns[-1] / 2, delta=2)
+        self.assert_shows_scaled(window, 160, 128, 0.5)
         self.quit(viewer)
 
     def assert_shows_doubled(self, **environment):
@@ -262,7 +252,7 @@ class Focus(desktop.Case):
         self.display.xdotool("mousemove", 5, 5)
         self.assertEqual(self.pointer(), (5, 5))
         self.display.xdotool("keyup", "alt")
-        # It is taken again only where it is over the picture.
+        # It is taken again only where it is over the picture. This is time for several passes that do not take it.
         desktop.time.sleep(0.3)
         self.assertEqual(self.pointer(), (5, 5))
         self.display.xdotool("mousemove", 640, 512)
@@ -303,6 +293,7 @@ class Focus(desktop.Case):
         x, y, _, _ = self.display.place_of(self.window)
         self.display.xdotool("mousemove", x + 160, y - 10, "mousedown", 1, "mousemove_relative", 0, 5)
         self.display.wait_for(desktop.VIEWER_TITLE)
+        # SDL would wait for five seconds.
         desktop.time.sleep(6.0)
         self.assertNotIn(desktop.POINTER_HINT, self.display.name_of(self.window))
         self.display.xdotool("mouseup", 1)
@@ -334,26 +325,25 @@ class Focus(desktop.Case):
 
     def test_losing_the_focus_frees_the_pointer_and_ends_the_steering(self):
         self.open_other_window()
-        desktop.time.sleep(0.2)
+        self.display.wait_until_pointer_is_free(self.window)
         self.display.xdotool("mousemove", 5, 5)
         self.assertEqual(self.pointer(), (5, 5))
         self.display.xdotool("mousemove", 640, 512)
         self.display.xdotool("mousemove_relative", "--", 30, 30)
         self.display.xdotool("windowactivate", "--sync", self.window)
-        desktop.time.sleep(0.2)
-        desktop.wait_until(
-            lambda: self.picture(self.window).rows(14, 256).rgb == self.rehearse("", 5, 5)[0].rows(14, 256).rgb,
-            "the object as it stood",
-        )
+        # The viewer takes the pointer after it has read what came before the focus.
+        self.display.wait_until_pointer_is_held(self.window)
+        unmoved = self.rehearse("", 5, 5)[0].rows(14, 256)
+        desktop.wait_until(lambda: self.picture(self.window).rows(14, 256).rgb == unmoved.rgb, "the object as it was")
         self.quit(self.viewer)
 
     def test_the_click_that_brings_the_focus_back_is_no_command(self):
         self.open_other_window()
-        desktop.time.sleep(0.2)
+        self.display.wait_until_pointer_is_free(self.window)
         self.display.xdotool("mousemove", 640, 512)
         self.display.xdotool("click", 1)
         self.display.wait_for(desktop.VIEWER_TITLE)
-        desktop.time.sleep(1.0)
+        self.wait_until_clicks_count(self.window)
         self.assertIsNone(self.viewer.process.poll())
         self.display.xdotool("click", 1)
         self.assert_ends_well(self.viewer)
@@ -364,8 +354,7 @@ class Focus(desktop.Case):
         self.display.xdotool("keydown", "1")
         self.display.xdotool("windowactivate", "--sync", self.window)
         self.display.wait_for(desktop.VIEWER_TITLE)
-        # Long enough for a held key to repeat.
-        desktop.time.sleep(1.5)
+        desktop.time.sleep(desktop.HELD_KEY_SECONDS)
         self.display.xdotool("keyup", "1")
         # Released, it is a key like any other.
         self.display.key("1", "p", "s")
@@ -386,18 +375,18 @@ class Focus(desktop.Case):
         self.quit(self.viewer)
 
     def test_a_minimised_window_costs_next_to_nothing_and_comes_back(self):
-        desktop.time.sleep(2.5)
-        shown = self.picture(self.window)
+        still = self.rehearse("", 250, 250, tick=0.01)[0]
+        self.assert_shows(self.window, still, "the picture without its greeting")
         self.display.xdotool("windowminimize", "--sync", self.window)
-        desktop.time.sleep(0.5)
         minimised = desktop.time.monotonic()
+        # So long that passes at the display's rate would be too many.
         desktop.time.sleep(5.0)
         minimised = desktop.time.monotonic() - minimised
         self.display.xdotool("windowactivate", "--sync", self.window)
         self.display.wait_for(desktop.VIEWER_TITLE)
-        self.assert_shows(self.window, shown, "the picture again")
+        self.assert_shows(self.window, still, "the picture again")
         self.quit(self.viewer)
-        # Four passes a second, and the display's rate in the rest of the time; a slow machine makes fewer.
+        # Four passes per second, and the display's rate in the rest of the time. A slow machine makes fewer.
         seen = desktop.time.monotonic() - self.started - minimised
         self.assertLess(self.viewer.frames(), 75 * seen + 6 * minimised)
 

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""Two Wayland compositors of a test's own: weston in a window of the X server without a screen, and sway without any
-display. Both answer to what the X display answers to, so that a test reads the same on each."""
+"""Two private Wayland compositors: weston in a window of the X server without a screen, and sway without any display.
+They have the same methods as the X display, so that a test reads the same on each."""
 
 import json
 import os
@@ -15,22 +15,22 @@ import desktop
 import pictures
 import wayland_seat
 
-# The backgrounds of the toolkit's dialogs and of its list of places, which nothing else here shows in such amounts.
+# The backgrounds of the toolkit's dialogs and of its list of places. Nothing else here has so many pixels of them.
 DIALOG_COLOURS = (b"\xf6\xf5\xf4", b"\xfb\xfa\xfa")
 DIALOG_PIXELS = 5000
 
-# The rate of a very quick user, in seconds per key or motion. A compositor drops a client that leaves hundreds of events
-# unread, as the viewer would while it saves a file.
+# The rate of a very quick user, in seconds per key or motion. A compositor drops a client that leaves hundreds of
+# events unread, as the viewer would while it saves a file.
 KEY_SECONDS, MOTION_SECONDS = 0.02, 0.005
 
-# After so long a key is lost: the window that it was meant for did not have the keyboard yet. A requester has more
-# time to close, since Esc, pressed again too early, would end the viewer.
+# A key without an effect after this time is lost: its window did not have the keyboard yet. A requester has more time
+# to close, since another Escape would end the viewer if the requester had just closed.
 OPENING_PATIENCE, CLOSING_PATIENCE = 5.0, 15.0
 
 # What weston shows where no window is; red, green and blue are the same.
 BACKGROUND = 0x5A
 
-# A user other than root, as whom the compositor runs that refuses to run as root.
+# Sway refuses to run as root, and runs as this user then.
 NOBODY = 65534
 
 SWAY_SETTINGS = """
@@ -82,12 +82,12 @@ class Weston:
         self.x.type(text)
 
     def move(self, x, y):
-        # Within the compositor's window: beside it a click opens the window manager's menu.
+        # Within the compositor's window. Outside it, a click opens the window manager's menu.
         self.at = tuple(min(max(at + by, 20), size - 20) for at, by, size in zip(self.at, (x, y), self.size))
         self.x.xdotool("mousemove", "--window", self.screen, *self.at)
 
     def point_at_picture(self):
-        """Moves the pointer to the middle of the viewer's window, the only one that is to be seen."""
+        """Moves the pointer to the middle of the viewer's window, the only visible one."""
         shown = self.shown()
         background = bytes([BACKGROUND])
         rows = [shown.rows(y, y + 1).rgb for y in range(shown.height)]
@@ -250,12 +250,12 @@ class Case(desktop.Case):
             self._fail_and_show("the picture")
 
     def is_requester_shown(self):
-        """Whether a dialog is to be seen, in whatever window."""
+        """Whether a dialog is visible, in whatever window."""
         shown = self.picture().rgb
         return sum(map(shown.count, DIALOG_COLOURS)) > DIALOG_PIXELS
 
     def open_requester(self, key):
-        """Presses a key of the viewer until it has the keyboard and a requester is to be seen."""
+        """Presses a key of the viewer until it has the keyboard and a requester is visible."""
         self._press_until(key, self.is_requester_shown, OPENING_PATIENCE, "a requester after " + key, self.ask_for_focus)
 
     def close_requester(self, key):
@@ -275,7 +275,7 @@ class Case(desktop.Case):
     def _fail_and_show(self, what):
         shown = pathlib.Path(f"{self.id()}.ppm").resolve()
         self.picture().write(shown)
-        self.fail(f"waited in vain for {what}; see {shown}")
+        self.fail(f"timed out waiting for {what}; see {shown}")
 
     def ask_for_focus(self):
         """What a user does when no window takes keys; nothing, unless a test says otherwise."""
