@@ -476,17 +476,17 @@ TEST_F(ReplacingFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
     const std::string name = fs::directory_iterator(folder)->path().filename();
     EXPECT_TRUE(name.starts_with(".settings.")) << name;
     // A program that is started meanwhile does not get it.
-    int files = 0;
+    int open_files = 0;
     for (int descriptor = 3; descriptor < 100; ++descriptor) {
         const int flags = fcntl(descriptor, F_GETFD);
         std::error_code error;
         const fs::path opened = fs::read_symlink("/proc/self/fd/" + std::to_string(descriptor), error);
         if (opened.parent_path() == folder) {
-            ++files;
+            ++open_files;
             EXPECT_NE(flags & FD_CLOEXEC, 0);
         }
     }
-    EXPECT_EQ(files, 1);
+    EXPECT_EQ(open_files, 1);
     EXPECT_EQ(std::fclose(file), 0);
 }
 
