@@ -156,7 +156,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
     app.add_option("--clock", clock, "fixed or real")->check(CLI::IsMember({"fixed", "real"}));
     app.add_option("--tick", tick, "Seconds that each reading of the fixed clock adds (1/256)");
     app.footer(
-        "In names of outputs %s stands for the object's name without folder and suffix; several objects "
+        "In names of outputs %s is replaced by the object's name without folder and suffix; several objects "
         "need it.");
     add_view_options(app, options.view);
     app.add_flag("!--no-texts", options.has_texts,

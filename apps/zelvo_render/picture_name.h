@@ -16,7 +16,7 @@ bool has_object_name(const std::string &text);
 /// The text with the name in place of each %s, and each %% as it is.
 std::string with_object_name(const std::string &text, const std::string &name);
 
-/// The name as a part of a pattern: its percent signs stand for themselves.
+/// The name as a part of a pattern, with each percent sign doubled.
 std::string escaped(const std::string &name);
 
 /// The pattern with the number in place of its conversion, if it has one.

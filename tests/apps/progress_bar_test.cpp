@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <regex>
+#include <stdexcept>
 
 namespace {
 
@@ -20,64 +21,82 @@ protected:
     }
 };
 
-/// Takes what a terminal shows until `pattern` is in it; what there is if that is long, or a minute brings no
-/// more.
-std::string shown_until(int terminal, const std::regex &pattern) {
-    std::string shown;
-    std::array<char, 256> bytes{};
-    ssize_t count = 0;
-    pollfd readable{terminal, POLLIN, 0};
-    while (!std::regex_search(shown, pattern) && shown.size() < 4096 && poll(&readable, 1, 60'000) == 1 &&
-           (count = read(terminal, bytes.data(), bytes.size())) > 0) {
-        shown.append(bytes.data(), static_cast<std::size_t>(count));
+/// A terminal, and what programs show on it.
+class Terminal {
+public:
+    Terminal() : screen(posix_openpt(O_RDWR | O_NOCTTY)) {
+        if (screen < 0 || grantpt(screen) != 0 || unlockpt(screen) != 0) {
+            throw std::runtime_error("no terminal is to be had");
+        }
+        name = ptsname(screen);
+        // Open here too, so that a test can mark where what the run showed ends.
+        other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
     }
-    return shown;
-}
+    ~Terminal() {
+        close(other_side);
+        close(screen);
+    }
+    Terminal(const Terminal &) = delete;
+    Terminal &operator=(const Terminal &) = delete;
+
+    const std::string &device() const { return name; }
+
+    /// Takes what is shown until `pattern` is in it; what there is if that is long, or a minute brings no
+    /// more.
+    std::string shown_until(const std::regex &pattern) const {
+        std::string shown;
+        std::array<char, 256> bytes{};
+        ssize_t count = 0;
+        pollfd readable{screen, POLLIN, 0};
+        while (!std::regex_search(shown, pattern) && shown.size() < 4096 && poll(&readable, 1, 60'000) == 1 &&
+               (count = read(screen, bytes.data(), bytes.size())) > 0) {
+            shown.append(bytes.data(), static_cast<std::size_t>(count));
+        }
+        return shown;
+    }
+
+    /// Takes what else was shown by a run that has ended.
+    std::string rest() const {
+        EXPECT_EQ(write(other_side, "end", 3), 3);
+        const std::string shown = shown_until(std::regex("end"));
+        EXPECT_TRUE(shown.ends_with("end")) << shown;
+        return shown.substr(0, shown.rfind("end"));
+    }
+
+private:
+    int screen;
+    int other_side;
+    std::string name;
+};
 
 TEST_F(RenderProgress, IsDrawnOnATerminalAndWipedAway) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal), 0);
-    ASSERT_EQ(unlockpt(terminal), 0);
-    const std::string name = ptsname(terminal);
-    // Open here too, to mark where what the run showed ends.
-    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    const Terminal terminal;
     const std::string bar = R"(\r\[\.{40}\] pass \d+ of 2000000000)";
     std::string shown;
     const ToolRun run = long_run(
         [&](pid_t process) {
             // Two, of which the second is drawn over the first.
-            shown = shown_until(terminal, std::regex(bar + bar));
+            shown = terminal.shown_until(std::regex(bar + bar));
             kill(process, SIGTERM);
         },
-        name);
+        terminal.device());
     EXPECT_EQ(run.exit_code, 0);
-    ASSERT_EQ(write(other_side, "end", 3), 3);
-    shown += shown_until(terminal, std::regex("end"));
-    EXPECT_TRUE(std::regex_match(shown, std::regex("(" + bar + ")+\r\033\\[Kend"))) << shown;
-    close(other_side);
-    close(terminal);
+    shown += terminal.rest();
+    EXPECT_TRUE(std::regex_match(shown, std::regex("(" + bar + ")+\r\033\\[K"))) << shown;
 }
 
 TEST_F(RenderProgress, GrowsWithThePasses) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal), 0);
-    ASSERT_EQ(unlockpt(terminal), 0);
-    const std::string name = ptsname(terminal);
-    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    const Terminal terminal;
     // A bar a tenth of a second, and a hash of the forty every 10,000 passes.
     std::string shown;
     long_run(
         [&](pid_t process) {
             while (shown.find('#') == std::string::npos) {
-                shown = shown_until(terminal, std::regex(R"(\] pass \d+ of)"));
+                shown = terminal.shown_until(std::regex(R"(\] pass \d+ of)"));
             }
             kill(process, SIGTERM);
         },
-        name, "400000");
-    close(other_side);
-    close(terminal);
+        terminal.device(), "400000");
     std::smatch parts;
     ASSERT_TRUE(std::regex_search(shown, parts, std::regex(R"(\[(#+)(\.+)\] pass (\d+) of)"))) << shown;
     EXPECT_EQ(parts[1].length(), std::stoi(parts[3]) / 10000);
@@ -85,12 +104,7 @@ TEST_F(RenderProgress, GrowsWithThePasses) {
 }
 
 TEST_F(RenderProgress, CountsObjectsWhereThereAreSeveral) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal), 0);
-    ASSERT_EQ(unlockpt(terminal), 0);
-    const std::string name = ptsname(terminal);
-    const int other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
+    const Terminal terminal;
     Words objects(1000, object("torus"));
     objects.insert(objects.end(), {"--passes", "1000"});
     std::string shown;
@@ -98,22 +112,19 @@ TEST_F(RenderProgress, CountsObjectsWhereThereAreSeveral) {
                                  {work.folder(),
                                   temporary.folder(),
                                   [&](pid_t process) {
-                                      shown = shown_until(terminal, std::regex(" of 1001"));
+                                      shown = terminal.shown_until(std::regex(" of 1001"));
                                       kill(process, SIGTERM);
                                   },
                                   {},
-                                  name});
+                                  terminal.device()});
     EXPECT_EQ(run.exit_code, 128 + SIGTERM);
-    ASSERT_EQ(write(other_side, "end", 3), 3);
-    shown += shown_until(terminal, std::regex("end"));
-    close(other_side);
-    close(terminal);
+    shown += terminal.rest();
     std::smatch parts;
     ASSERT_TRUE(std::regex_search(shown, parts, std::regex(R"(^\r\[(#*)(\.+)\] object (\d+) of 1001)")))
         << shown;
     EXPECT_EQ(parts[1].length(), std::stoi(parts[3]) * 40 / 1001);
     EXPECT_EQ(parts[1].length() + parts[2].length(), 40);
-    EXPECT_TRUE(shown.ends_with("\r\033[Kend")) << shown;
+    EXPECT_TRUE(shown.ends_with("\r\033[K")) << shown;
     EXPECT_EQ(shown.find("pass"), std::string::npos) << shown;
 }
 
@@ -128,20 +139,16 @@ TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
 }
 
 TEST_F(RenderProgress, LeavesATerminalAloneInAShortRun) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal), 0);
-    ASSERT_EQ(unlockpt(terminal), 0);
+    const Terminal terminal;
     const auto start = std::chrono::steady_clock::now();
     const ToolRun run = run_tool("zelvo-render", cube_arguments({}),
-                                 {work.folder(), temporary.folder(), {}, {}, ptsname(terminal)});
+                                 {work.folder(), temporary.folder(), {}, {}, terminal.device()});
     const auto took = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(run.exit_code, 0);
     // On a machine that needs a second for this there may be a bar.
     if (took < std::chrono::seconds(1)) {
-        EXPECT_EQ(shown_until(terminal, std::regex(".")), "");
+        EXPECT_EQ(terminal.rest(), "");
     }
-    close(terminal);
 }
 
 } // namespace

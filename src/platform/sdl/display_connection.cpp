@@ -80,9 +80,8 @@ bool is_display_lost() {
 #if defined(SDL_VIDEO_DRIVER_WAYLAND)
     SDL_SysWMinfo info{};
     SDL_VERSION(&info.version);
-    return SDL_WasInit(SDL_INIT_VIDEO) != 0 && picture_window() != nullptr &&
-           SDL_GetWindowWMInfo(picture_window(), &info) == SDL_TRUE && info.subsystem == SDL_SYSWM_WAYLAND &&
-           wl_display_get_error(info.info.wl.display) != 0;
+    return picture_window() != nullptr && SDL_GetWindowWMInfo(picture_window(), &info) == SDL_TRUE &&
+           info.subsystem == SDL_SYSWM_WAYLAND && wl_display_get_error(info.info.wl.display) != 0;
 #else
     return false;
 #endif

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// intuition.library: screens, windows and screen buffers without anything behind them.
+// intuition.library: screens, windows and screen buffers that nothing shows.
 #include <proto/intuition.h>
 
 #include "record.h"

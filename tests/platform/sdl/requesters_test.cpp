@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What requesters begin with and what becomes of their answers, with a stand-in for the desktop's toolkit.
+// What requesters begin with and what becomes of their answers, with the desktop's toolkit replaced.
 #include "platform/window/requesters.h"
 
 #include "platform/asl.h"
@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether the stand-in has a display.
+/// Whether the replaced toolkit has a display.
 bool has_toolkit = false;
 
 /// What the requesters were asked to show, and what the user answers.

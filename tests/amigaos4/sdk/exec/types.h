@@ -32,7 +32,7 @@ typedef unsigned char TEXT;
 typedef TEXT *STRPTR;
 typedef const TEXT *CONST_STRPTR;
 
-/* Words that the system's header leaves behind as macros. */
+/* Words that are still macros after the system's header. */
 #define GLOBAL extern
 #define IMPORT extern
 #define STATIC static
