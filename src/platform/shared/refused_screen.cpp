@@ -6,11 +6,24 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
+#include <memory>
 
 namespace host {
 
 namespace {
+
+/// Reads a line, without its end; false at the end of the file.
+bool read_line(std::FILE *file, std::string &line) {
+    line.clear();
+    int character = std::getc(file);
+    if (character == EOF) {
+        return false;
+    }
+    for (; character != EOF && character != '\n'; character = std::getc(file)) {
+        line += static_cast<char>(character);
+    }
+    return true;
+}
 
 /// The place that a message begins with, empty if the value is not from a settings file.
 std::string place_of_value(const std::string &path, const std::string &label, std::int32_t value) {
@@ -31,9 +44,9 @@ bool report_impossible_side(const std::string &settings_path, const std::string 
 } // namespace
 
 std::optional<int> line_of_value(const std::string &path, const std::string &label, std::int32_t value) {
-    std::ifstream file(path);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(path.c_str(), "r"), std::fclose);
     std::string text;
-    for (int line = 1; std::getline(file, text); ++line) {
+    for (int line = 1; file != nullptr && read_line(file.get(), text); ++line) {
         // Read as formatted input reads it, which drops the high bits of what is too long.
         if (text.starts_with(label) &&
             static_cast<std::int32_t>(std::strtol(text.c_str() + label.size(), nullptr, 10)) == value) {

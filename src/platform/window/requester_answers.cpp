@@ -9,7 +9,7 @@
 #include "platform/window/requesters.h"
 #include "platform/window/windowed_host.h"
 
-#include <filesystem>
+#include <string>
 
 namespace host {
 
@@ -37,10 +37,9 @@ bool answer_file_requester(Requester &requester) {
     if (!chosen) {
         return false;
     }
-    const std::filesystem::path path(*chosen);
     // The drawer ends in "/", since the program adds no "/" to a drawer that ends in ":".
-    requester.hold(without_blanks((path.parent_path() / "").string()),
-                   without_blanks(path.filename().string()));
+    const std::size_t file_name = chosen->rfind('/') + 1;
+    requester.hold(without_blanks(chosen->substr(0, file_name)), without_blanks(chosen->substr(file_name)));
     return true;
 }
 
