@@ -16,6 +16,11 @@ add_library(zelvo_flags INTERFACE)
 # A fused multiply-add rounds once where the pictures' arithmetic rounds twice, so it would change every picture.
 target_compile_options(zelvo_flags INTERFACE
     -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast)
+if(EMSCRIPTEN)
+    # Without it a program ends at the first exception, even at one that would be caught.
+    target_compile_options(zelvo_flags INTERFACE -fexceptions)
+    target_link_options(zelvo_flags INTERFACE -fexceptions)
+endif()
 if(is_gcc_12)
     # GCC 12 reports overlaps in the standard library's own string concatenation.
     target_compile_options(zelvo_flags INTERFACE -Wno-restrict)

@@ -10,12 +10,13 @@
 
 #include "hwy/highway.h"
 
+#include "raster/simd/wasm_doubles-inl.h"
+
 #include <cstdint>
 
 // Without vectors (Highway's EMU128 and SCALAR) the plain forms are used: not all operations exist there.
 #if HWY_TARGET < HWY_EMU128
 
-HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
@@ -30,7 +31,6 @@ using HalfInts = hn::Vec<HalfIntLanes>;
 
 } // namespace HWY_NAMESPACE
 } // namespace fast
-HWY_AFTER_NAMESPACE();
 
 #endif
 

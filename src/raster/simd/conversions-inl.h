@@ -11,6 +11,7 @@
 #include "hwy/highway.h"
 
 #include "raster/simd/vector_size.h"
+#include "raster/simd/wasm_doubles-inl.h"
 
 #include <cstdint>
 #include <limits>
