@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Standard error for those who can see it, one requester for the others.
+// Every failed save is reported on standard error. If that is no terminal, a requester reports the first one.
 #include "platform/sdl/failed_saves.h"
 
 #include "platform/posix/replacing_file.h"
@@ -13,7 +13,8 @@ namespace host {
 
 namespace {
 
-/// Whether the requester was shown; once is enough, since the reason is most often the same. Written here.
+/// Whether the requester was shown. Once is enough, since later saves usually fail for the same reason.
+/// Written by tell_of_failed_save.
 bool was_told = false;
 
 } // namespace

@@ -36,8 +36,8 @@ bool exists(const std::string &path) {
     return access(path.c_str(), F_OK) == 0;
 }
 
-/// The name as the user knows it. One that this host did not make, but somebody wrote into a settings file,
-/// may mean what it looks like.
+/// The name as the user knows it. A user may have written a name such as "a%20b" into a settings file and
+/// mean it literally: such a name is kept if only the literal file exists.
 std::string users_name(const std::string &name) {
     const std::string read = with_blanks(name);
     return !exists(read) && exists(name) ? name : read;
@@ -48,7 +48,7 @@ std::string users_name(const std::string &name) {
 std::optional<std::string> path_of_name(const std::string &given_name, bool is_for_writing) {
     const std::string name = users_name(given_name);
     if (is_on_volume(name, "ENV")) {
-        // Looked for once, so that the whole run keeps to one folder.
+        // Looked up once, so that the whole run uses the same folder.
         static const std::optional<std::string> folder = session_settings_folder();
         errno = EPERM;
         return on_volume(name, "ENV", folder);
@@ -85,7 +85,7 @@ int error_of_opening(const std::string &path) {
     errno = 0;
     std::FILE *file = open_plain_file(path, "rb");
     if (file == nullptr) {
-        // There is no attempt to open what is neither a file nor a device.
+        // errno is still 0 when open_plain_file did not try: this is neither a regular file nor a device.
         return errno != 0 ? errno : ENOTSUP;
     }
     std::fclose(file);

@@ -7,11 +7,11 @@
 
 namespace sdl {
 
-/// What a run on this host depends on.
+/// What a run on this host needs to know.
 struct Setup {
     /// The words after the program's name.
     std::vector<std::string> command_line;
-    /// Names of files that are installed with the program: where the current directory has no such file, the
+    /// Names of files that are installed with the program. If the current directory has no such file, the
     /// installed one is opened.
     std::vector<std::string> installed_files;
 };

@@ -18,26 +18,27 @@ namespace host {
 
 namespace {
 
-/// A click within this time after the window got the focus or a requester was closed is taken for the click
-/// that did it, or for the second half of a double click.
+/// A click this soon after the window got the focus or a requester was closed is ignored: it is probably the
+/// click that did so, or the second half of a double click.
 constexpr Uint32 stray_click_milliseconds = 500;
 
 /// When the window got the focus or a requester was closed, in milliseconds of SDL's clock; nothing before
 /// the first time. Written with the focus events and by ignore_what_is_held.
 std::optional<Uint32> attention_began;
 
-/// Whether the window has lost the focus. Without a window manager there are no focus events, and clicks must
-/// work all the same. Written with the focus events.
+/// Whether the window has lost the focus. False at the start, so that clicks also work without a window
+/// manager, where no focus events arrive. Written with the focus events.
 bool has_lost_focus = false;
 
-/// Whether the last click was ignored; the later clicks of a double click are then ignored as well. Written
-/// with each click.
+/// Whether the last click was ignored. If so, later clicks of the same double click are ignored as well.
+/// Written with each click.
 bool last_click_was_stray = false;
 
 /// The modifier keys that are down. Written with each key.
 Uint16 modifiers = KMOD_NONE;
 
-/// Whether the text that SDL reports next comes from a key that is no text. Written with each key.
+/// Whether the text that SDL reports next is ignored: its key was handled already or is no command to the
+/// viewer. Written with each key.
 bool ignores_text = false;
 
 WORD as_word(Sint32 amount) {
@@ -97,7 +98,7 @@ void take_button(const SDL_MouseButtonEvent &event, std::deque<IntuiMessage> &me
     }
 }
 
-/// What concerns the window alone.
+/// Handles an event of the window itself.
 void take_window_event(const SDL_WindowEvent &event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_FOCUS_GAINED:
@@ -116,7 +117,7 @@ void take_window_event(const SDL_WindowEvent &event) {
     }
 }
 
-/// Takes the next event, false if there is none. The loss of the display is a wish to quit.
+/// Takes the next event; false if there is none. A lost display makes the program quit.
 bool poll_event(SDL_Event &event) {
     if (is_display_lost()) {
         request_quit();
@@ -161,8 +162,8 @@ void take_input(std::deque<IntuiMessage> &messages) {
             break;
         }
     }
-    // Alt and the logo key belong to the window manager: its menus and its ways to move a window need the
-    // pointer.
+    // While Alt or the logo key is down the pointer is free, because the window manager needs it for its
+    // menus and to move windows.
     take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
 }
 

@@ -63,7 +63,7 @@ std::optional<UWORD> cursor_code(const SDL_Keysym &key) {
     }
 }
 
-/// The character at a key's place on the US layout; nothing for other keys than letters and digits.
+/// The character that a key has on the US layout; nothing for keys other than letters and digits.
 std::optional<UWORD> character_by_place(const SDL_Keysym &key) {
     const bool is_shifted = (key.mod & KMOD_SHIFT) != 0;
     if (is_letter(key.scancode)) {

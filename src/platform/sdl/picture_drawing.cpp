@@ -13,8 +13,8 @@ namespace {
 SDL_Renderer *renderer = nullptr;
 SDL_Texture *texture = nullptr;
 
-/// The picture with each pixel enlarged to a square, from which a fractional scale is made. Made when it is
-/// first needed, for the factor in `enlarged_factor`.
+/// The picture with each pixel enlarged to a square of side `enlarged_factor`. Pictures at a fractional scale
+/// are made from it. Created when it is first needed.
 SDL_Texture *enlarged = nullptr;
 int enlarged_factor = 0;
 
@@ -26,7 +26,7 @@ bool is_software_renderer() {
     return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
 }
 
-/// A texture, null if the renderer takes none of this size.
+/// A texture; null if the renderer refuses this size.
 SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode scale_mode) {
     SDL_Texture *made =
         SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, access, size.width, size.height);
@@ -53,8 +53,8 @@ void destroy_textures() {
     texture = nullptr;
 }
 
-/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it; null if
-/// the renderer has no room for it.
+/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it. Null if
+/// the renderer cannot hold a texture of that size.
 SDL_Texture *enlarge(const Placement &placement) {
     const int factor = (placement.width + picture.width - 1) / picture.width;
     if (factor != enlarged_factor) {

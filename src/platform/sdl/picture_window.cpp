@@ -20,7 +20,7 @@ namespace host {
 
 namespace {
 
-/// Assumed for a display that does not report its rate.
+/// Assumed if the display does not report its rate.
 constexpr double usual_refresh_rate = 60.0;
 
 /// The smallest window that the mouse can still grab.
@@ -29,18 +29,18 @@ constexpr Extent smallest_window{128, 96};
 /// What the title says while the pointer is held.
 constexpr const char *pointer_hint = "   <Alt> frees the pointer.";
 
-/// How long a pass takes while nobody can see its picture.
+/// How long a pass takes while the window cannot be seen.
 constexpr int hidden_pass_milliseconds = 250;
 
 /// The window; null while it is closed.
 SDL_Window *window = nullptr;
 
-/// Whether the window belongs to an open screen. A window that is kept between two screens does not. Written
-/// when a screen opens and closes.
+/// Whether the window belongs to an open screen, not only kept from the last one for the next. Written when a
+/// screen opens and closes.
 bool is_open = false;
 
-/// Whether the window left full screen for a requester and is to go back. Written by make_room_for_requester
-/// and return_from_requester.
+/// Whether the window must become full screen again after a requester. Written by make_room_for_requester and
+/// return_from_requester.
 bool is_full_screen_due = false;
 
 /// Size of the pictures that the window shows, in pixels.
@@ -49,7 +49,7 @@ Extent picture{1, 1};
 /// The window's title while the pointer is free.
 std::string plain_title;
 
-/// Where the last window was, for the next one. Written when a window is closed.
+/// Where the last window was; the next one opens there. Written when a window is closed.
 WindowPlace last_place;
 
 /// Whether the window was maximised before the user made it full screen. Written by toggle_full_screen.
@@ -82,27 +82,29 @@ bool is_full_screen() {
     return is_sdl_full_screen() || is_x11_full_screen(window);
 }
 
-/// Whether the window is kept from one screen to the next, and never hidden.
+/// Whether the window is kept from one screen to the next and never hidden. This is so on Wayland, where SDL
+/// has two faults when it hides or destroys a window:
 ///
-/// On some Wayland desktops libdecor draws the window's frame. SDL 2.26 takes away neither the frame nor
-/// the toplevel below it when a window is hidden or destroyed (2.32 does): that of a hidden full screen
-/// still covers the display, and the compositor's next event for that of a destroyed window ends up in
-/// freed memory. Nor does SDL forget a destroyed window that had the keyboard: a key that was held goes
-/// on repeating, and is looked up in freed memory. So on Wayland the only window that is destroyed is
-/// that of the end, after which no event is taken.
+/// - SDL 2.26 removes neither the frame that libdecor draws nor the toplevel below it (2.32 does). A hidden
+///   full-screen window still covers the display, and the compositor's next event for a destroyed window
+///   uses freed memory.
+/// - SDL does not forget a destroyed window that had the keyboard. A key that was held goes on repeating, and
+///   the repetition uses freed memory.
+///
+/// So only the end of the program destroys the window; no event is handled after it.
 bool keeps_window() {
     const char *driver = SDL_GetCurrentVideoDriver();
     return driver != nullptr && std::string(driver) == "wayland";
 }
 
-/// The size of a window for a picture in this mode.
+/// The size at which a window opens in this mode.
 Extent opening_extent(const DisplayMode &mode) {
     const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
     return {std::max(wanted.width, smallest_window.width), std::max(wanted.height, smallest_window.height)};
 }
 
-/// The window, still hidden; null if there is none to be had. It is shown when it has its renderer, for which
-/// some drivers make the window anew.
+/// A new window, still hidden, because some drivers create the window again when the renderer is made. Null
+/// if SDL refuses it.
 SDL_Window *make_hidden_window(const DisplayMode &mode) {
     const Extent extent = opening_extent(mode);
     const SDL_Point corner = opening_corner(last_place, extent);
@@ -118,9 +120,9 @@ void destroy_window() {
     window = nullptr;
 }
 
-/// Window and renderer. A graphics processor may refuse what plain memory can hold, and an X server may
-/// refuse OpenGL altogether; then plain memory must do, in a new window, since the refusal may have spoiled
-/// the first.
+/// Makes the window and its renderer. A graphics processor may refuse the picture's size, and an X server may
+/// refuse OpenGL. The picture is then drawn by the software renderer, in a new window, because the refusal
+/// may have made the first one unusable.
 bool make_window(const DisplayMode &mode) {
     const X11ErrorTrap trap;
     window = make_hidden_window(mode);
@@ -140,22 +142,22 @@ bool make_window(const DisplayMode &mode) {
     return false;
 }
 
-/// Whether the desktop enlarges the window by a fraction. SDL 2.26 breaks the protocol when such a window is
-/// made larger: for a moment it shows a part of the old picture that is larger than the picture.
+/// Whether the desktop scales the window by a fraction. SDL 2.26 violates the Wayland protocol when it makes
+/// such a window larger: for a moment it asks the compositor for more of the old picture than there is.
 bool is_scaled_by_fraction() {
     Extent extent{1, 1};
     SDL_GetWindowSize(window, &extent.width, &extent.height);
     return output_extent().width % std::max(extent.width, 1) != 0;
 }
 
-/// Makes the window that was kept from the last screen fit the next one.
+/// Prepares the window of the last screen for the next one.
 bool take_kept_window(const DisplayMode &mode) {
     if (!change_picture_size(window, picture)) {
         return complain("no picture of this size");
     }
     SDL_SetWindowTitle(window, plain_title.c_str());
-    // When a requester is closed a compositor gives the window the focus, and its size along with it. Taken
-    // later, that would be the size to go back to.
+    // When a requester closes, the compositor sends the window the focus and its old size. Handle that before
+    // the new size is set, or the old one comes back.
     if (!is_display_lost()) {
         SDL_PumpEvents();
     }
@@ -199,7 +201,7 @@ void close_picture_window() {
     }
     last_place = place_of(window, is_full_screen());
     destroy_window();
-    // The window goes now, not with the next event that somebody looks for.
+    // The window disappears now, not when events are next polled.
     SDL_PumpEvents();
 }
 
@@ -250,7 +252,7 @@ void toggle_full_screen() {
         SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
     } else if (is_sdl_full_screen()) {
         SDL_SetWindowFullscreen(window, 0);
-        // SDL forgets it.
+        // SDL forgets that the window was maximised.
         if (was_maximised) {
             SDL_MaximizeWindow(window);
         }

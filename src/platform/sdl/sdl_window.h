@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The viewer's window as SDL knows it, for what is tied to it.
+// The viewer's window as SDL knows it.
 #pragma once
 
 struct SDL_Window;
@@ -9,10 +9,10 @@ namespace host {
 /// The window, also while it is hidden; null while it is closed.
 SDL_Window *picture_window();
 
-/// From full screen to a window, or back.
+/// Switches between full screen and a window.
 void toggle_full_screen();
 
-/// Shows the last picture once more, where the window has been uncovered.
+/// Shows the last picture again after the window was uncovered.
 void present_again();
 
 /// Shows the window's title; while the pointer is held, it also says how to free the pointer.
