@@ -18,8 +18,8 @@ bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-/// Where the quoted word that begins at `at` ends: at the first double quote that a blank or the line's end
-/// follows; npos if there is none.
+/// The end of the quoted word that begins at `at`: the first double quote before a blank or the end of the
+/// line; npos if there is none.
 std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
     std::size_t end = line.find('"', at + 1);
     while (end != std::string::npos && end + 1 < line.size() && !is_blank(line[end + 1])) {
@@ -28,8 +28,8 @@ std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
     return end;
 }
 
-/// Splits a line at blanks, except those in a quoted word, which loses its quotes. A double quote alone is a
-/// character like any other; nothing if a longer word begins with one that is not closed.
+/// Splits a line at blanks. A quoted word may contain blanks and loses its quotes. A word of one double quote
+/// is that character. Nothing if a longer word begins with a double quote that is not closed.
 std::optional<Words> split(const std::string &line) {
     Words words;
     std::size_t at = 0;
@@ -56,7 +56,7 @@ std::optional<Words> split(const std::string &line) {
     }
 }
 
-/// A whole word as a number within these bounds.
+/// Reads a whole word as a number within these bounds.
 std::optional<std::int64_t> number(const std::string &word, std::int64_t lowest, std::int64_t highest) {
     const bool is_hexadecimal = word.starts_with("0x") || word.starts_with("0X");
     const char *first = word.data() + (is_hexadecimal ? 2 : 0);
@@ -135,7 +135,7 @@ std::optional<Event> parse_event(const Words &words) {
 }
 
 std::optional<Answer> parse_mode_answer(const Words &words) {
-    // Sizes may be impossible ones: what a requester can hold is not what a screen can show.
+    // Sizes that no screen can have are allowed: a requester can return them.
     constexpr std::int64_t lowest = std::numeric_limits<LONG>::min();
     constexpr std::int64_t highest = std::numeric_limits<LONG>::max();
     const auto mode_id = number(words[2], lowest, std::numeric_limits<ULONG>::max());
@@ -162,7 +162,7 @@ std::optional<Answer> parse_answer(const Words &words) {
     return std::nullopt;
 }
 
-/// Takes one line into the script; what is wrong with it, or nothing.
+/// Adds one line to the script; returns what is wrong with it, or nothing.
 std::optional<std::string> read_line(const std::string &line, Setup &script) {
     const std::optional<Words> split_line = split(line);
     if (!split_line) {

@@ -9,7 +9,7 @@
 
 namespace offscreen {
 
-/// Why a script cannot be used, and in which of its lines, counted from 1.
+/// Why a script cannot be used, and in which line (counted from 1).
 struct ScriptError {
     int line = 0;
     std::string message;
@@ -26,8 +26,9 @@ struct ScriptError {
 ///     answer mode ID WIDTH HEIGHT
 ///     answer cancel
 ///
-/// A drawer or name in double quotes may hold blanks or nothing. Empty lines and lines that begin with # are
-/// skipped. Returns nothing for a well-formed script; otherwise the first error, and leaves `setup` alone.
+/// A drawer or name in double quotes may contain blanks or be empty. Empty lines and lines that begin with #
+/// are skipped. Returns nothing for a well-formed script; otherwise returns the first error and leaves
+/// `setup` alone.
 std::optional<ScriptError> read_script(std::istream &script, Setup &setup);
 
 } // namespace offscreen

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The system's own clock as lowlevel.library counts time.
+// The system's clock in the units of lowlevel.library.
 #pragma once
 
 #include "platform/lowlevel.h"
 
 namespace host {
 
-/// The time since the last reading by this context in 16.16 seconds, which becomes its last reading. Right up
-/// to 18 hours, since the difference of two readings wraps as they do.
+/// The time since this context's last reading, in 16.16 seconds; the context then holds the new reading.
+/// Correct for up to 18 hours, although readings wrap, because their difference wraps in the same way.
 ULONG real_elapsed_time(EClockVal &context);
 
 } // namespace host

@@ -12,7 +12,7 @@ namespace host {
 
 namespace {
 
-/// The place that a message begins with, empty if the value is not from a settings file.
+/// The start of a message: the line of the settings file that has this value; empty if none does.
 std::string place_of_value(const std::string &path, const std::string &label, std::int32_t value) {
     const std::optional<int> line = line_of_value(path, label, value);
     return line ? path + ":" + std::to_string(*line) + ": " : "";
@@ -34,7 +34,7 @@ std::optional<int> line_of_value(const std::string &path, const std::string &lab
     std::ifstream file(path);
     std::string text;
     for (int line = 1; std::getline(file, text); ++line) {
-        // Read as formatted input reads it, which drops the high bits of what is too long.
+        // Read as formatted input reads it: a number that is too long loses its high bits.
         if (text.starts_with(label) &&
             static_cast<std::int32_t>(std::strtol(text.c_str() + label.size(), nullptr, 10)) == value) {
             return line;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the program's requesters ask the user, and what they hold after the answer.
+// Shows the program's requesters to the user and stores the answers in them.
 #include "platform/window/requester_answers.h"
 
 #include "platform/shared/blank_free_names.h"
@@ -15,7 +15,7 @@ namespace host {
 
 namespace {
 
-/// Textures if the requester's initial file is one, otherwise objects.
+/// Filters for textures if the requester's initial file is a texture, otherwise for objects.
 std::vector<FileFilter> filters_for(const std::string &initial_file) {
     const FileFilter objects{"LightWave objects", {"*.lwo", "*.LWO", "*.lwob", "*.LWOB"}};
     const FileFilter textures{"Textures", {"*.chunky", "*.CHUNKY"}};

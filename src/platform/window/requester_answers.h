@@ -6,10 +6,10 @@
 
 namespace host {
 
-/// Lets the user choose a file. The drawer that the requester then holds is an absolute path.
+/// Lets the user choose a file; false if they cancel. The requester's drawer is then an absolute path.
 bool answer_file_requester(Requester &requester);
 
-/// Lets the user choose a display mode and a size.
+/// Lets the user choose a display mode and a size; false if they cancel.
 bool answer_mode_requester(ScreenModeRequester &requester);
 
 } // namespace host

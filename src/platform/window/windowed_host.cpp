@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The hooks of a host with a window, and its passes.
+// The hooks and the passes of a host with a window.
 #include "platform/window/windowed_host.h"
 
 #include "platform/key_codes.h"
@@ -23,16 +23,16 @@ volatile std::sig_atomic_t quit_requested = 0;
 
 namespace {
 
-/// Events that wait for the program. Written here and by take_input.
+/// Events that the program has not taken yet. Written here and by take_input.
 std::deque<IntuiMessage> waiting;
 
-/// Whether a frame was written that the window does not show yet.
+/// Whether a frame was written that the window does not show yet. Written here.
 bool picture_due = false;
 
-/// Whether the program was sent the Esc that a wish to quit becomes, on the present screen.
+/// Whether the program was sent Esc on the current screen because the user asked to quit. Written here.
 bool is_escape_sent = false;
 
-/// Mode and size of the screen that was opened last, or what a first start suggests.
+/// Mode and size of the last screen, or the suggestion for the first start. Written when a screen opens.
 ScreenModeRequester last_screen{first_mode_id, 320, 256};
 
 /// Shows the picture, waits for the refresh, and takes the user's input.
