@@ -25,7 +25,7 @@ std::vector<host::Colour> colours_of(const ColorMapObject *map) {
     return colours;
 }
 
-/// The repetitions of an animation's loop extension, if these are its blocks.
+/// The number of repetitions, if this is an animation's loop extension.
 void find_repetitions(const ExtensionBlock *blocks, int count, int &repetitions) {
     for (int i = 0; i + 1 < count; ++i) {
         const ExtensionBlock &name = blocks[i];

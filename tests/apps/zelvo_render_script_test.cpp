@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Input scripts of zelvo-render: what they make the program do, and which are refused.
+// Tests of zelvo-render's input scripts.
 #include "render_test.h"
 
 namespace {
@@ -50,7 +50,7 @@ TEST_F(RenderScript, MovesTheMouseInTheGivenPass) {
     };
     const Words still = frames_of("");
     EXPECT_EQ(still[1], still[4]);
-    // Moved in pass 2, drawn so in pass 3, shown in pass 4.
+    // Moved in pass 2, drawn in pass 3, shown in pass 4.
     const Words moved = frames_of("2 move -20 35\n");
     EXPECT_EQ(moved[2], still[2]);
     EXPECT_NE(moved[3], still[3]);
@@ -59,7 +59,7 @@ TEST_F(RenderScript, MovesTheMouseInTheGivenPass) {
     EXPECT_EQ(frames_of("2 move -32768 32767\n2 move 32748 -32732\n"), moved);
 }
 
-TEST_F(RenderScript, KeepsTheOrderWithinAPassAndNeedsNoneBetween) {
+TEST_F(RenderScript, KeepsTheOrderWithinAPassAndSortsPasses) {
     EXPECT_TRUE(contains(saved_after("2 key R\n1 key b\n"), "clear style: 0"));
     EXPECT_TRUE(contains(saved_after("1 key R\n1 key b\n"), "clear style: 1"));
     EXPECT_TRUE(contains(saved_after("1 key b\n1 key R\n"), "clear style: 0"));
@@ -67,7 +67,7 @@ TEST_F(RenderScript, KeepsTheOrderWithinAPassAndNeedsNoneBetween) {
     EXPECT_TRUE(contains(saved_after("1 key b\n", 1), "clear style: 1"));
 }
 
-TEST_F(RenderScript, PassesOverCommentsBlanksAndEmptyLines) {
+TEST_F(RenderScript, SkipsCommentsBlanksAndEmptyLines) {
     EXPECT_TRUE(contains(saved_after("# 1 key p\n\n   \n  # 1 key d\n\t1   key\tb  \n"), "clear style: 1"));
     EXPECT_TRUE(contains(saved_after("1 key b\r\n\r\n2 key b\r\n"), "clear style: 2"));
     EXPECT_TRUE(contains(saved_after("1 key #\n1 key \"\n1 key b\n"), "clear style: 1"));
@@ -111,7 +111,7 @@ TEST_F(RenderScript, AnswersFileRequesters) {
         << run.output;
 }
 
-TEST_F(RenderScript, EndsTheProgramByAFileThatIsMissing) {
+TEST_F(RenderScript, EndsTheProgramByChoosingAMissingFile) {
     const ToolRun run =
         render_cube(joined({"--passes", "4", "--chunky", "frames"}, script("2 key t\n"
                                                                            "answer mode 0 100 75\n"
@@ -125,7 +125,7 @@ TEST_F(RenderScript, EndsTheProgramByAFileThatIsMissing) {
 }
 
 TEST_F(RenderScript, IsRefusedWithItsLineBeforeAnythingRuns) {
-    // InputScript has the other lines that are malformed.
+    // The InputScript tests have more malformed lines.
     for (const std::string line : {"1 button middle", "answer mode 0 wide 256"}) {
         const ToolRun run = render_cube(
             joined({"--chunky", "frames", "--gif", "a.gif", "--png", "p.png"},
@@ -144,13 +144,13 @@ TEST_F(RenderScript, CannotBeAFolder) {
     EXPECT_EQ(run.output, "");
 }
 
-TEST_F(RenderScript, IsRefusedInItsLastLineWithoutALineEnd) {
+TEST_F(RenderScript, IsRefusedForALastLineWithoutALineEnd) {
     const ToolRun run = render_cube(script("1 key b\n1 keys b"));
     expect_misuse(run, "no line end");
     EXPECT_NE(run.errors.find("script.txt:2: "), std::string::npos) << run.errors;
 }
 
-TEST_F(RenderScript, HasToBeThere) {
+TEST_F(RenderScript, MustExist) {
     const ToolRun missing = render_cube({"--input", "missing.txt", "--gif", "a.gif"});
     expect_misuse(missing, "missing");
     EXPECT_NE(missing.errors.find("missing.txt"), std::string::npos) << missing.errors;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Fast fades and blurs write what the plain ones write, and not a byte more.
+// Tests that fast fades and blurs write exactly what the plain ones write.
 #include "pipeline/clearing.h"
 
 #include "core/forms.h"
@@ -27,7 +27,7 @@ FrameContents cleared(const FrameContents &before, bool is_fast) {
 
 } // namespace
 
-TEST(FastClearing, WritesWhatThePlainOneWrites) {
+TEST(FastClearing, EqualsThePlainOne) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(9);
     int rows = 0;
@@ -48,7 +48,7 @@ TEST(FastClearing, WritesWhatThePlainOneWrites) {
     use_instruction_set(0);
 }
 
-TEST(FastClearing, FadesEveryBrightnessAlike) {
+TEST(FastClearing, FadesEveryBrightnessLikeThePlainOne) {
     Random random(10);
     open_noisy_frame({256, 4}, random);
     viewer = ViewerState{};
@@ -61,7 +61,7 @@ TEST(FastClearing, FadesEveryBrightnessAlike) {
     EXPECT_EQ(chunkybuf1[200], 200 - 12 - 1);
 }
 
-TEST(FastClearing, ReadsAFrameThatItWritesAsThePlainOneDoes) {
+TEST(FastClearing, EqualsThePlainOneOnAFrameThatItReadsAndWrites) {
     Random random(11);
     open_noisy_frame({64, 40}, random);
     const FrameContents before = frame_contents();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The fast face loops draw what the plain ones draw, to the last bit.
+// Tests that the fast face loops draw exactly what the plain ones draw.
 #include "raster/face_loops.h"
 
 #include "object/model.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Everything that a face loop leaves.
+/// All results of a face loop.
 struct LoopResult {
     FrameContents frame;
     std::vector<std::uint32_t> colours;
@@ -23,7 +23,7 @@ struct LoopResult {
     bool operator==(const LoopResult &) const = default;
 };
 
-/// Runs a loop on the frame and the colours as they are, and puts both back.
+/// Runs a loop on the current frame and colours, and then restores both.
 LoopResult run_loop(const std::function<void()> &loop) {
     const FrameContents before = frame_contents();
     const auto count = static_cast<std::size_t>(point_count());
@@ -31,7 +31,7 @@ LoopResult run_loop(const std::function<void()> &loop) {
     loop();
     LoopResult result{frame_contents(), {}, faces_seen, triangles_drawn};
     for (std::size_t i = 0; i < count; ++i) {
-        // A not-a-number is one whatever its sign and payload, which the processors' own rules choose.
+        // All NaNs count as equal, because their sign and payload depend on the processor.
         const float colour = lwofis[i];
         result.colours.push_back(colour != colour ? 0x7FC00000U : std::bit_cast<std::uint32_t>(colour));
     }
@@ -81,7 +81,7 @@ std::string first_difference(const LoopResult &plain_result, const LoopResult &f
 
 } // namespace
 
-TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
+TEST(FastFaceLoops, EqualThePlainOnes) {
     const std::vector<std::int64_t> sets = instruction_sets();
     ASSERT_FALSE(sets.empty());
     Random random(20240611);
@@ -113,7 +113,7 @@ TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
     }
     use_instruction_set(0);
     EXPECT_GE(triangles, triangles_wanted);
-    // A scene whose triangles were all culled would compare nothing.
+    // If all triangles of a scene were culled, it would compare nothing.
     EXPECT_GT(drawn, triangles / 4);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the desktop's events become, on SDL's driver without a display.
+// Tests of the events that the desktop's input becomes, with SDL's driver that has no display.
 #include "platform/sdl/input.h"
 
 #include "platform/sdl/sdl_window.h"
@@ -20,7 +20,7 @@ protected:
         setenv("SDL_VIDEODRIVER", "dummy", 1);
         ASSERT_TRUE(host::open_picture_window({320, 256}, *host::find_display_mode(1), "input"));
         take();
-        // The window gets the focus when it opens; the tests begin when that is long past.
+        // The window gets the focus when it opens. The tests begin long after that.
         now = SDL_GetTicks() + 10'000;
         press(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT, nothing);
         taken.clear();
@@ -32,7 +32,7 @@ protected:
         host::quit_requested = 0;
     }
 
-    /// Appends the event to SDL's queue with the test's own time, which SDL_PushEvent would overwrite.
+    /// Adds the event to SDL's queue with the test's time, which SDL_PushEvent would overwrite.
     void add(SDL_Event event) {
         event.common.timestamp = now;
         ASSERT_EQ(SDL_PeepEvents(&event, 1, SDL_ADDEVENT, 0, 0), 1);
@@ -63,7 +63,7 @@ protected:
         take();
     }
 
-    /// A key that sends a text, and the text.
+    /// Presses a key and sends its text.
     void type(SDL_Scancode place, SDL_Keycode symbol, Uint16 modifiers, const char *text) {
         press(place, symbol, modifiers);
         SDL_Event event{};
@@ -97,7 +97,7 @@ protected:
         return (SDL_GetWindowFlags(host::picture_window()) & SDL_WINDOW_FULLSCREEN) != 0;
     }
 
-    /// The codes of the messages of a class.
+    /// The codes of all messages of this class.
     std::vector<int> codes(ULONG message_class) const {
         std::vector<int> result;
         for (const IntuiMessage &message : taken) {
@@ -118,7 +118,7 @@ protected:
 
 using Codes = std::vector<int>;
 
-TEST_F(Input, ALetterArrivesAsItsCharacterOnce) {
+TEST_F(Input, LetterArrivesOnceAsItsCharacter) {
     type(SDL_SCANCODE_P, SDLK_p, nothing, "p");
     EXPECT_EQ(characters(), Codes{'p'});
     EXPECT_EQ(taken.size(), 1U);
@@ -138,7 +138,7 @@ TEST_F(Input, AllCharactersOfATextArriveInOrder) {
     EXPECT_EQ(characters(), (Codes{'^', 0xE9, 'q'}));
 }
 
-TEST_F(Input, LettersWithModifiersOfTheDesktopAreNoCommands) {
+TEST_F(Input, LettersWithDesktopModifiersAreNoCommands) {
     for (const Uint16 modifier :
          {KMOD_LCTRL, KMOD_RCTRL, KMOD_LALT, KMOD_RALT, KMOD_LGUI, KMOD_RGUI, KMOD_MODE}) {
         type(SDL_SCANCODE_P, SDLK_p, modifier, "p");
@@ -157,7 +157,7 @@ TEST_F(Input, CursorKeysAreRawKeysAndRepeat) {
     EXPECT_EQ(raw_keys(), (Codes{0x4C, 0x4D, 0x4E, 0x4F, 0x4F}));
 }
 
-TEST_F(Input, TheKeypadSteersWithoutNumLockAndOtherwiseTypesDigits) {
+TEST_F(Input, KeypadHasCursorKeysWithoutNumLockAndDigitsWithIt) {
     press(SDL_SCANCODE_KP_8, SDLK_KP_8, nothing);
     press(SDL_SCANCODE_KP_2, SDLK_KP_2, nothing);
     press(SDL_SCANCODE_KP_6, SDLK_KP_6, nothing);
@@ -177,7 +177,7 @@ TEST_F(Input, EscapeArrivesAsItsCharacter) {
     EXPECT_EQ(characters(), Codes{27});
 }
 
-TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
+TEST_F(Input, OnlyControlQIsARequestToQuit) {
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LALT);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LCTRL | KMOD_LALT);
     press(SDL_SCANCODE_W, SDLK_w, KMOD_LCTRL);
@@ -189,7 +189,7 @@ TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, F11AndAltEnterSwitchOnceHoweverLongTheyAreHeld) {
+TEST_F(Input, F11AndAltEnterDoNotRepeat) {
     press(SDL_SCANCODE_F11, SDLK_F11, nothing);
     EXPECT_TRUE(is_full_screen());
     press(SDL_SCANCODE_F11, SDLK_F11, nothing, 1);
@@ -205,7 +205,7 @@ TEST_F(Input, F11AndAltEnterSwitchOnceHoweverLongTheyAreHeld) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, LeftAndRightButtonsAreCommandsAndOthersAreNot) {
+TEST_F(Input, OnlyLeftAndRightButtonsAreCommands) {
     click(SDL_BUTTON_LEFT);
     click(SDL_BUTTON_MIDDLE);
     click(SDL_BUTTON_RIGHT);
@@ -213,13 +213,13 @@ TEST_F(Input, LeftAndRightButtonsAreCommandsAndOthersAreNot) {
     EXPECT_EQ(buttons(), (Codes{SELECTDOWN, MENUDOWN}));
 }
 
-TEST_F(Input, ADoubleClickIsTwoClicks) {
+TEST_F(Input, DoubleClickIsTwoClicks) {
     click(SDL_BUTTON_RIGHT);
     click(SDL_BUTTON_RIGHT, 2);
     EXPECT_EQ(buttons(), (Codes{MENUDOWN, MENUDOWN}));
 }
 
-TEST_F(Input, ClicksWithModifiersOfTheDesktopAreNoCommands) {
+TEST_F(Input, ClicksWithDesktopModifiersAreNoCommands) {
     struct Modifier {
         SDL_Scancode place;
         SDL_Keycode symbol;
@@ -243,7 +243,7 @@ TEST_F(Input, ClicksWithModifiersOfTheDesktopAreNoCommands) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
+TEST_F(Input, ModifierMayBeReleasedWhileARequesterIsOpen) {
     press(SDL_SCANCODE_LALT, SDLK_LALT, KMOD_LALT);
     SDL_Event event{};
     event.type = SDL_KEYUP;
@@ -254,12 +254,12 @@ TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, ATapIsNoClick) {
+TEST_F(Input, TapIsNoClick) {
     click(SDL_BUTTON_LEFT, 1, SDL_TOUCH_MOUSEID);
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
+TEST_F(Input, ClickOrDoubleClickThatGivesTheFocusIsNoCommand) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
     click(SDL_BUTTON_LEFT);
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
@@ -267,7 +267,7 @@ TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
     click(SDL_BUTTON_LEFT);
     now += 300;
     click(SDL_BUTTON_LEFT, 2);
-    // A triple click ends later than a double one may.
+    // The third click comes too late to be part of a double click.
     now += 300;
     click(SDL_BUTTON_LEFT, 3);
     EXPECT_EQ(buttons(), Codes{});
@@ -276,7 +276,7 @@ TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, ASlowDoubleClickThatBringsTheFocusIsNoCommand) {
+TEST_F(Input, SlowDoubleClickThatGivesTheFocusIsNoCommand) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
     now += 200;
     click(SDL_BUTTON_LEFT);
@@ -285,7 +285,7 @@ TEST_F(Input, ASlowDoubleClickThatBringsTheFocusIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
+TEST_F(Input, SecondClickIsNoCommandIfTheDesktopTookTheFirst) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
     now += 450;
@@ -293,7 +293,7 @@ TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
+TEST_F(Input, SecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     now = SDL_GetTicks() + 100;
     host::ignore_what_is_held();
     click(SDL_BUTTON_LEFT);
@@ -307,12 +307,12 @@ TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, TheCloseButtonIsAWishToQuit) {
+TEST_F(Input, CloseButtonIsARequestToQuit) {
     send_window_event(SDL_WINDOWEVENT_CLOSE);
     EXPECT_EQ(host::quit_requested, 1);
 }
 
-TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
+TEST_F(Input, InputWhileARequesterIsOpenIsDropped) {
     SDL_Event event{};
     event.type = SDL_KEYDOWN;
     event.key.keysym = {SDL_SCANCODE_ESCAPE, SDLK_ESCAPE, nothing, 0};
@@ -327,7 +327,7 @@ TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, TheWishToCloseTheWindowGoesThroughARequester) {
+TEST_F(Input, CloseButtonWorksWhileARequesterIsOpen) {
     SDL_Event event{};
     event.type = SDL_WINDOWEVENT;
     event.window.event = SDL_WINDOWEVENT_CLOSE;

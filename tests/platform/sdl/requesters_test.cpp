@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What requesters begin with and what becomes of their answers, with the desktop's toolkit replaced.
+// Tests of the requesters' initial contents and answers, without the desktop's toolkit.
 #include "platform/window/requesters.h"
 
 #include "platform/asl.h"
@@ -21,10 +21,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether the replaced toolkit has a display.
+/// Whether the toolkit of these tests has a display.
 bool has_toolkit = false;
 
-/// What the requesters were asked to show, and what the user answers.
+/// What the requesters were asked to show, and the user's answers.
 host::FileQuestion file_question;
 std::optional<std::string> file_answer;
 std::vector<host::ModeName> modes_offered;
@@ -106,7 +106,7 @@ TEST_F(Requesters, AreRefusedWithoutAToolkit) {
     EXPECT_EQ(AllocAslRequest(ASL_FileRequest, nullptr), nullptr);
 }
 
-TEST_F(Requesters, OfferObjectsUnlessTheyBeginWithATexture) {
+TEST_F(Requesters, FilterForObjectsUnlessTheyBeginWithATexture) {
     ask_for_file("");
     ASSERT_EQ(file_question.filters.size(), 2U);
     EXPECT_EQ(file_question.filters[0].patterns,
@@ -136,7 +136,7 @@ TEST_F(Requesters, GiveTheChosenFileWithoutBlanksAndItsDrawerWithASlash) {
     EXPECT_EQ(drawer, "/");
 }
 
-TEST_F(Requesters, KeepWhatTheyHeldWhenTheyAreCancelled) {
+TEST_F(Requesters, KeepTheirContentsWhenCancelled) {
     EXPECT_FALSE(ask_for_file("a.chunky"));
     EXPECT_EQ(drawer, "");
     EXPECT_EQ(file, "a.chunky");
@@ -154,7 +154,7 @@ TEST_F(Requesters, KnowWhyAFileCannotBeOpened) {
     EXPECT_EQ(error_of("/dev/null"), 0);
 }
 
-TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
+TEST_F(Requesters, BeginWithTheLastScreensModeAndHoldTheAnswer) {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     ASSERT_TRUE(host::hooks.show_screen({3, 640, 480, "title"}));
     host::hooks.hide_screen();
@@ -176,7 +176,7 @@ TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
     FreeAslRequest(requester);
 }
 
-TEST_F(Requesters, TellOfTheFirstFailedSaveAlone) {
+TEST_F(Requesters, ReportOnlyTheFirstFailedSave) {
     testing::internal::CaptureStderr();
     host::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     host::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
