@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""All ways out, and what is asked of the program on the command line."""
+"""Tests of every way to end the viewer, and of its command line."""
 
 import os
 import pathlib
@@ -97,12 +97,12 @@ class Ends(desktop.Case):
         self.envarc_file.write_text(desktop.settings(height=16385))
         viewer = self.start(self.object)
         self.assertEqual(viewer.wait(), 20)
-        # The login's settings began as a copy of them, and are what was loaded.
+        # The login's settings, a copy of the lasting ones, were loaded.
         self.assertIn(f"zelvo: {self.env_file}:13: ", viewer.err())
 
 
 class CommandLine(unittest.TestCase):
-    """What the words on the command line lead to. The file that they name holds no object, which ends the run."""
+    """Tests of the command line's words. The named file is not an object, which ends the run."""
 
     NO_OBJECT = (20, "This is not a(n) LW object\n", "")
     NO_FILE = (20, "File open error\n", "")
