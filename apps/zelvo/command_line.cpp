@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Separates the few options from the words that are files.
+// Separates the few options from the file names.
 #include "command_line.h"
 
 #include "main_68k/version.h"
@@ -36,7 +36,7 @@ std::string version_text() {
     std::exit(EXIT_SUCCESS);
 }
 
-/// An option ends the process; any other word that looks like one must be the name of a file.
+/// Handles a word that looks like an option: an option ends the process, any other word must name a file.
 void take_option(const std::string &word) {
     if (word == "-h" || word == "--help") {
         print_and_exit(help_text);
@@ -50,7 +50,7 @@ void take_option(const std::string &word) {
     }
 }
 
-/// Whether the word is the template's keyword, whose next word is a file whatever it looks like.
+/// Whether the word is the template's keyword. The word after it is a file, even if it looks like an option.
 bool is_keyword(const std::string &word) {
     return strcasecmp(word.c_str(), "FILE") == 0;
 }
@@ -64,7 +64,7 @@ std::vector<std::string> program_words(int argc, char **argv) {
         if (words.size() == 1 && is_keyword(words[0])) {
             words.push_back(word);
         } else if (word == "--") {
-            // With the keyword a word is a file even if it looks like the keyword itself.
+            // After the keyword every word is a file, even the keyword itself.
             for (++i; i < argc; ++i) {
                 words.push_back(std::string("FILE=") + argv[i]);
             }

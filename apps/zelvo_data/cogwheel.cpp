@@ -38,7 +38,7 @@ void add_ring(FlatFigure &figure, double inner, double outer, int steps, int row
     }
 }
 
-// A tooth narrows towards its tip: there its points are drawn together around its middle line.
+// A tooth narrows towards its tip: its points there are moved towards its middle line.
 void add_tooth(FlatFigure &figure, int first_step) {
     constexpr double taper = 0.5;
     const double middle = first_step + tooth_width_steps / 2.0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// zelvo-render: the viewer on the offscreen host, its pictures as files.
+// zelvo-render: runs the viewer on the offscreen host and writes its pictures to files.
 #include "failure.h"
 #include "main_68k/start_up.h"
 #include "object_runs.h"
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What the run writes; finished when the program ends, which it does by exiting.
+/// The outputs of the run. Finished at exit, because the program ends by exiting.
 std::optional<Outputs> outputs;
 
 /// Temporary folders of the volumes for which the user gave none; removed at the end.
@@ -34,7 +34,7 @@ void finish() {
 
 void read_input(const std::string &path, offscreen::Setup &setup) {
     std::ifstream script(path);
-    // A folder opens like a file and only then cannot be read.
+    // A folder can be opened like a file, but not read.
     if (!script || std::filesystem::is_directory(path)) {
         fail("cannot read " + path);
     }
@@ -73,7 +73,7 @@ void run(const Options &options) {
     std::signal(SIGTERM, [](int) { offscreen::request_quit(); });
 
     offscreen::set_up(std::move(setup));
-    // Not 0, which would be a start without a command line.
+    // Not 0, which would mean a start without a command line.
     start_up(1);
 }
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// A requester holds any 32-bit number, however little a screen could do with it.
+/// A requester can hold any 32-bit number, even sizes that no screen can have.
 ULONG size_number(const std::string &digits) {
     try {
         return static_cast<ULONG>(std::stoi(digits));
@@ -51,10 +51,10 @@ void check_picture_names(const Options &options) {
     }
 }
 
-/// A view is drawn and shown after a pass that sets it, so this pass's picture is the first to show it all.
+/// One pass sets a view, the next draws it, and the third is the first whose picture shows all of it.
 constexpr int pass_of_a_view = 3;
 
-/// How long a run is, and which of its passes become pictures, where the user did not say so.
+/// Sets how long a run is and which of its passes become pictures, unless the user did.
 void choose_passes(const CLI::App &app, Options &options) {
     if (options.view.turntable != 0) {
         options.from = first_turntable_pass(options.view);
@@ -68,9 +68,9 @@ void choose_passes(const CLI::App &app, Options &options) {
     }
 }
 
-/// The options of a run for each object, whose name goes into the names of its outputs.
+/// The options of one run per object. The object's name goes into the names of its outputs.
 std::vector<Options> runs_of(const Options &options) {
-    // The program's own command line has a keyword besides the object's name.
+    // The program's own command line may also have a keyword before the object's name.
     const std::optional<std::string> only = host::file_argument(options.program_words);
     const std::vector<std::string> objects = only ? std::vector{*only} : options.program_words;
     if (objects.empty()) {
@@ -165,7 +165,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
     app.add_option("--background", background, "black or transparent, which needs --png")
         ->check(CLI::IsMember({"black", "transparent"}))
         ->group(view_group);
-    // The settings are either those of the folder or those of the options.
+    // Settings come either from the folder or from the options, not from both.
     for (const char *option : {"--mode", "--spin", "--clear", "--dots", "--gamma", "--turntable"}) {
         app.get_option(option)->excludes(env);
     }
