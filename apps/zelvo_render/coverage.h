@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-/// Remembers where faces were drawn. A picture shows the frame of the previous pass, so this is one pass
-/// behind on purpose.
+/// Remembers where faces were drawn. A picture shows the frame of the previous pass, so this is one pass late
+/// on purpose.
 class Coverage {
 public:
     /// Must be called once per pass, when the frame of the previous pass is written to the screen.

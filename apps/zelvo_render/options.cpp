@@ -125,10 +125,10 @@ std::vector<Options> parse_options(int argc, char **argv) {
     CLI::App app{"Runs the viewer on an object with no screen and turns what it shows into pictures."};
     app.set_version_flag("--version", version_text());
     app.add_option("OBJECT", options.program_words,
-                   "LightWave object files (IFF form LWOB), each with a run of its own; without one the "
+                   "LightWave object files (IFF form LWOB), each drawn in its own run; without one the "
                    "viewer asks with "
                    "its file requester");
-    app.add_option("--envmap", options.envmap, "File to open in place of \"Zelvo_envmap.chunky\"");
+    app.add_option("--envmap", options.envmap, "File to open instead of \"Zelvo_envmap.chunky\"");
     app.add_option("--size", size, "WIDTHxHEIGHT that the screen-mode requester answers (320x256)");
     app.add_option("--mode-id", mode_id, "Display mode that the screen-mode requester answers (0)")
         ->check(CLI::Range(std::int64_t{INT32_MIN}, std::int64_t{UINT32_MAX}));
@@ -140,12 +140,12 @@ std::vector<Options> parse_options(int argc, char **argv) {
     app.add_option("--input", options.input, "Script of events and requester answers");
     app.add_option("--chunky", options.chunky_folder,
                    "Folder for one PGM per pass, as written to the screen");
-    CLI::Option *png = app.add_option("--png", options.png_pattern,
-                                      "One PNG per pass, texts included, such as frame-%05d.png");
-    app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 a second");
+    CLI::Option *png =
+        app.add_option("--png", options.png_pattern, "One PNG per pass, with texts, such as frame-%05d.png");
+    app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 per second");
     app.add_option("--sheet", options.sheet, "PNG of the same pictures side by side");
     app.add_option("--y4m", options.video,
-                   "Video of the same pictures, 50 a second, as encoders read it; - for standard output");
+                   "Video of the same pictures for an encoder, 50 per second; - for standard output");
     app.add_option("--columns", options.sheet_columns, "Pictures in a row of the sheet (4)")
         ->check(CLI::PositiveNumber);
     CLI::Option *from =
@@ -160,7 +160,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
         "need it.");
     add_view_options(app, options.view);
     app.add_flag("!--no-texts", options.has_texts,
-                 "Pictures before the texts are drawn: \"f\", or \"fps\", and two seconds without a message")
+                 "Pictures without texts: \"f\", or \"fps\", and two seconds without a message")
         ->group(view_group);
     app.add_option("--background", background, "black or transparent, which needs --png")
         ->check(CLI::IsMember({"black", "transparent"}))
@@ -180,7 +180,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
             options.tick = ticks_of(*tick);
         }
         if (options.view.turntable != 0 && options.view.mode == mode_effect) {
-            throw CLI::ValidationError("--turntable", "the effect is another one after every turn");
+            throw CLI::ValidationError("--turntable", "the effect changes with every turn");
         }
         options.is_transparent = background == "transparent";
         if (options.is_transparent && png->count() == 0) {

@@ -117,7 +117,7 @@ void add_view_options(CLI::App &app, View &view) {
         ->description("0.02 to 3 each: \"1\" to \"6\", or \"gammas\" (1,1,1)")
         ->group(view_group);
     app.add_option("--turntable", view.turntable,
-                   "Pictures of one full turn, in this many passes; repeated it has no seam: \"rotate\"")
+                   "Pictures of one full turn, which repeats without a seam: \"rotate\"")
         ->check(CLI::Range(1, longest_turntable))
         ->excludes(spin)
         ->group(view_group);

@@ -102,7 +102,7 @@ TEST_F(RenderRefuses, ViewsThatNoKeyCanSet) {
         {{"--gamma", "2"}, gammas + "2"},
         {{"--turntable", "0"}, "--turntable: Value 0 not in range 1 to 1000000"},
         {{"--turntable", "1000001"}, "--turntable: Value 1000001 not in range 1 to 1000000"},
-        {{"--turntable", "8", "--mode", "effect"}, "--turntable: the effect is another one after every turn"},
+        {{"--turntable", "8", "--mode", "effect"}, "--turntable: the effect changes with every turn"},
         {{"--turntable", "8", "--spin"}, "--spin excludes --turntable"},
         {{"--turntable", "8", "--passes", "9"}, "--passes excludes --turntable"},
         {{"--turntable", "8", "--from", "9"}, "--from excludes --turntable"},

@@ -169,7 +169,7 @@ TEST_F(RenderFrame, SolidModesDrawTheDotsWithTheFlagOnly) {
         viewer.dots = 2;
         render(mode);
         EXPECT_GT(lone_dot(), 0) << mode;
-        EXPECT_EQ(faces_seen, 0) << mode << ": the overlay begins its count anew";
+        EXPECT_EQ(faces_seen, 0) << mode << ": the overlay resets the count";
     }
 }
 

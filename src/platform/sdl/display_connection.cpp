@@ -20,7 +20,7 @@ namespace host {
 
 namespace {
 
-/// Sets a variable of the process's environment for as long as it lives.
+/// Sets a variable of the process's environment as long as this object exists.
 class TemporaryVariable {
 public:
     TemporaryVariable(const char *variable, const char *value) : name(variable) {

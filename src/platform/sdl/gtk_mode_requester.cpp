@@ -33,7 +33,7 @@ constexpr std::array<Size, 12> usual_sizes{{
     {2560, 1440},
 }};
 
-/// The first entry of the list stands for every size that is not in it.
+/// The first entry of the list means every size that is not in it.
 constexpr int other_size = 0;
 
 /// The dialog with its fields, and the line of text that comments on them.

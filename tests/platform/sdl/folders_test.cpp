@@ -349,7 +349,7 @@ TEST_F(Folders, ReasonWhyTheLastingFolderCannotBeCreatedIsReported) {
 TEST_F(Folders, RunKeepsTheFolderThatItFoundFirst) {
     const pid_t child = fork();
     if (child == 0) {
-        // The first folder found is kept for the whole process, so this needs a process of its own.
+        // The first folder found is kept for the whole process, so this needs a separate process.
         const auto first = host::path_of_name("ENV:Zelvo.vars", false);
         fs::create_directory(root / "other");
         setenv("XDG_RUNTIME_DIR", (root / "other").c_str(), 1);
