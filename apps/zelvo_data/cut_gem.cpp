@@ -117,7 +117,7 @@ private:
 
 // Tips the stone a little to the side and towards the viewer, so that the table and the whole crown show
 // before the first rotation. (60/61, 11/61) and (0.8, 0.6) are exact cosines and sines of one angle each.
-Point3 presented(const Point3 &p) {
+Point3 presented_stone(const Point3 &p) {
     const Point3 tipped{(60.0 * p.x + 11.0 * p.y) / 61.0, (60.0 * p.y - 11.0 * p.x) / 61.0, p.z};
     return {tipped.x, 0.8 * tipped.y + 0.6 * tipped.z, 0.8 * tipped.z - 0.6 * tipped.y};
 }
@@ -141,7 +141,7 @@ Mesh build_cut_gem() {
         // Facets do not share points, because smooth shading would round the edges off.
         std::vector<std::uint16_t> corners;
         for (const Point3 &corner : welder.welded(outline)) {
-            corners.push_back(mesh.add_point(presented(corner)));
+            corners.push_back(mesh.add_point(presented_stone(corner)));
         }
         mesh.add_polygon(corners, facets[own].surface);
     }

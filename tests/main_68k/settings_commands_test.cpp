@@ -13,14 +13,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
-    return {offscreen::FileAnswer{drawer, name}, {}};
-}
-
-offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
-    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
-}
-
 /// The output of a run after its display lines: the statistics of these passes, and the close.
 std::string ordinary_end(int passes) {
     std::array<char, 200> text{};

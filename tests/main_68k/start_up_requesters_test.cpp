@@ -15,14 +15,6 @@ constexpr char texture_requester[] =
     "AllocAslRequest(0, ASLFR_DoPatterns=1, ASLFR_TitleText=\"Select Zelvo_envmap.chunky file\", "
     "ASLFR_InitialFile=\"Zelvo_envmap.chunky\")";
 
-offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
-    return {offscreen::FileAnswer{drawer, name}, {}};
-}
-
-offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
-    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
-}
-
 const offscreen::Answer cancelled{};
 
 class ObjectRequester : public ViewerTest {

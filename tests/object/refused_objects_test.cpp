@@ -30,14 +30,6 @@ void expect_refused(const ProgramRun &run, const std::string &message) {
 const std::string some_points = chunk("PNTS", std::string(36, '\1'));
 const std::string some_polygons = chunk("POLS", std::string(10, '\0'));
 
-std::string other_chunks(int count) {
-    std::string chunks;
-    for (int i = 0; i < count; ++i) {
-        chunks += chunk("SURF", "name");
-    }
-    return chunks;
-}
-
 } // namespace
 
 TEST(RefusedObjects, ProperObjectIsNotRefused) {
@@ -80,9 +72,9 @@ TEST(RefusedObjects, ObjectWithoutPointsIsRefused) {
 }
 
 TEST(RefusedObjects, PointsAfter101OtherChunksAreIgnored) {
-    expect_refused(run_on(form("LWOB", other_chunks(101) + some_points + some_polygons)), no_polygons_text);
-    expect_refused(run_on(form("LWOB", some_polygons + other_chunks(100) + some_points)), no_polygons_text);
-    expect_refused(run_on(form("LWOB", some_points + other_chunks(100) + some_polygons)), no_polygons_text);
+    expect_refused(run_on(form("LWOB", skipped_chunks(101) + some_points + some_polygons)), no_polygons_text);
+    expect_refused(run_on(form("LWOB", some_polygons + skipped_chunks(100) + some_points)), no_polygons_text);
+    expect_refused(run_on(form("LWOB", some_points + skipped_chunks(100) + some_polygons)), no_polygons_text);
 }
 
 TEST(RefusedObjects, NothingIsReadAfterPointsThatAreCutShort) {

@@ -7,6 +7,7 @@
 #include "raster/dots.h"
 #include "support/frame_copies.h"
 #include "support/model_builder.h"
+#include "support/near_vectors.h"
 
 #include <gtest/gtest.h>
 
@@ -28,12 +29,6 @@ protected:
         prepare_object();
     }
 };
-
-void expect_near(const Vec3 &actual, const Vec3 &expected, float tolerance) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
 
 float length(const Vec3 &v) {
     return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);

@@ -5,6 +5,7 @@
 #include "display/frame_buffers.h"
 #include "object/model.h"
 #include "support/model_builder.h"
+#include "support/near_vectors.h"
 
 #include <gtest/gtest.h>
 
@@ -25,12 +26,6 @@ using SetRotation = Rotation;
 using TransformAndProject = Rotation;
 using RotateNormals = Rotation;
 using RotateLight = Rotation;
-
-void expect_near(const Vec3 &actual, const Vec3 &expected, float tolerance) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
 
 void expect_same(const Vec3 &actual, const Vec3 &expected) {
     EXPECT_EQ(actual.x, expected.x);

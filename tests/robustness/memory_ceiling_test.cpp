@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t largest_size = 0x7FFFFFF0;
 
 /// The test program itself needs a few MiB. A run may add far less than its file claims.
-constexpr long most_resident_mib = 64;
+constexpr long ceiling_mib = 64;
 
 const std::string points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
 const std::string three_words = word_data({3, 0, 1, 2});
@@ -48,7 +48,7 @@ protected:
         const MeasuredRun measured = run_measured(setup_for(object));
         EXPECT_EQ(measured.run.exit_code, 0) << measured.run.output;
         EXPECT_GT(measured.resident_mib, 0);
-        EXPECT_LT(measured.resident_mib, most_resident_mib);
+        EXPECT_LT(measured.resident_mib, ceiling_mib);
     }
 
     const TemporaryFiles files;

@@ -12,16 +12,6 @@
 #include <array>
 #include <vector>
 
-namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t points_wanted = 100'000;
-#else
-constexpr std::size_t points_wanted = 1'200'000;
-#endif
-
-} // namespace
-
 TEST(FastPoints, HaveTheBitsOfThePlainOnes) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(12);

@@ -14,12 +14,6 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t points_wanted = 100'000;
-#else
-constexpr std::size_t points_wanted = 1'200'000;
-#endif
-
 struct Prepared {
     std::vector<std::uint32_t> read;
     std::vector<std::uint32_t> points;

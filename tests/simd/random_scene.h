@@ -5,8 +5,16 @@
 #include "main_68k/viewer_state.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
+
+/// How many points a test of points compares; fewer where a sanitizer slows it down.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::size_t points_wanted = 100'000;
+#else
+constexpr std::size_t points_wanted = 1'200'000;
+#endif
 
 /// A small generator of random numbers, the same on every system.
 class Random {

@@ -24,6 +24,9 @@ std::string object_file(const std::vector<Vec3> &points, const std::vector<std::
 /// A chunk of an object file: identifier, size and data.
 std::string chunk(const std::string &identifier, const std::string &data);
 
+/// This many chunks that the viewer skips.
+std::string skipped_chunks(int count);
+
 /// A chunk whose header claims this size, even if its data has another.
 std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data);
 

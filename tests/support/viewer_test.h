@@ -86,6 +86,16 @@ inline std::ptrdiff_t call_place(const ProgramRun &run, const std::string &begin
            run.calls.begin();
 }
 
+/// A file requester's answer.
+inline offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
+    return {offscreen::FileAnswer{drawer, name}, {}};
+}
+
+/// A screen-mode requester's answer.
+inline offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
+    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
+}
+
 /// Checks that a run failed with this output and gave everything back.
 inline void expect_failure(const ProgramRun &run, const std::string &output) {
     EXPECT_EQ(run.exit_code, 20);

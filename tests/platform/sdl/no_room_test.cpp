@@ -16,15 +16,15 @@
 namespace {
 
 /// Chosen so that no other allocation of the process has exactly the picture's size.
-constexpr int width = 333;
-constexpr int height = 217;
+constexpr int odd_width = 333;
+constexpr int odd_height = 217;
 
 /// The number (from 1) of the picture-sized allocation that fails, and how many there were.
 int refused_picture = 0;
 int pictures = 0;
 
 bool is_refused(std::size_t size) {
-    return size == std::size_t{width} * height && ++pictures == refused_picture;
+    return size == std::size_t{odd_width} * odd_height && ++pictures == refused_picture;
 }
 
 struct Outcome {
