@@ -26,6 +26,17 @@ struct ColourPicture {
     std::vector<std::array<std::uint8_t, 4>> pixels;
 };
 
+/// A picture of brightness and opacity.
+struct GreyPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::array<std::uint8_t, 2>> pixels;
+
+    const std::array<std::uint8_t, 2> &at(int x, int y) const {
+        return pixels[static_cast<std::size_t>(y * width + x)];
+    }
+};
+
 /// One picture of an animation.
 struct AnimationPicture {
     IndexedPicture picture;
@@ -56,6 +67,9 @@ IndexedPicture read_png(const std::string &path);
 /// Reads a PNG of 8-bit red, green, blue and opacity. Anything else fails the test and gives an empty
 /// picture.
 ColourPicture read_colour_png(const std::string &path);
+
+/// Reads a PNG of 8-bit brightness and opacity. Anything else fails the test and gives an empty picture.
+GreyPicture read_grey_png(const std::string &path);
 
 /// Reads a GIF.
 AnimationFile read_gif(const std::string &path);
