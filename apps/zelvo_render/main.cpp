@@ -7,6 +7,7 @@
 #include "outputs.h"
 #include "platform/offscreen/host.h"
 #include "platform/offscreen/input_script.h"
+#include "platform/posix/folders.h"
 #include "platform/posix/standard_streams.h"
 #include "settings/environment_map.h"
 #include "temporary_folder.h"
@@ -57,6 +58,8 @@ void run(const Options &options) {
     setup.last_pass = options.passes;
     if (options.envmap) {
         setup.stand_ins[default_envmap_filename] = *options.envmap;
+    } else if (!std::filesystem::exists(default_envmap_filename)) {
+        setup.stand_ins[default_envmap_filename] = host::installed_data_path(default_envmap_filename);
     }
     if (options.input) {
         read_input(*options.input, setup);

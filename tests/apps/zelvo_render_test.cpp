@@ -55,16 +55,19 @@ TEST_F(ZelvoRender, LetsTheProgramRefuseAnImpossibleSize) {
               "display parameters: 0x00000000, -100, 75\nCouldn't allocate *chunkybuf1 memory\n");
 }
 
-TEST_F(ZelvoRender, FindsTheTextureInTheCurrentDirectoryWithoutAnOption) {
+TEST_F(ZelvoRender, TakesTheTextureOfTheCurrentDirectoryElseTheInstalledOne) {
+    const std::string installed = std::string(ZELVO_DATA_FOLDER) + "/Zelvo_envmap.chunky";
+    const auto frame = [&](const Words &more) {
+        const Words arguments{object("torus"), "--size", "100x75", "--passes", "2", "--chunky", "frames"};
+        EXPECT_EQ(render(joined(arguments, more)).exit_code, 0);
+        return work.read("frames/00002.pgm");
+    };
+    const std::string with_installed = frame({});
+    EXPECT_EQ(with_installed, frame({"--envmap", installed}));
     std::filesystem::copy(test_file("golden/envmap.chunky"), work.path("Zelvo_envmap.chunky"));
-    const ToolRun run = render({object("cube"), "--size", "100x75"});
-    expect_cube_run(run, 1);
-    std::filesystem::remove(work.path("Zelvo_envmap.chunky"));
-    const ToolRun without = render({object("cube"), "--size", "100x75"});
-    EXPECT_EQ(without.exit_code, 20);
-    EXPECT_EQ(without.output,
-              "display parameters: 0x00000000, 100, 75\nenvmap filename: Zelvo_envmap.chunky\n"
-              "changescreenbuffer done\nenvmap file open error\n");
+    const std::string with_local = frame({});
+    EXPECT_EQ(with_local, frame({"--envmap", test_file("golden/envmap.chunky")}));
+    EXPECT_NE(with_local, with_installed);
 }
 
 TEST_F(ZelvoRender, UsesTheTextureThatItIsGiven) {

@@ -124,8 +124,11 @@ bool make_lasting_settings_folder(const std::string &folder) {
 
 std::string installed_data_path(const std::string &file) {
     std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return (program.parent_path() / ZELVO_DATA_FROM_PROGRAM / file).lexically_normal().string();
+    const fs::path programs = fs::read_symlink("/proc/self/exe", error).parent_path();
+    const fs::path installed = (programs / ZELVO_DATA_FROM_PROGRAM / file).lexically_normal();
+    // The build tree, whatever the folders of its installation.
+    const fs::path built = (programs / "../share/zelvo" / file).lexically_normal();
+    return (fs::exists(built, error) && !fs::exists(installed, error) ? built : installed).string();
 }
 
 } // namespace host
