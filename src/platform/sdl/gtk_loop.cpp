@@ -3,6 +3,7 @@
 #include "platform/sdl/gtk_loop.h"
 
 #include "platform/sdl/requester_parent.h"
+#include "platform/sdl/window_icon.h"
 
 #include <algorithm>
 #include <clocale>
@@ -93,6 +94,9 @@ bool start_toolkit() {
         std::fputs("zelvo: no requester: the desktop's toolkit finds no display\n", stderr);
         return false;
     }
+    // Window lists sort by this name, which is also that of the viewer's window and in the desktop entry.
+    gdk_set_program_class("zelvo");
+    give_requesters_icon();
     return true;
 }
 

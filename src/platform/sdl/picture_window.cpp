@@ -7,6 +7,7 @@
 #include "platform/sdl/picture_drawing.h"
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
+#include "platform/sdl/window_icon.h"
 #include "platform/sdl/window_place.h"
 #include "platform/sdl/x11_display.h"
 #include "platform/window/pacing.h"
@@ -184,6 +185,7 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
     presenting_waits = wait_in_presenting(is_paced());
     SDL_SetWindowMinimumSize(window, smallest_window.width, smallest_window.height);
     SDL_StartTextInput();
+    give_icon(window);
     SDL_ShowWindow(window);
     show_black();
     return true;
