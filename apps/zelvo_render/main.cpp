@@ -6,15 +6,14 @@
 #include "options.h"
 #include "outputs.h"
 #include "platform/offscreen/host.h"
-#include "platform/offscreen/input_script.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/standard_streams.h"
+#include "platform/shared/frame_sum.h"
 #include "settings/environment_map.h"
 #include "temporary_folder.h"
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -26,21 +25,33 @@ std::optional<Outputs> outputs;
 std::optional<TemporaryFolder> env_folder;
 std::optional<TemporaryFolder> envarc_folder;
 
+/// What the run repeats, if it does; and the sum of its own frames, as many as there are to compare.
+std::optional<offscreen::RecordedFrames> recorded_frames;
+host::FrameSum frames;
+
+void take_frame(const offscreen::Picture &frame) {
+    if (recorded_frames && frame.pass <= recorded_frames->passes) {
+        frames.add(frame.pixels, frame.width, frame.height);
+    }
+    outputs->take_frame(frame);
+}
+
 void finish() {
     outputs->complete();
     outputs.reset();
     env_folder.reset();
     envarc_folder.reset();
+    if (recorded_frames && frames.value() != recorded_frames->sum) {
+        fail("the frames are not those of the recorded run");
+    }
 }
 
-void read_input(const std::string &path, offscreen::Setup &setup) {
-    std::ifstream script(path);
-    // A folder can be opened like a file, but not read.
-    if (!script || std::filesystem::is_directory(path)) {
-        fail("cannot read " + path);
-    }
-    if (const auto error = offscreen::read_script(script, setup)) {
-        fail(path + ":" + std::to_string(error->line) + ": " + error->message);
+/// Writes the settings file of a volume that begins with one, unless the volume's folder is the user's.
+void write_settings(const std::string &volume, const std::optional<TemporaryFolder> &folder,
+                    const offscreen::Setup &setup) {
+    const auto settings = setup.settings.find(volume);
+    if (folder && settings != setup.settings.end()) {
+        std::ofstream(folder->path() + "/Zelvo.vars", std::ios::binary) << settings->second;
     }
 }
 
@@ -51,7 +62,7 @@ std::string volume_folder(const std::optional<std::string> &chosen,
 }
 
 void run(const Options &options) {
-    offscreen::Setup setup;
+    offscreen::Setup setup = options.script;
     setup.command_line = options.program_words;
     setup.default_mode = options.mode;
     setup.tick = options.tick;
@@ -61,16 +72,16 @@ void run(const Options &options) {
     } else if (!std::filesystem::exists(default_envmap_filename)) {
         setup.stand_ins[default_envmap_filename] = host::installed_data_path(default_envmap_filename);
     }
-    if (options.input) {
-        read_input(*options.input, setup);
-    }
     apply_view(options.view, setup);
-    setup.on_frame = [](const offscreen::Picture &frame) { outputs->take_frame(frame); };
+    setup.on_frame = take_frame;
     setup.on_picture = [](const offscreen::Picture &picture) { outputs->take_picture(picture); };
 
     outputs.emplace(options);
     setup.volumes["ENV"] = volume_folder(options.env_folder, env_folder);
     setup.volumes["ENVARC"] = volume_folder(options.envarc_folder, envarc_folder);
+    write_settings("ENV", env_folder, setup);
+    write_settings("ENVARC", envarc_folder, setup);
+    recorded_frames = setup.recorded_frames;
     std::atexit(finish);
     std::signal(SIGINT, [](int) { offscreen::request_quit(); });
     std::signal(SIGTERM, [](int) { offscreen::request_quit(); });

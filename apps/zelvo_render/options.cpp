@@ -2,14 +2,19 @@
 // Parses and checks the command line with CLI11.
 #include "options.h"
 
+#include "failure.h"
 #include "main_68k/version.h"
 #include "picture_name.h"
+#include "platform/offscreen/input_script.h"
 #include "platform/shared/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <set>
 
@@ -41,6 +46,17 @@ ULONG ticks_of(double seconds) {
     return static_cast<ULONG>(std::lround(seconds * ticks_per_second));
 }
 
+/// The options that choose what a settings file holds too.
+constexpr std::array<const char *, 6> view_settings{"--mode", "--spin",  "--clear",
+                                                    "--dots", "--gamma", "--turntable"};
+
+/// The first of them on the command line, empty if there is none.
+std::string view_settings_given(const CLI::App &app) {
+    const auto given =
+        std::ranges::find_if(view_settings, [&app](const char *option) { return app.count(option) != 0; });
+    return given == view_settings.end() ? "" : *given;
+}
+
 /// A pattern that names one file cannot take several pictures.
 void check_picture_names(const Options &options) {
     const bool several = options.passes - options.from >= options.every;
@@ -65,6 +81,30 @@ void choose_passes(const CLI::App &app, Options &options) {
         [](const CLI::Option *option) { return option->get_group() == view_group && option->count() > 0; });
     if (!view_options.empty() && app.count("--passes") == 0 && app.count("--from") == 0) {
         options.passes = options.from = pass_of_a_view;
+    }
+}
+
+/// Reads the input script, whose object and passes are those of the run unless the command line says
+/// otherwise.
+void take_script(const CLI::App &app, const std::string &path, Options &options) {
+    std::ifstream script(path);
+    // A folder opens like a file and only then cannot be read.
+    if (!script || std::filesystem::is_directory(path)) {
+        fail("cannot read " + path);
+    }
+    if (const auto error = offscreen::read_script(script, options.script)) {
+        fail(path + ":" + std::to_string(error->line) + ": " + error->message);
+    }
+    if (options.program_words.empty()) {
+        options.program_words = options.script.command_line;
+    }
+    if (app.count("--passes") != 0) {
+        options.script.recorded_frames.reset();
+    } else if (options.script.last_pass != 0) {
+        options.passes = options.script.last_pass;
+    }
+    if (!options.script.settings.empty() && !view_settings_given(app).empty()) {
+        throw CLI::ExcludesError(path + " with settings", view_settings_given(app));
     }
 }
 
@@ -117,6 +157,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
     Options options;
     std::vector<Options> runs;
     std::string size;
+    std::optional<std::string> input;
     std::string background = "black";
     std::string clock = "fixed";
     std::optional<double> tick;
@@ -137,7 +178,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
     CLI::Option *passes =
         app.add_option("--passes", options.passes, "Passes of the frame loop before Esc (1; 3 for a view)")
             ->check(CLI::PositiveNumber);
-    app.add_option("--input", options.input, "Script of events and requester answers");
+    app.add_option("--input", input, "Script of events and requester answers, or a run that zelvo recorded");
     app.add_option("--chunky", options.chunky_folder,
                    "Folder for one PGM per pass, as written to the screen");
     CLI::Option *png =
@@ -166,7 +207,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
         ->check(CLI::IsMember({"black", "transparent"}))
         ->group(view_group);
     // Settings come either from the folder or from the options, not from both.
-    for (const char *option : {"--mode", "--spin", "--clear", "--dots", "--gamma", "--turntable"}) {
+    for (const char *option : view_settings) {
         app.get_option(option)->excludes(env);
     }
     app.get_option("--turntable")->excludes(passes)->excludes(from)->excludes(every);
@@ -185,6 +226,9 @@ std::vector<Options> parse_options(int argc, char **argv) {
         options.is_transparent = background == "transparent";
         if (options.is_transparent && png->count() == 0) {
             throw CLI::RequiresError("--background transparent", "--png");
+        }
+        if (input) {
+            take_script(app, *input, options);
         }
         choose_passes(app, options);
         options.mode.mode_id = static_cast<ULONG>(mode_id);

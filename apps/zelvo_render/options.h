@@ -21,7 +21,8 @@ struct Options {
     std::optional<std::string> envarc_folder;
     offscreen::ModeAnswer mode;
     int passes = 1;
-    std::optional<std::string> input;
+    /// What the input script says, if there is one.
+    offscreen::Setup script;
     std::optional<std::string> chunky_folder;
     std::optional<std::string> png_pattern;
     std::optional<std::string> gif;

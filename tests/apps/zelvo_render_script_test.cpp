@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Tests of zelvo-render's input scripts.
+#include "platform/shared/frame_sum.h"
 #include "render_test.h"
+
+#include <array>
+#include <cstdio>
 
 namespace {
 
@@ -21,6 +25,39 @@ protected:
         return text.find(line + "\n") != std::string::npos;
     }
 };
+
+TEST_F(RenderScript, RepeatsARecordedRunAndNoticesOtherFrames) {
+    const std::string start = "object knot\nfile knot " + object("cube") + "\nfile Zelvo_envmap.chunky " +
+                              test_file("golden/envmap.chunky") +
+                              "\nenvarc rotate: 9\nenv gammas: 1 1 1\nenv rotate: 1\n1 key s\n";
+    const ToolRun wrong = render(script(start + "passes 3\nframes 2 0x0000000000000000\n"));
+    EXPECT_EQ(wrong.exit_code, 2);
+    EXPECT_EQ(wrong.errors, "zelvo-render: the frames are not those of the recorded run\n");
+    EXPECT_NE(wrong.output.find("number of frames: 3\n"), std::string::npos);
+
+    ASSERT_EQ(render(joined({"--chunky", "frames"}, script(start + "passes 2\n"))).exit_code, 0);
+    host::FrameSum sum;
+    for (const char *name : {"frames/00001.pgm", "frames/00002.pgm"}) {
+        const std::string pgm = work.read(name);
+        const std::string pixels = pgm.substr(pgm.size() - 320 * 256);
+        sum.add({reinterpret_cast<const std::uint8_t *>(pixels.data()), pixels.size()}, 320, 256);
+    }
+    std::array<char, 40> frames{};
+    std::snprintf(frames.data(), frames.size(), "frames 2 0x%016llx\n",
+                  static_cast<unsigned long long>(sum.value()));
+    const ToolRun right = render(script(start + "passes 3\n" + frames.data()));
+    EXPECT_EQ(right.exit_code, 0) << right.errors;
+    // What the command line says instead is not compared.
+    EXPECT_EQ(render(joined({"--passes", "1"}, script(start + "frames 9 0x0000000000000000\n"))).exit_code,
+              0);
+    // The settings are those of the script, or of the command line.
+    std::filesystem::create_directory(work.path("env"));
+    EXPECT_EQ(render(joined({"--env", "env"}, script(start + "passes 1\n"))).exit_code, 0);
+    EXPECT_NE(work.read("env/Zelvo.vars").find("rotate: 0.000000\n"), std::string::npos);
+    const ToolRun both = render(joined({"--spin"}, script(start)));
+    EXPECT_EQ(both.exit_code, 2);
+    EXPECT_NE(both.errors.find("excludes"), std::string::npos) << both.errors;
+}
 
 TEST_F(RenderScript, PressesKeysByCharacterOrCode) {
     EXPECT_TRUE(contains(saved_after("1 key b\n"), "clear style: 1"));

@@ -18,7 +18,7 @@ import pictures
 VIEWER = os.environ["ZELVO"]
 RENDERER = os.environ["ZELVO_RENDER"]
 
-VIEWER_TITLE = "^Zelvo   <Esc> to quit"
+VIEWER_TITLE = "Zelvo   <Esc> to quit"
 POINTER_HINT = "<Alt> frees the pointer."
 MODE_TITLE = "^Zelvo: screen mode"
 OBJECT_TITLE = "^Select a LightWave Object"

@@ -102,12 +102,29 @@ class FirstStart(wayland.Case):
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 320, 256\n"))
 
 
+class HostKeys(wayland.Case):
+    def test_list_of_keys_and_another_object(self):
+        desktop.write_object(self.work / "knot.lwo", 12, 6)
+        self.write_settings()
+        viewer = self.start(self.object)
+        self.wait_until_viewing(viewer)
+        self.open_requester("F1")
+        self.close_requester("Escape")
+        self.wait_until_viewing(viewer)
+        self.display.key("Next")
+        desktop.wait_until(lambda: "number of frames" in viewer.out(), "the end of the first run")
+        self.wait_until_viewing(viewer)
+        viewer.process.terminate()
+        self.assert_ends_well(viewer)
+        self.assertEqual(viewer.out().count("number of frames"), 2)
+
+
 def load_tests(loader, _, pattern):
     """Runs every case on each compositor. On weston, where the viewer draws its window frame, the requesters also run
     on a scaled display and with the software renderer."""
     suite = unittest.TestSuite()
     for compositor in (wayland.Weston, wayland.Sway):
-        for case in (Requesters, Sizes, FirstStart):
+        for case in (Requesters, Sizes, FirstStart, HostKeys):
             made = type(f"{case.__name__}On{compositor.__name__}", (case,), {"COMPOSITOR": compositor})
             suite.addTests(loader.loadTestsFromTestCase(made))
     for name, change in (("Scaled", {"SCALE": 2}), ("InSoftware", {"DRIVER": "software"})):

@@ -20,7 +20,7 @@ _ROWS = {2: "1234567890-=", 16: "qwertyuiop[]", 30: "asdfghjkl;'`", 43: "\\zxcvb
 KEYS = {character: first + at for first, row in _ROWS.items() for at, character in enumerate(row)}
 KEYS.update({f"F{number}": 58 + number for number in range(1, 11)})
 KEYS.update(Escape=1, BackSpace=14, Tab=15, Return=28, space=57, F11=87, F12=88, Home=102, Delete=111)
-KEYS.update(Up=103, Left=105, Right=106, Down=108)
+KEYS.update(Up=103, Left=105, Right=106, Down=108, Prior=104, Next=109)
 KEYS.update({" ": 57, "minus": 12, "plus": 13})
 
 # The keys that give these characters with Shift, and the modifier keys with their bits in the keyboard's state.

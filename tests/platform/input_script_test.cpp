@@ -244,3 +244,46 @@ TEST(InputScript, ChangesOnlyEventsAndAnswers) {
     EXPECT_EQ(setup.last_pass, 9);
     EXPECT_EQ(setup.command_line, std::vector<std::string>{"object"});
 }
+
+TEST(InputScript, SaysWhatARunBeginsWith) {
+    const Script setup = read("object \"my knot.lwo\"\nfile a.chunky /b/c\nfile d \"\"\npasses 12   \n"
+                              "frames 11 0x00000000000000ff\n");
+    EXPECT_EQ(setup.command_line, std::vector<std::string>{"my knot.lwo"});
+    EXPECT_EQ(setup.stand_ins, (std::map<std::string, std::string>{{"a.chunky", "/b/c"}, {"d", ""}}));
+    EXPECT_EQ(setup.last_pass, 12);
+    ASSERT_TRUE(setup.recorded_frames);
+    EXPECT_EQ(setup.recorded_frames->passes, 11);
+    EXPECT_EQ(setup.recorded_frames->sum, 255U);
+}
+
+TEST(InputScript, TakesLinesOfSettingsAsTheyAre) {
+    const Script setup = read("env a: 1  \nenvarc\nenv  \"b\nenv\n");
+    EXPECT_EQ(setup.settings,
+              (std::map<std::string, std::string>{{"ENV", "a: 1  \n \"b\n"}, {"ENVARC", ""}}));
+    EXPECT_TRUE(read("").settings.empty());
+}
+
+TEST(InputScript, EveryKindOfMalformedLineAboutARunIsRefused) {
+    for (const char *line : {"object",
+                             "object a b",
+                             "file",
+                             "file a",
+                             "file a b c",
+                             "passes",
+                             "passes 0",
+                             "passes x",
+                             "passes 1 2",
+                             "passes -1",
+                             "passes 2147483648",
+                             "frames",
+                             "frames 1",
+                             "frames 1 2",
+                             "frames 1 0x12",
+                             "frames 1 0x00000000000000fg",
+                             "frames -1 0x0000000000000000",
+                             "frames 1 0x0000000000000000 2",
+                             "environment a",
+                             "Env a"}) {
+        EXPECT_EQ(error_line(line), 1) << line;
+    }
+}

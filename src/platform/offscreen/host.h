@@ -52,6 +52,13 @@ struct Picture {
     const host::Palette &palette;
 };
 
+/// What a recorded run drew.
+struct RecordedFrames {
+    int passes = 0;
+    /// The sum of the frames of these passes (shared/frame_sum.h).
+    std::uint64_t sum = 0;
+};
+
 /// One 256th of a second in 16.16.
 constexpr ULONG default_tick = 65536 / 256;
 
@@ -65,6 +72,11 @@ struct Setup {
     std::function<std::FILE *(const char *name, const char *mode)> open;
     /// Files to open instead of others, by the exact name that the program asks for.
     std::map<std::string, std::string> stand_ins;
+    /// What settings files hold when the run begins, by their volumes. Whoever makes the volumes' folders
+    /// writes them.
+    std::map<std::string, std::string> settings;
+    /// What the run is to draw, if it repeats a recorded one. For whoever compares it.
+    std::optional<RecordedFrames> recorded_frames;
     /// Input in the order of arrival: passes must not decrease.
     std::deque<Event> events;
     /// The pass in whose input step Esc arrives, after all other events; 0 for none.

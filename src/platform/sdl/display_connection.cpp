@@ -4,6 +4,7 @@
 
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
+#include "platform/sdl/surroundings.h"
 #include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>
@@ -59,6 +60,7 @@ bool connect_display() {
     // Commands are single keys, and an input method that collects keys into words would hold them back.
     // Requesters keep their input method, because names are words.
     const TemporaryVariable no_input_method("XMODIFIERS", "@im=none");
+    prepare_for_opengl();
     SDL_SetMainReady();
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
         return complain("no display");

@@ -3,9 +3,7 @@
 #include "platform/sdl/failed_saves.h"
 
 #include "platform/posix/replacing_file.h"
-#include "platform/window/picture_window.h"
-#include "platform/window/requesters.h"
-#include "platform/window/windowed_host.h"
+#include "platform/sdl/notice.h"
 
 #include <unistd.h>
 
@@ -21,13 +19,10 @@ bool was_told = false;
 
 void tell_of_failed_save(const std::string &name, const std::string &path, int error) {
     const std::string text = report_failed_save(name, path, error);
-    if (was_told || isatty(STDERR_FILENO) != 0 || !can_show_requesters()) {
-        return;
+    if (!was_told && isatty(STDERR_FILENO) == 0) {
+        was_told = true;
+        show_notice_over_viewer("Zelvo: settings not saved", text);
     }
-    was_told = true;
-    make_room_for_requester();
-    show_notice("Zelvo: settings not saved", text, order_to_requester);
-    return_from_requester();
 }
 
 } // namespace host

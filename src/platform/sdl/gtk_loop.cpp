@@ -3,6 +3,7 @@
 #include "platform/sdl/gtk_loop.h"
 
 #include "platform/sdl/requester_parent.h"
+#include "platform/sdl/surroundings.h"
 #include "platform/sdl/window_icon.h"
 
 #include <algorithm>
@@ -38,6 +39,11 @@ void take_response(gpointer, int response, Wait *wait) {
 /// Keeps a dialog that was closed with its close button or with Esc. The toolkit would destroy it, but its
 /// contents are still needed.
 gboolean stay_after_close(GtkWidget *, GdkEvent *, gpointer) {
+    return TRUE;
+}
+
+gboolean end_wait_and_stay(GtkWidget *, GdkEvent *, Wait *wait) {
+    g_main_loop_quit(wait->loop);
     return TRUE;
 }
 
@@ -90,6 +96,8 @@ bool start_toolkit() {
     std::setlocale(LC_MESSAGES, "");
     g_set_prgname("zelvo");
     choose_the_viewers_display();
+    prepare_for_toolkit();
+    prepare_for_opengl();
     if (gtk_init_check(nullptr, nullptr) == 0) {
         std::fputs("zelvo: no requester: the desktop's toolkit finds no display\n", stderr);
         return false;
@@ -133,6 +141,16 @@ int wait_for_response(gpointer requester, const WhileOpen &while_open) {
     g_signal_handler_disconnect(requester, handler);
     g_main_loop_unref(wait.loop);
     return wait.response;
+}
+
+void wait_until_closed(GtkWindow *window, const WhileOpen &while_open) {
+    Wait wait{g_main_loop_new(nullptr, FALSE), window, &while_open};
+    const gulong closing = g_signal_connect(window, "delete-event", G_CALLBACK(end_wait_and_stay), &wait);
+    const guint timer = g_timeout_add(while_open_milliseconds, poll_while_open, &wait);
+    g_main_loop_run(wait.loop);
+    g_source_remove(timer);
+    g_signal_handler_disconnect(window, closing);
+    g_main_loop_unref(wait.loop);
 }
 
 void settle() {

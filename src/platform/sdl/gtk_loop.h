@@ -13,6 +13,10 @@ namespace host {
 /// still exists afterwards, however the user closed it.
 int wait_for_response(gpointer requester, const WhileOpen &while_open);
 
+/// Runs the toolkit's main loop until the user wants to close the window, or `while_open` cancels. The window
+/// is still there afterwards.
+void wait_until_closed(GtkWindow *window, const WhileOpen &while_open);
+
 /// Lets the toolkit finish its work after a requester was destroyed.
 void settle();
 

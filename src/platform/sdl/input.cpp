@@ -3,6 +3,7 @@
 #include "platform/sdl/input.h"
 
 #include "platform/sdl/display_connection.h"
+#include "platform/sdl/host_commands.h"
 #include "platform/sdl/keyboard.h"
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
@@ -13,6 +14,8 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace host {
 
@@ -47,7 +50,8 @@ WORD as_word(Sint32 amount) {
     return static_cast<WORD>(std::clamp(amount, lowest, highest));
 }
 
-void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages) {
+void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages,
+              std::vector<HostCommand> &commands) {
     modifiers = event.keysym.mod;
     ignores_text = true;
     if (is_held_key()) {
@@ -57,6 +61,8 @@ void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages
         toggle_full_screen();
     } else if (is_quit_key(event)) {
         request_quit();
+    } else if (const auto command = host_command(event)) {
+        commands.push_back(*command);
     } else if (const auto message = key_message(event)) {
         messages.push_back(*message);
     } else {
@@ -129,6 +135,8 @@ bool poll_event(SDL_Event &event) {
 } // namespace
 
 void take_input(std::deque<IntuiMessage> &messages) {
+    std::vector<HostCommand> commands;
+    std::string dropped;
     SDL_Event event;
     while (poll_event(event)) {
         switch (event.type) {
@@ -136,7 +144,7 @@ void take_input(std::deque<IntuiMessage> &messages) {
             note_x11_event(*event.syswm.msg);
             break;
         case SDL_KEYDOWN:
-            take_key(event.key, messages);
+            take_key(event.key, messages, commands);
             break;
         case SDL_KEYUP:
             modifiers = event.key.keysym.mod;
@@ -152,6 +160,11 @@ void take_input(std::deque<IntuiMessage> &messages) {
         case SDL_MOUSEBUTTONDOWN:
             take_button(event.button, messages);
             break;
+        case SDL_DROPFILE:
+            // The first of several.
+            dropped = dropped.empty() ? event.drop.file : dropped;
+            SDL_free(event.drop.file);
+            break;
         case SDL_WINDOWEVENT:
             take_window_event(event.window);
             break;
@@ -165,6 +178,13 @@ void take_input(std::deque<IntuiMessage> &messages) {
     // While Alt or the logo key is down the pointer is free, because the window manager needs it for its
     // menus and to move windows.
     take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
+    // Not while events are taken: a window that opens takes its own.
+    for (const HostCommand command : commands) {
+        carry_out(command);
+    }
+    if (!dropped.empty()) {
+        open_object(dropped);
+    }
 }
 
 bool drop_input() {
@@ -178,6 +198,9 @@ bool drop_input() {
         case SDL_KEYDOWN:
         case SDL_KEYUP:
             modifiers = event.key.keysym.mod;
+            break;
+        case SDL_DROPFILE:
+            SDL_free(event.drop.file);
             break;
         case SDL_WINDOWEVENT:
             take_window_event(event.window);

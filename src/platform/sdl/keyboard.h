@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/intuition.h"
+#include "platform/sdl/host_commands.h"
 
 #include <SDL_events.h>
 #include <deque>
@@ -18,6 +19,10 @@ bool is_full_screen_key(const SDL_KeyboardEvent &event);
 
 /// Whether the key is Ctrl+Q, which quits, as usual on a desktop.
 bool is_quit_key(const SDL_KeyboardEvent &event);
+
+/// What a key asks of the host instead of the program; nothing for other keys, and for the repetitions of
+/// these.
+std::optional<HostCommand> host_command(const SDL_KeyboardEvent &event);
 
 /// The message of a key that sends no usable text: a cursor key (also on the keypad without NumLock), Esc,
 /// and, on a layout without Latin letters, a letter or digit, which is read as on the US layout. All other

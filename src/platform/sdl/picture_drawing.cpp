@@ -2,6 +2,8 @@
 // Enlarges the picture by whole factors where it can, and smoothly elsewhere.
 #include "platform/sdl/picture_drawing.h"
 
+#include "platform/sdl/banner.h"
+
 #include <SDL.h>
 #include <algorithm>
 
@@ -46,6 +48,7 @@ void black_out() {
 }
 
 void destroy_textures() {
+    set_banner(renderer, "");
     SDL_DestroyTexture(enlarged);
     SDL_DestroyTexture(texture);
     enlarged = nullptr;
@@ -147,9 +150,14 @@ void fill_picture(const BitMap &bitmap, const Palette &palette) {
     SDL_UnlockTexture(texture);
 }
 
+void show_text_over_picture(const std::string &text) {
+    set_banner(renderer, text);
+}
+
 void show_picture() {
     if (texture != nullptr) {
         draw_picture();
+        draw_banner(renderer);
         SDL_RenderPresent(renderer);
     }
 }

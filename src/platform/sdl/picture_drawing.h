@@ -6,6 +6,7 @@
 #include "platform/window/picture_placement.h"
 
 #include <SDL_video.h>
+#include <string>
 
 namespace host {
 
@@ -30,6 +31,9 @@ void show_black();
 
 /// Replaces the picture that is drawn from now on.
 void fill_picture(const BitMap &bitmap, const Palette &palette);
+
+/// Draws a line of text over the picture from now on; an empty one takes it away.
+void show_text_over_picture(const std::string &text);
 
 /// Draws the picture and shows it; does nothing without a renderer.
 void show_picture();

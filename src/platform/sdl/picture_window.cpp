@@ -8,12 +8,13 @@
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
 #include "platform/sdl/window_icon.h"
-#include "platform/sdl/window_place.h"
+#include "platform/sdl/window_state.h"
 #include "platform/sdl/x11_display.h"
 #include "platform/window/pacing.h"
 
 #include <SDL.h>
 #include <algorithm>
+#include <glib.h>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,9 @@ constexpr Extent smallest_window{128, 96};
 
 /// What the title says while the pointer is held.
 constexpr const char *pointer_hint = "   <Alt> frees the pointer.";
+
+/// How long the title says something else.
+constexpr Uint64 brief_message_milliseconds = 5000;
 
 /// How long a pass takes while the window cannot be seen.
 constexpr int hidden_pass_milliseconds = 250;
@@ -49,6 +53,11 @@ Extent picture{1, 1};
 
 /// The window's title while the pointer is free.
 std::string plain_title;
+
+/// What the title says instead for a while, and until when on SDL's clock; empty if nothing. Written by
+/// show_brief_message and present_picture.
+std::string brief_message;
+Uint64 brief_message_end = 0;
 
 /// Where the last window was; the next one opens there. Written when a window is closed.
 WindowPlace last_place;
@@ -107,12 +116,16 @@ Extent opening_extent(const DisplayMode &mode) {
 /// A new window, still hidden, because some drivers create the window again when the renderer is made. Null
 /// if SDL refuses it.
 SDL_Window *make_hidden_window(const DisplayMode &mode) {
-    const Extent extent = opening_extent(mode);
+    const std::optional<WindowState> &inherited = inherited_window;
+    last_place = inherited ? inherited->place : last_place;
+    const Extent extent = inherited && inherited->extent ? *inherited->extent : opening_extent(mode);
     const SDL_Point corner = opening_corner(last_place, extent);
-    const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    const bool is_full_screen = inherited ? inherited->is_full_screen : mode.is_full_screen;
+    const bool is_maximised = inherited && inherited->is_maximised;
     return SDL_CreateWindow(plain_title.c_str(), corner.x, corner.y, extent.width, extent.height,
                             SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
-                                full_screen);
+                                (is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0) |
+                                (is_maximised ? SDL_WINDOW_MAXIMIZED : 0));
 }
 
 void destroy_window() {
@@ -177,11 +190,16 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
         return false;
     }
     picture = picture_extent;
-    plain_title = title;
+    brief_message.clear();
+    // File names may be any bytes; a display takes only UTF-8.
+    char *valid_title = g_utf8_make_valid(title.c_str(), -1);
+    plain_title = valid_title;
+    g_free(valid_title);
     is_open = window == nullptr ? make_window(mode) : take_kept_window(mode);
     if (!is_open) {
         return false;
     }
+    inherited_window.reset();
     presenting_waits = wait_in_presenting(is_paced());
     SDL_SetWindowMinimumSize(window, smallest_window.width, smallest_window.height);
     SDL_StartTextInput();
@@ -197,11 +215,12 @@ void close_picture_window() {
     }
     is_open = false;
     free_pointer();
+    closed_window = state_of(window, is_full_screen());
     if (keeps_window()) {
         SDL_SetWindowFullscreen(window, 0);
         return;
     }
-    last_place = place_of(window, is_full_screen());
+    last_place = closed_window->place;
     destroy_window();
     // The window disappears now, not when events are next polled.
     SDL_PumpEvents();
@@ -221,6 +240,11 @@ void present_picture(const BitMap &bitmap, const Palette &palette) {
     }
     if (is_display_lost()) {
         return;
+    }
+    if (!brief_message.empty() && SDL_GetTicks64() > brief_message_end) {
+        brief_message.clear();
+        show_text_over_picture("");
+        show_title();
     }
     if (!is_visible()) {
         SDL_WaitEventTimeout(nullptr, hidden_pass_milliseconds);
@@ -267,11 +291,19 @@ SDL_Window *picture_window() {
     return window;
 }
 
-void show_title(bool pointer_is_held) {
-    if (window != nullptr) {
-        SDL_SetWindowTitle(window,
-                           pointer_is_held ? (plain_title + pointer_hint).c_str() : plain_title.c_str());
+void show_title() {
+    if (window == nullptr) {
+        return;
     }
+    const std::string title = is_pointer_held() ? plain_title + pointer_hint : plain_title;
+    SDL_SetWindowTitle(window, brief_message.empty() ? title.c_str() : brief_message.c_str());
+}
+
+void show_brief_message(const std::string &text) {
+    brief_message = text;
+    brief_message_end = SDL_GetTicks64() + brief_message_milliseconds;
+    show_text_over_picture(is_full_screen() ? text : "");
+    show_title();
 }
 
 void make_room_for_requester() {

@@ -42,7 +42,7 @@ void take_or_free_pointer(bool is_wanted) {
     } else if (!is_pointer_held() && can_be_taken(window)) {
         SDL_SetRelativeMouseMode(SDL_TRUE);
         SDL_ShowCursor(SDL_DISABLE);
-        show_title(true);
+        show_title();
     }
 }
 
@@ -50,7 +50,7 @@ void free_pointer() {
     if (is_pointer_held()) {
         SDL_SetRelativeMouseMode(SDL_FALSE);
         SDL_ShowCursor(SDL_ENABLE);
-        show_title(false);
+        show_title();
     }
 }
 

@@ -2,6 +2,8 @@
 // The viewer's window as SDL knows it.
 #pragma once
 
+#include <string>
+
 struct SDL_Window;
 
 namespace host {
@@ -16,6 +18,10 @@ void toggle_full_screen();
 void present_again();
 
 /// Shows the window's title; while the pointer is held, it also says how to free the pointer.
-void show_title(bool pointer_is_held);
+void show_title();
+
+/// Shows a text in UTF-8 in place of the title for five seconds, and over the picture where a full screen
+/// hides the title.
+void show_brief_message(const std::string &text);
 
 } // namespace host

@@ -2,12 +2,15 @@
 // Tests of the events that the desktop's input becomes, with SDL's driver that has no display.
 #include "platform/sdl/input.h"
 
+#include "platform/sdl/keyboard.h"
 #include "platform/sdl/sdl_window.h"
 #include "platform/window/display_modes.h"
 #include "platform/window/picture_window.h"
 #include "platform/window/windowed_host.h"
+#include "support/temporary_files.h"
 
 #include <SDL.h>
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -117,6 +120,64 @@ protected:
 };
 
 using Codes = std::vector<int>;
+
+TEST_F(Input, KeysOfTheHostAreNoCommandsOfTheProgram) {
+    using host::HostCommand;
+    struct HostKey {
+        SDL_Scancode place;
+        SDL_Keycode symbol;
+        Uint16 modifiers;
+        HostCommand command;
+    };
+    const std::array<HostKey, 7> keys{{
+        {SDL_SCANCODE_F1, SDLK_F1, nothing, HostCommand::show_keys},
+        {SDL_SCANCODE_F12, SDLK_F12, nothing, HostCommand::save_picture},
+        {SDL_SCANCODE_O, SDLK_o, KMOD_LCTRL, HostCommand::open_object},
+        {SDL_SCANCODE_PAGEDOWN, SDLK_PAGEDOWN, nothing, HostCommand::next_object},
+        {SDL_SCANCODE_PAGEUP, SDLK_PAGEUP, nothing, HostCommand::previous_object},
+        {SDL_SCANCODE_KP_3, SDLK_KP_3, nothing, HostCommand::next_object},
+        {SDL_SCANCODE_KP_9, SDLK_KP_9, nothing, HostCommand::previous_object},
+    }};
+    for (const HostKey &key : keys) {
+        SDL_KeyboardEvent event{};
+        event.keysym = {key.place, key.symbol, key.modifiers, 0};
+        EXPECT_EQ(host::host_command(event), key.command) << key.symbol;
+        EXPECT_FALSE(host::key_message(event)) << key.symbol;
+        event.repeat = 1;
+        EXPECT_FALSE(host::host_command(event)) << key.symbol;
+        event.repeat = 0;
+        event.keysym.mod = KMOD_LALT;
+        EXPECT_FALSE(host::host_command(event)) << key.symbol;
+    }
+    SDL_KeyboardEvent digit{};
+    digit.keysym = {SDL_SCANCODE_KP_3, SDLK_KP_3, KMOD_NUM, 0};
+    EXPECT_FALSE(host::host_command(digit));
+    digit.keysym = {SDL_SCANCODE_O, SDLK_o, nothing, 0};
+    EXPECT_FALSE(host::host_command(digit));
+}
+
+TEST_F(Input, AFileThatIsDroppedIsOpenedInAnotherRun) {
+    const TemporaryFiles files;
+    const std::string object = files.write("a.lwo", "FORM    LWOB");
+    const auto drop = [this](const std::string &path) {
+        SDL_Event event{};
+        event.type = SDL_DROPFILE;
+        event.drop.file = SDL_strdup(path.c_str());
+        add(event);
+    };
+    drop(object);
+    drop(files.write("b.lwo", "FORM    LWOB"));
+    take();
+    EXPECT_EQ(host::next_object, object);
+    EXPECT_EQ(host::quit_requested, 1);
+    EXPECT_TRUE(taken.empty());
+    host::next_object.clear();
+    host::quit_requested = 0;
+    drop(object);
+    host::drop_input();
+    take();
+    EXPECT_EQ(host::next_object, "");
+}
 
 TEST_F(Input, LetterArrivesOnceAsItsCharacter) {
     type(SDL_SCANCODE_P, SDLK_p, nothing, "p");

@@ -20,7 +20,7 @@ protected:
         ASSERT_TRUE(host::open_picture_window({320, 256}, *host::find_display_mode(1), "pointer"));
         SDL_SetRelativeMouseMode(SDL_TRUE);
         SDL_ShowCursor(SDL_DISABLE);
-        host::show_title(true);
+        host::show_title();
         ASSERT_TRUE(host::is_pointer_held());
     }
 

@@ -4,7 +4,11 @@
 
 #include "platform/asl.h"
 #include "platform/sdl/failed_saves.h"
+#include "platform/sdl/host_commands.h"
+#include "platform/sdl/key_list.h"
 #include "platform/shared/hooks.h"
+#include "platform/window/chosen_screen.h"
+#include "platform/window/windowed_host.h"
 #include "support/temporary_files.h"
 
 #include <array>
@@ -31,6 +35,7 @@ std::vector<host::ModeName> modes_offered;
 host::ModeQuestion mode_question{};
 std::optional<host::ModeQuestion> mode_answer;
 std::vector<std::string> notices;
+int key_lists = 0;
 
 } // namespace
 
@@ -52,6 +57,10 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
     modes_offered = modes;
     mode_question = initial;
     return mode_answer;
+}
+
+void show_key_list(const WhileOpen &) {
+    ++key_lists;
 }
 
 void show_notice(const std::string &, const std::string &text, const WhileOpen &) {
@@ -176,7 +185,51 @@ TEST_F(Requesters, BeginWithTheLastScreensModeAndHoldTheAnswer) {
     FreeAslRequest(requester);
 }
 
+TEST_F(Requesters, AnswerOnceByThemselvesWhatWasChosenBefore) {
+    host::chosen_screen = {1, 200, 100};
+    auto *requester = static_cast<ScreenModeRequester *>(AllocAslRequest(ASL_ScreenModeRequest, nullptr));
+    modes_offered.clear();
+    EXPECT_NE(AslRequest(requester, nullptr), FALSE);
+    EXPECT_TRUE(modes_offered.empty());
+    EXPECT_EQ(requester->sm_DisplayID, 1U);
+    EXPECT_EQ(requester->sm_DisplayWidth, 200U);
+    EXPECT_EQ(requester->sm_DisplayHeight, 100U);
+    AslRequest(requester, nullptr);
+    EXPECT_FALSE(modes_offered.empty());
+    FreeAslRequest(requester);
+}
+
+TEST_F(Requesters, OpenAnotherObjectOnlyIfItIsOne) {
+    notices.clear();
+    host::open_object(root / "missing.lwo");
+    std::ofstream("note.lwo") << "no object";
+    host::open_object("note.lwo");
+    EXPECT_EQ(host::next_object, "");
+    EXPECT_EQ(host::quit_requested, 0);
+    ASSERT_EQ(notices.size(), 2U);
+    EXPECT_EQ(notices[0], (root / "missing.lwo").string() + ": No such file or directory");
+    EXPECT_EQ(notices[1], "note.lwo is no LightWave object (IFF form LWOB).");
+    std::ofstream("knot.lwo") << "FORM    LWOB";
+    file_answer = "knot.lwo";
+    host::carry_out(host::HostCommand::open_object);
+    EXPECT_EQ(file_question.filters.size(), 2U);
+    EXPECT_EQ(host::next_object, (root / "knot.lwo").string());
+    EXPECT_EQ(host::quit_requested, 1);
+    host::next_object.clear();
+    host::quit_requested = 0;
+}
+
+TEST_F(Requesters, ShowTheListOfKeys) {
+    has_toolkit = false;
+    host::carry_out(host::HostCommand::show_keys);
+    EXPECT_EQ(key_lists, 0);
+    has_toolkit = true;
+    host::carry_out(host::HostCommand::show_keys);
+    EXPECT_EQ(key_lists, 1);
+}
+
 TEST_F(Requesters, ReportOnlyTheFirstFailedSave) {
+    notices.clear();
     testing::internal::CaptureStderr();
     host::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     host::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
