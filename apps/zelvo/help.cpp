@@ -3,16 +3,18 @@
 #include "help.h"
 
 const char help_text[] = R"(Usage: zelvo [OPTION...] [OBJECT]
-Turns a LightWave object (IFF form LWOB) before your eyes, or asks for one.
+Shows a LightWave object (IFF form LWOB), or asks for one.
 
   --fullscreen       full screen, without asking for a screen mode
   --window[=FACTOR]  window, each pixel a square of FACTOR pixels: 1 to 4 (2)
   --size WxH         size of the picture, without asking (320x256)
-  --env DIR, --envarc DIR  folders of ENV: and ENVARC:, where settings are saved
-  --envmap FILE      texture to open in place of "Zelvo_envmap.chunky"
+  --env DIR          folder of ENV:, where the settings of the session are
+  --envarc DIR       folder of ENVARC:, where settings are saved for good
+  --envmap FILE      texture to open instead of "Zelvo_envmap.chunky"
   --record FILE      writes the run as an input script for zelvo-render
-  -h, --help         this help; --version: the version; ?: the template
-  -- OBJECT          the object, whatever its name looks like
+  -h, --help         this help
+  --version          the version (and ? the template of the program)
+  -- OBJECT          an object whose name may look like an option
 
   mouse         tilt                 b  how a frame begins   r    stop the spin
   right button  next mode            d  both sides           R    defaults
