@@ -70,7 +70,8 @@ void run(const Options &options) {
     setup.last_pass = options.passes;
     if (options.envmap) {
         setup.stand_ins[default_envmap_filename] = *options.envmap;
-    } else if (!std::filesystem::exists(default_envmap_filename)) {
+    } else if (!setup.stand_ins.contains(default_envmap_filename) &&
+               !std::filesystem::exists(default_envmap_filename)) {
         setup.stand_ins[default_envmap_filename] = host::installed_data_path(default_envmap_filename);
     }
     apply_view(options.view, setup);
