@@ -21,6 +21,10 @@ if(is_gcc_12)
     # GCC 12 wrongly reports overlaps in the standard library's string concatenation.
     target_compile_options(zelvo_flags INTERFACE -Wno-restrict)
 endif()
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC takes the files of a unit for headers, whose classes should have no base in an unnamed namespace.
+    target_compile_options(zelvo_flags INTERFACE -Wno-subobject-linkage)
+endif()
 if(ZELVO_WARNINGS_AS_ERRORS)
     target_compile_options(zelvo_flags INTERFACE -Werror)
 endif()

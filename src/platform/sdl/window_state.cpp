@@ -23,16 +23,16 @@ constexpr int none = -1;
 } // namespace
 
 WindowState state_of(SDL_Window *window, bool is_full_screen) {
-    WindowState state{place_of(window, is_full_screen),
-                      {},
-                      is_full_screen,
-                      !is_full_screen && (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED) != 0};
-    if (!is_full_screen && !state.is_maximised) {
+    WindowState window_state{place_of(window, is_full_screen),
+                             {},
+                             is_full_screen,
+                             !is_full_screen && (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED) != 0};
+    if (!is_full_screen && !window_state.is_maximised) {
         Extent extent{1, 1};
         SDL_GetWindowSize(window, &extent.width, &extent.height);
-        state.extent = extent;
+        window_state.extent = extent;
     }
-    return state;
+    return window_state;
 }
 
 } // namespace host
@@ -42,14 +42,14 @@ void sdl::leave_window() {
     if (!closed_window) {
         return;
     }
-    const WindowState &state = *closed_window;
-    const SDL_Point corner = state.place.corner.value_or(SDL_Point{0, 0});
-    const Extent extent = state.extent.value_or(Extent{none, none});
+    const WindowState &window_state = *closed_window;
+    const SDL_Point corner = window_state.place.corner.value_or(SDL_Point{0, 0});
+    const Extent extent = window_state.extent.value_or(Extent{none, none});
     std::ostringstream text;
-    text << state.is_full_screen << ' ' << state.is_maximised << ' ' << state.place.display << ' '
-         << state.place.corner.has_value() << ' ' << corner.x << ' ' << corner.y << ' '
-         << state.place.frame.width << ' ' << state.place.frame.height << ' ' << extent.width << ' '
-         << extent.height;
+    text << window_state.is_full_screen << ' ' << window_state.is_maximised << ' '
+         << window_state.place.display << ' ' << window_state.place.corner.has_value() << ' ' << corner.x
+         << ' ' << corner.y << ' ' << window_state.place.frame.width << ' ' << window_state.place.frame.height
+         << ' ' << extent.width << ' ' << extent.height;
     // Read by inherit_window.
     setenv(variable, text.str().c_str(), 1);
 }
@@ -59,23 +59,24 @@ namespace host {
 void inherit_window() {
     const char *left = std::getenv(variable);
     std::istringstream text(left != nullptr ? left : "");
-    WindowState state;
+    WindowState window_state;
     bool has_corner = false;
     SDL_Point corner{};
     Extent extent{none, none};
-    text >> state.is_full_screen >> state.is_maximised >> state.place.display >> has_corner >> corner.x >>
-        corner.y >> state.place.frame.width >> state.place.frame.height >> extent.width >> extent.height;
+    text >> window_state.is_full_screen >> window_state.is_maximised >> window_state.place.display >>
+        has_corner >> corner.x >> corner.y >> window_state.place.frame.width >>
+        window_state.place.frame.height >> extent.width >> extent.height;
     unsetenv(variable);
     if (!text) {
         return;
     }
     if (has_corner) {
-        state.place.corner = corner;
+        window_state.place.corner = corner;
     }
     if (extent.width > 0 && extent.height > 0) {
-        state.extent = extent;
+        window_state.extent = extent;
     }
-    inherited_window = state;
+    inherited_window = window_state;
 }
 
 } // namespace host
