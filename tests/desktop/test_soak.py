@@ -20,8 +20,8 @@ ON = os.environ.get("ZELVO_SOAK_ON", "x11 weston sway").split()
 SECONDS = float(os.environ.get("ZELVO_SOAK_SECONDS", "10"))
 SEED = int(os.environ.get("ZELVO_SOAK_SEED", "1"))
 
-# All keys that are commands, except those that end the viewer or open a requester.
-KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", "Down", "Left", "Right", "F1", "a", "7"]
+# All keys that are commands, except those that end the viewer or open a requester or another window.
+KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", "Down", "Left", "Right", "F2", "a", "7"]
 
 # Pictures of these widths fit every display and every window of a compositor.
 WIDTHS = ["160", "200", "320", "401", "512"]

@@ -13,9 +13,9 @@ OPTION = re.compile(r"(?<![\w-])--[a-z][a-z0-9-]*")
 
 
 def options_of_help(program):
-    """The long options that begin a line of the help, alone or after a short one."""
+    """All long options that the help names, wherever it does."""
     text = subprocess.run([BUILD / "bin" / program, "--help"], capture_output=True, text=True, check=True).stdout
-    return set(re.findall(r"^ +(?:-\w, ?)?(--[a-z][a-z0-9-]*)", text, re.MULTILINE))
+    return set(OPTION.findall(text))
 
 
 def options_of_page(program):
