@@ -16,7 +16,7 @@ namespace {
 constexpr int exit_misuse = 2;
 constexpr int exit_no_picture = 20;
 
-const std::vector<Vec3> points{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+const std::vector<Vec3> four_points{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 const std::vector<std::uint16_t> triangle{3, 0, 2, 1, 1};
 
 /// Processor time of all processes that have ended, in seconds.
@@ -48,7 +48,7 @@ protected:
         }
     }
 
-    std::string good_object() { return files.write("good.lwo", object_file(points, triangle)); }
+    std::string good_object() { return files.write("good.lwo", object_file(four_points, triangle)); }
 
     TemporaryFiles files;
 };
@@ -98,8 +98,8 @@ TEST_F(ThumbnailerRefuses, WhatIsNoObject) {
     expect_refusal(run_on(files.write("o", "")), exit_no_picture, "This is not a(n) LW object");
     expect_refusal(run_on(files.write("o", form("ILBM", ""))), exit_no_picture, "This is not a(n) LW object");
     expect_refusal(run_on(files.write("o", form("LWOB", ""))), exit_no_picture, no_polygons);
-    expect_refusal(run_on(files.write("o", form("LWOB", chunk("PNTS", point_data(points))))), exit_no_picture,
-                   no_polygons);
+    expect_refusal(run_on(files.write("o", form("LWOB", chunk("PNTS", point_data(four_points))))),
+                   exit_no_picture, no_polygons);
 }
 
 TEST_F(ThumbnailerRefuses, AnObjectOfWhichNothingCanBeSeen) {
@@ -113,8 +113,8 @@ TEST_F(ThumbnailerRefuses, AnObjectOfWhichNothingCanBeSeen) {
     expect_nothing({{0, 0, 0}, {1, 1, 1}, {2, 2, 2}}, triangle);
     expect_nothing({{nan, nan, nan}, {nan, nan, nan}, {nan, nan, nan}}, triangle);
     expect_nothing({{0, 0, 0}, {infinity, 0, 0}, {0, 1, 0}}, triangle);
-    expect_nothing(points, {3, 0, 2, 9, 1});
-    expect_nothing(points, {3, 0});
+    expect_nothing(four_points, {3, 0, 2, 9, 1});
+    expect_nothing(four_points, {3, 0});
 }
 
 TEST_F(ThumbnailerRefuses, OrDrawsEveryTrapThatAFuzzerBeginsWith) {
@@ -139,7 +139,7 @@ TEST_F(ThumbnailerRefuses, OrDrawsEveryTrapThatAFuzzerBeginsWith) {
 }
 
 TEST_F(ThumbnailerRefuses, AnObjectCutShortAnywhereOrDrawsIt) {
-    const std::string whole = object_file(points, triangle);
+    const std::string whole = object_file(four_points, triangle);
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const ToolRun result = run_on(files.write("o", whole.substr(0, length)));
         if (result.exit_code == 0) {
@@ -156,8 +156,8 @@ TEST_F(ThumbnailerRefuses, WhatClaimsMoreThanItsShareOfMemory) {
     }
     const std::string polygons = chunk("POLS", word_data(triangle));
     for (const std::uint32_t size : {0x7FFFFFF0U, 300U << 20, 250U << 20, 100U << 20, 60U << 20}) {
-        const ToolRun result =
-            run_on(files.write("o", form("LWOB", polygons + claiming("PNTS", size, point_data(points)))));
+        const ToolRun result = run_on(
+            files.write("o", form("LWOB", polygons + claiming("PNTS", size, point_data(four_points)))));
         expect_refusal(result, exit_no_picture, "");
         EXPECT_NE(result.errors.find("Couldn't allocate"), std::string::npos) << result.errors;
     }

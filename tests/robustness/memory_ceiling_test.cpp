@@ -18,12 +18,12 @@ constexpr std::uint32_t largest_size = 0x7FFFFFF0;
 /// The test program itself needs a few MiB. A run may add far less than its file claims.
 constexpr long ceiling_mib = 64;
 
-const std::string points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
+const std::string three_points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
 const std::string three_words = word_data({3, 0, 1, 2});
 
 std::string huge_points() {
     return form("LWOB",
-                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, points));
+                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, three_points));
 }
 
 class SmallFile : public testing::Test {
@@ -59,7 +59,7 @@ TEST_F(SmallFile, ThatClaimsTheMostPointsNeedsLittleMemory) {
 }
 
 TEST_F(SmallFile, ThatClaimsTheLongestPolygonListNeedsLittleMemory) {
-    expect_little(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words)));
+    expect_little(form("LWOB", chunk("PNTS", three_points) + claiming("POLS", largest_size, three_words)));
 }
 
 TEST_F(SmallFile, ThatClaimsTheMostOfBothNeedsLittleMemory) {
@@ -70,7 +70,7 @@ TEST_F(SmallFile, ThatClaimsTheMostOfBothNeedsLittleMemory) {
 TEST_F(SmallFile, ThatUsesTheLargestPointIndexNeedsLittleMemory) {
     const std::string words = word_data({3, 0, 1, 65535});
     expect_little(
-        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, points)));
+        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, three_points)));
 }
 
 /// Address space in use, in bytes.
@@ -106,7 +106,7 @@ TEST_F(BeyondTheMachine, EachModelArrayEndsWithItsOwnMessage) {
     // Six arrays of 600 MiB and one of a third of that. The limits are in the middle of each.
     constexpr std::uint32_t claimed = 600 << 20;
     const std::string object =
-        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, points));
+        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, three_points));
     const std::pair<rlim_t, std::string> ends[] = {
         {300, "Couldn't allocate PNTS chunk memory\n"},    {900, "Couldn't allocate *lwopoints2 memory\n"},
         {1500, "Couldn't allocate *lwopoints3 memory\n"},  {2100, "Couldn't allocate *lwonormals2 memory\n"},
@@ -126,7 +126,8 @@ TEST_F(BeyondTheMachine, PolygonListEndsWithItsOwnMessage) {
         GTEST_SKIP() << "the sanitizer needs the address space";
     }
     const ProgramRun run = run_within(
-        300, setup_for(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words))));
+        300,
+        setup_for(form("LWOB", chunk("PNTS", three_points) + claiming("POLS", largest_size, three_words))));
     EXPECT_EQ(run.exit_code, 20);
     EXPECT_EQ(run.output, "Couldn't allocate POLS chunk memory\n");
 }

@@ -73,10 +73,10 @@ void carry_out(HostCommand command) {
     case HostCommand::open_object:
         choose_other_object();
         break;
-    case HostCommand::next_object:
+    case HostCommand::open_next:
         open_neighbour(1);
         break;
-    case HostCommand::previous_object:
+    case HostCommand::open_previous:
         open_neighbour(-1);
         break;
     }

@@ -6,7 +6,7 @@
 
 namespace host {
 
-enum class HostCommand { show_keys, save_picture, open_object, next_object, previous_object };
+enum class HostCommand { show_keys, save_picture, open_object, open_next, open_previous };
 
 /// Carries a command out while a screen is open, between two passes.
 void carry_out(HostCommand command);

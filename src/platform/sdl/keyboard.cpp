@@ -116,13 +116,13 @@ std::optional<HostCommand> host_command(const SDL_KeyboardEvent &event) {
     case SDLK_F12:
         return HostCommand::save_picture;
     case SDLK_PAGEDOWN:
-        return HostCommand::next_object;
+        return HostCommand::open_next;
     case SDLK_PAGEUP:
-        return HostCommand::previous_object;
+        return HostCommand::open_previous;
     case SDLK_KP_3:
-        return keypad_steers(key) ? std::optional(HostCommand::next_object) : std::nullopt;
+        return keypad_steers(key) ? std::optional(HostCommand::open_next) : std::nullopt;
     case SDLK_KP_9:
-        return keypad_steers(key) ? std::optional(HostCommand::previous_object) : std::nullopt;
+        return keypad_steers(key) ? std::optional(HostCommand::open_previous) : std::nullopt;
     default:
         return std::nullopt;
     }

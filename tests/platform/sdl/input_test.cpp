@@ -133,10 +133,10 @@ TEST_F(Input, KeysOfTheHostAreNoCommandsOfTheProgram) {
         {SDL_SCANCODE_F1, SDLK_F1, nothing, HostCommand::show_keys},
         {SDL_SCANCODE_F12, SDLK_F12, nothing, HostCommand::save_picture},
         {SDL_SCANCODE_O, SDLK_o, KMOD_LCTRL, HostCommand::open_object},
-        {SDL_SCANCODE_PAGEDOWN, SDLK_PAGEDOWN, nothing, HostCommand::next_object},
-        {SDL_SCANCODE_PAGEUP, SDLK_PAGEUP, nothing, HostCommand::previous_object},
-        {SDL_SCANCODE_KP_3, SDLK_KP_3, nothing, HostCommand::next_object},
-        {SDL_SCANCODE_KP_9, SDLK_KP_9, nothing, HostCommand::previous_object},
+        {SDL_SCANCODE_PAGEDOWN, SDLK_PAGEDOWN, nothing, HostCommand::open_next},
+        {SDL_SCANCODE_PAGEUP, SDLK_PAGEUP, nothing, HostCommand::open_previous},
+        {SDL_SCANCODE_KP_3, SDLK_KP_3, nothing, HostCommand::open_next},
+        {SDL_SCANCODE_KP_9, SDLK_KP_9, nothing, HostCommand::open_previous},
     }};
     for (const HostKey &key : keys) {
         SDL_KeyboardEvent event{};
