@@ -43,11 +43,11 @@ void give_up(int) {
 } // namespace
 
 void limit_resources() {
+    // If a file may not grow, the write fails and is reported; the signal would end the process.
+    std::signal(SIGXFSZ, SIG_IGN);
     if (is_sanitized) {
         return;
     }
-    // A file that may not grow is a failed write, which is reported, rather than the end.
-    std::signal(SIGXFSZ, SIG_IGN);
     const rlimit both{address_space, address_space};
     setrlimit(RLIMIT_AS, &both);
     std::signal(SIGPROF, give_up);
