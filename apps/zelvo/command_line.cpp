@@ -24,12 +24,6 @@ constexpr int smallest_factor = 1;
 constexpr int largest_factor = 4;
 constexpr char usual_factor[] = "2";
 
-/// The version tag without its marker.
-std::string version_text() {
-    const std::string tag = version_tag;
-    return tag.substr(tag.find("Zelvo"));
-}
-
 [[noreturn]] void print_and_exit(const std::string &text) {
     std::fputs(text.c_str(), stdout);
     std::exit(EXIT_SUCCESS);
@@ -77,8 +71,9 @@ const std::array options{
     Option{"-h", Value::none, [](const std::string &, sdl::Setup &) -> bool { print_and_exit(help_text); }},
     Option{"--help", Value::none,
            [](const std::string &, sdl::Setup &) -> bool { print_and_exit(help_text); }},
-    Option{"--version", Value::none,
-           [](const std::string &, sdl::Setup &) -> bool { print_and_exit(version_text() + "\n"); }},
+    Option{
+        "--version", Value::none,
+        [](const std::string &, sdl::Setup &) -> bool { print_and_exit(std::string(shown_version) + "\n"); }},
     Option{"--fullscreen", Value::none,
            [](const std::string &, sdl::Setup &setup) {
                setup.screen.mode_id = full_screen_mode;

@@ -63,8 +63,7 @@ int main(int argc, char **argv) {
         print_and_exit(help_text);
     }
     if (option == "--version") {
-        constexpr std::size_t tag_mark = sizeof "$VER: " - 1;
-        print_and_exit((std::string(version_tag + tag_mark) + "\n").c_str());
+        print_and_exit((std::string(shown_version) + "\n").c_str());
     }
     if (argc != 4) {
         fail(exit_misuse, "needs INPUT, OUTPUT and SIZE (see zelvo-thumbnailer --help)");

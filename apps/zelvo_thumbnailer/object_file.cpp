@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The text with each %XX as the byte that it stands for. A zero byte would end the path early.
+/// The text with each %XX replaced by its byte. A zero byte would end the path early, so it is refused.
 std::string without_escapes(std::string_view text) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size(); ++at) {

@@ -2,6 +2,7 @@
 // Limits by setrlimit and by timers, whose signals end the process.
 #include "resource_limits.h"
 
+#include "core/sanitized.h"
 #include "failure.h"
 
 #include <csignal>
@@ -11,14 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool is_sanitized = true;
-#elif defined(__has_feature)
-constexpr bool is_sanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool is_sanitized = false;
-#endif
 
 constexpr rlim_t address_space = rlim_t{256} << 20;
 

@@ -87,7 +87,7 @@ TEST_F(RenderProgress, IsDrawnOnATerminalAndErased) {
 
 TEST_F(RenderProgress, GrowsWithThePasses) {
     const Terminal terminal;
-    // A bar every tenth of a second. One of the forty hash signs stands for 10,000 passes.
+    // A bar every tenth of a second. Each of the forty hash signs means 10,000 passes.
     std::string shown;
     long_run(
         [&](pid_t process) {

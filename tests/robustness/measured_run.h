@@ -2,6 +2,7 @@
 // Runs the program and measures its memory.
 #pragma once
 
+#include "core/sanitized.h"
 #include "support/program_run.h"
 
 #include <string>
@@ -14,15 +15,6 @@ struct MeasuredRun {
     /// The largest resident memory, in MiB; 0 if the run did not report it.
     long resident_mib = 0;
 };
-
-/// Whether a sanitizer checks memory in this build, which needs several times as much of it.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool is_sanitized = true;
-#elif defined(__has_feature)
-constexpr bool is_sanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool is_sanitized = false;
-#endif
 
 inline MeasuredRun run_measured(offscreen::Setup setup, RunOptions options = {}) {
     options.at_end = [] {

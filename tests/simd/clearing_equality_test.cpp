@@ -3,6 +3,7 @@
 #include "pipeline/clearing.h"
 
 #include "core/forms.h"
+#include "core/sanitized.h"
 #include "display/frame_buffers.h"
 #include "random_scene.h"
 #include "support/instruction_sets.h"
@@ -11,11 +12,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int rows_wanted = 100'000;
-#else
-constexpr int rows_wanted = 1'200'000;
-#endif
+constexpr int rows_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 FrameContents cleared(const FrameContents &before, bool is_fast) {
     restore_frame(before);

@@ -2,6 +2,7 @@
 // Tests that the fast dots add exactly what the plain ones add.
 #include "raster/dots.h"
 
+#include "core/sanitized.h"
 #include "pipeline/dots_effect.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
@@ -19,11 +20,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int dots_wanted = 100'000;
-#else
-constexpr int dots_wanted = 1'200'000;
-#endif
+constexpr int dots_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// Dots, with room for a vector after the last one.
 struct Dots {

@@ -2,6 +2,7 @@
 // Tests that the fast face loops draw exactly what the plain ones draw.
 #include "raster/face_loops.h"
 
+#include "core/sanitized.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
 #include "random_scene.h"
@@ -60,11 +61,7 @@ const std::vector<LoopPair> &loop_pairs() {
     return pairs;
 }
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int triangles_wanted = 100'000;
-#else
-constexpr int triangles_wanted = 1'200'000;
-#endif
+constexpr int triangles_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// Says which pixel differs first.
 std::string first_difference(const LoopResult &plain_result, const LoopResult &fast_result, int width) {

@@ -2,6 +2,7 @@
 // Random frames, points and polygons: ordinary ones, and extreme ones at the limits of every range.
 #pragma once
 
+#include "core/sanitized.h"
 #include "main_68k/viewer_state.h"
 
 #include <array>
@@ -10,11 +11,7 @@
 #include <vector>
 
 /// How many points a test of points compares; fewer where a sanitizer slows it down.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t points_wanted = 100'000;
-#else
-constexpr std::size_t points_wanted = 1'200'000;
-#endif
+constexpr std::size_t points_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// A small generator of random numbers, the same on every system.
 class Random {

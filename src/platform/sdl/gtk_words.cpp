@@ -46,6 +46,13 @@ std::string error_words(int error) {
     return std::strerror(error);
 }
 
+std::string path_words(const std::string &path) {
+    char *name = g_filename_display_name(path.c_str());
+    std::string words = name;
+    g_free(name);
+    return words;
+}
+
 std::string size_words(int width, int height) {
     return left_to_right_isolate + std::to_string(width) + " \u00D7 " + std::to_string(height) +
            end_of_isolate;

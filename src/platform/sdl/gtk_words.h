@@ -18,6 +18,9 @@ std::string label_words(const char *catalogued, const char *own);
 /// What the system says about an error number, in the user's language.
 std::string error_words(int error);
 
+/// A path as the toolkit can show it, whatever bytes it has.
+std::string path_words(const std::string &path);
+
 /// A screen's size, width first in every language. Without the marks around it, languages that are read from
 /// right to left would swap the two numbers.
 std::string size_words(int width, int height);

@@ -15,7 +15,6 @@
 #include "platform/window/windowed_host.h"
 
 #include <filesystem>
-#include <glib.h>
 
 namespace host {
 
@@ -55,11 +54,9 @@ void open_object(const std::string &path) {
         request_next_run(std::filesystem::absolute(path, ignored).string());
         return;
     }
-    char *name = g_filename_display_name(path.c_str());
-    show_notice_over_viewer(
-        "Zelvo: object not opened",
-        name + (error != 0 ? ": " + error_words(error) : " is no LightWave object (IFF form LWOB)."));
-    g_free(name);
+    show_notice_over_viewer("Zelvo: object not opened",
+                            path_words(path) + (error != 0 ? ": " + error_words(error)
+                                                           : " is no LightWave object (IFF form LWOB)."));
 }
 
 void carry_out(HostCommand command) {

@@ -38,7 +38,7 @@ bool has_latin_letters() {
     return false;
 }
 
-/// Whether the keypad's digits stand in for the keys that are printed below them.
+/// Whether the keypad sends the keys that are printed below its digits.
 bool keypad_steers(const SDL_Keysym &key) {
     return (key.mod & (KMOD_NUM | KMOD_SHIFT)) == 0;
 }

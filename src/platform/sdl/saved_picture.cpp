@@ -3,6 +3,7 @@
 #include "platform/sdl/saved_picture.h"
 
 #include "platform/posix/replacing_file.h"
+#include "platform/sdl/gtk_words.h"
 #include "platform/sdl/notice.h"
 #include "platform/sdl/sdl_window.h"
 #include "platform/window/saved_picture_name.h"
@@ -64,9 +65,7 @@ void save_picture(const MemoryScreen &screen) {
                            std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
     const int error = save(path, bytes);
     if (error == 0) {
-        char *name = g_filename_display_name(path.c_str());
-        show_brief_message(std::string("Zelvo: picture saved as ") + name);
-        g_free(name);
+        show_brief_message("Zelvo: picture saved as " + path_words(path));
         return;
     }
     show_notice_over_viewer("Zelvo: picture not saved", report_failed_save("The picture", path, error));

@@ -3,7 +3,6 @@
 #include "platform/window/object_folder.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <vector>
