@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Measures frames, stages and loading, and other rasterisers on the same frames, in one process.
+// Measures frames, stages and loading, and other rasterisers on the same frames, all in one process.
 #include "peers/peer.h"
 #include "scene.h"
 #include "span_lengths.h"
@@ -44,7 +44,7 @@ struct Size {
 constexpr std::array<Size, 3> sizes{
     {{"320x256", 320, 256}, {"640x480", 640, 480}, {"1920x1080", 1920, 1080}}};
 
-/// The objects, and the one that is current with its frame's size.
+/// The objects, the current object, and the size of its frame.
 std::vector<Mesh> meshes;
 std::size_t current_mesh = SIZE_MAX;
 std::size_t current_size = SIZE_MAX;
@@ -52,7 +52,7 @@ std::size_t current_size = SIZE_MAX;
 /// Peers whose buffers have the current size.
 std::vector<const Peer *> opened;
 
-/// Measured steps of the 360 of a turn, at equal distances.
+/// How many of the 360 steps of a turn are measured, at equal distances.
 int measured_steps = steps_per_turn;
 
 void use_scene(std::size_t mesh, std::size_t size) {
@@ -79,7 +79,7 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
     use_scene(mesh, size);
     viewer.obj_style = mode;
     draws_fast = is_fast;
-    // Modes without triangles leave the count alone.
+    // Modes without triangles do not set the count.
     triangles_drawn = 0;
     render_frame();
     for (auto _ : state) {
@@ -90,7 +90,7 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
     state.counters["pixels"] =
         static_cast<double>(frame_pixels()) -
         static_cast<double>(std::count(chunkybuf1.get(), chunkybuf1.get() + frame_pixels(), 0));
-    // Modes that draw triangles have the same spans, and counting them takes long.
+    // Counted once, because counting takes long and all modes that draw triangles have the same spans.
     static std::map<std::pair<std::size_t, std::size_t>, double> span_lengths;
     if (triangles_drawn > 0) {
         const auto [known, is_new] = span_lengths.try_emplace({mesh, size});
@@ -101,8 +101,8 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
     }
 }
 
-/// A peer's frame takes the viewer's own points, normals and marks of the colours; it clears, lights and
-/// draws by itself.
+/// A peer gets the viewer's projected points and normals and its reset colours. It clears, lights and draws
+/// by itself.
 void measure_peer(benchmark::State &state, const Peer &peer, std::size_t mesh, std::size_t size, int mode) {
     use_scene(mesh, size);
     if (std::find(opened.begin(), opened.end(), &peer) == opened.end()) {
@@ -169,7 +169,7 @@ struct Stage {
     std::function<void()> run;
 };
 
-/// As many faces as the sphere has that the stages are measured on, of no particular shape.
+/// Random faces, as many as the sphere has on which the stages are measured.
 struct FaceArrays {
     static constexpr std::size_t faces = 20480;
     std::array<std::vector<float>, 9> values;
@@ -200,7 +200,7 @@ std::vector<Stage> all_stages() {
             clear_frame();
         };
     };
-    // A face loop wants a fresh depth buffer, or it draws nothing; its clear is part of the figure.
+    // A face loop needs a cleared depth buffer, or it draws nothing. Clearing is included in the figure.
     const auto loop = [](std::function<void()> draw) {
         return [draw = std::move(draw)] {
             clear_zbuffer();
@@ -301,7 +301,7 @@ void add_stages(std::size_t mesh) {
     }
 }
 
-/// A file in memory takes the place of one in the system's cache, so that no disk is measured.
+/// A file in memory, as if in the system's cache, so that the disk is not measured.
 class ObjectFile {
 public:
     explicit ObjectFile(const Mesh &mesh) : bytes_(file_bytes(mesh)) {
@@ -325,8 +325,8 @@ private:
     std::string path_;
 };
 
-/// Gives all memory that is not in use back to the system, the object's arrays among it, so that what is
-/// allocated next comes from fresh pages, as for the one object that a run of the viewer loads.
+/// Frees the object's arrays and returns all unused memory to the system. The next object is then allocated
+/// on fresh pages, as in a run of the viewer.
 void give_memory_back() {
     point_chunk.reset();
     polygon_chunk.reset();
@@ -387,13 +387,13 @@ void add_loading(const ObjectFile &object) {
     }
 }
 
-/// Makes the heap keep freed memory until it is asked to return it.
+/// Makes the heap keep freed memory until give_memory_back returns it.
 void keep_freed_memory() {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
-/// Makes the fast forms use this instruction set; false if it is not one of those that can be had here.
+/// Makes the fast forms use this instruction set; false if it is not available here.
 bool choose_instruction_set(const std::string &name) {
     for (const std::int64_t set : instruction_sets()) {
         if (instruction_set_name(set) == name) {
@@ -405,7 +405,8 @@ bool choose_instruction_set(const std::string &name) {
     return false;
 }
 
-/// Takes "--steps=N" and "--instruction-set=NAME" out of the arguments; false if a name is unknown.
+/// Removes "--steps=N" and "--instruction-set=NAME" from the arguments; false if an instruction set is
+/// unknown.
 bool take_options(int &argc, char **argv) {
     const std::string set_option = "--instruction-set=";
     int kept = 1;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Cube, spheres and torus, and the way into the program's model arrays.
+// Makes the cube, the spheres and the torus, and puts them into the program's model arrays.
 #include "meshes.h"
 
 #include "object/lwo_reader.h"
@@ -33,7 +33,7 @@ Vec3 on_unit_sphere(double x, double y, double z) {
 
 using Triangle = std::array<std::size_t, 3>;
 
-/// Halfway between two points of the sphere, made once for the two triangles that share the edge.
+/// The point of the sphere between two others, made once for the two triangles that share the edge.
 std::size_t edge_midpoint(Mesh &mesh, std::map<std::pair<std::size_t, std::size_t>, std::size_t> &midpoints,
                           std::size_t a, std::size_t b) {
     const auto [entry, is_new] = midpoints.try_emplace(std::minmax(a, b), mesh.points.size());
@@ -84,7 +84,7 @@ Mesh make_sphere(int cuts) {
             mesh.points.push_back(on_unit_sphere(b, 0, a));
         }
     }
-    // The icosahedron's faces are the triples of points that are all one edge apart, turned outwards.
+    // The icosahedron's faces are the triples of points that are one edge apart, facing outwards.
     const auto is_edge = [&mesh](std::size_t i, std::size_t j) {
         const Vec3 &p = mesh.points[i];
         const Vec3 &q = mesh.points[j];

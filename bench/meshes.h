@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The objects that are measured, made in memory as the reader would leave them.
+// The measured objects, made in memory in the reader's form.
 #pragma once
 
 #include "core/vec3.h"
@@ -18,21 +18,20 @@ struct Mesh {
 /// A cube of six quads.
 Mesh make_cube();
 
-/// An icosahedron whose faces were cut in four `cuts` times: 20 * 4^cuts triangles of about equal size.
+/// An icosahedron whose faces are split in four `cuts` times: 20 * 4^cuts triangles of about equal size.
 Mesh make_sphere(int cuts);
 
 /// A torus of `rings` times `sides` quads.
 Mesh make_torus(int rings, int sides);
 
-/// A sphere of latitudes and longitudes with 65,535 points and about 130,000 triangles, the largest object
-/// that 16-bit point indices reach.
+/// A sphere of latitudes and longitudes with 65,535 points and about 130,000 triangles: about the largest
+/// object that 16-bit point indices allow.
 Mesh make_largest_sphere();
 
-/// The object of a LightWave file, through the program's own reader; it becomes the current object, not yet
-/// prepared.
+/// Reads a LightWave file with the program's reader. It becomes the current object, not yet prepared.
 void read_object_file(const std::string &path);
 
-/// The object of a LightWave file as a mesh of this name.
+/// A LightWave file as a mesh with this name.
 Mesh mesh_of_file(const std::string &name, const std::string &path);
 
 /// Makes `mesh` the current object and prepares it.

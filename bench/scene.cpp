@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Buffers, settings and rotation steps, as the display and the frame loop would give them.
+// Sets buffers, settings and rotation as the display and the frame loop do.
 #include "scene.h"
 
 #include "display/frame_buffers.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frame and the settings that a measurement runs on.
+// The frame and the settings for a measurement.
 #pragma once
 
 #include "meshes.h"
@@ -10,7 +10,7 @@ constexpr int steps_per_turn = 360;
 /// Opens frame buffers of this size, without a display, and fills the texture with smooth noise.
 void open_frame(int width, int height);
 
-/// Puts every setting to its default and the object to rest.
+/// Resets every setting and the object's rotation.
 void reset_scene();
 
 /// Turns the object by one step of a turn.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Draws triangles one at a time and counts what they cover.
+// Draws triangles one at a time and counts the pixels that they cover.
 #include "span_lengths.h"
 
 #include "display/frame_buffers.h"
@@ -19,7 +19,8 @@ namespace {
 
 using Indices = std::array<std::uint16_t, 3>;
 
-/// Counts the rows and the pixels that a triangle has drawn into a clear depth buffer, and clears them.
+/// Counts the rows and the pixels that a triangle has drawn into a cleared depth buffer, and clears them
+/// again.
 void count_spans(const Indices &triangle, double &spans, double &pixels) {
     const auto [low, high] =
         std::minmax({lwopoints3[triangle[0]].y, lwopoints3[triangle[1]].y, lwopoints3[triangle[2]].y});

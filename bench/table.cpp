@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Medians, and the tables in Markdown.
+// Computes medians and prints the tables in Markdown.
 #include "table.h"
 
 #include "peers/peer.h"
@@ -32,7 +32,7 @@ void Collector::ReportRuns(const std::vector<Run> &runs) {
             continue;
         }
         Measurement &measurement = measurements_[run.run_name.function_name];
-        // The processor's time: another program's turn on the same core does not count.
+        // Processor time, so that other programs on the same core do not count.
         measurement.microseconds.push_back(run.GetAdjustedCPUTime());
         for (const auto &[name, counter] : run.counters) {
             measurement.counters[name] = counter.value;

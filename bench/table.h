@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Collects what Google Benchmark measures and prints it as tables of medians.
+// Collects the results of Google Benchmark and prints them as tables of medians.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// What one benchmark came to over its repetitions.
+/// The result of one benchmark over its repetitions.
 struct Measurement {
     std::vector<double> microseconds;
     std::map<std::string, double> counters;
@@ -16,25 +16,25 @@ struct Measurement {
     double median() const;
 };
 
-/// Keeps every repetition's time by the benchmark's name and shows which one is running.
+/// Stores every repetition's time by the benchmark's name, and shows which benchmark is running.
 class Collector : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context &context) override;
     void ReportRuns(const std::vector<Run> &runs) override;
 
-    /// The measurement of that name; null if it did not run.
+    /// The measurement with this name; null if it did not run.
     const Measurement *find(const std::string &name) const;
 
 private:
     std::map<std::string, Measurement> measurements_;
 };
 
-/// Prints the frames of every mesh, size and mode: the viewer's time, its cost a triangle and a pixel, and
-/// each peer's time as a multiple of it.
+/// Prints the frames of every mesh, size and mode: the viewer's time, its cost per triangle and per pixel,
+/// and each peer's time as a multiple of the viewer's.
 void print_frames(const Collector &collector, const std::vector<std::string> &meshes,
                   const std::vector<std::string> &sizes);
 
-/// Prints the stages with both forms, and the limits that memory sets them.
+/// Prints the stages in both forms, and the limits of memory bandwidth.
 void print_stages(const Collector &collector, const std::vector<std::string> &sizes);
 
 /// Prints how long an object takes to become ready.

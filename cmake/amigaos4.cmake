@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Toolchain of AmigaOS 4: the cross compiler ppc-amigaos-g++, which must be in the PATH. docs/amigaos4.md says how to
-# build with it. CMake has no platform of this system's name; Generic is one without an operating system's rules.
+# Toolchain for AmigaOS 4: the cross compiler ppc-amigaos-g++, which must be in the PATH. docs/amigaos4.md says how to
+# build with it. CMake has no platform for this system; Generic has no rules of any operating system.
 set(CMAKE_SYSTEM_NAME Generic)
 set(CMAKE_SYSTEM_PROCESSOR ppc)
 set(CMAKE_CXX_COMPILER ppc-amigaos-g++)
@@ -9,7 +9,7 @@ set(ZELVO_AMIGAOS4_CLIB clib4 CACHE STRING "C library on AmigaOS 4: clib4, or ne
 set_property(CACHE ZELVO_AMIGAOS4_CLIB PROPERTY STRINGS clib4 newlib)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZELVO_AMIGAOS4_CLIB)
 
-# The same library when compiling and linking. The C++ library's object for the system's own threads is linked only if
+# Compiling and linking must use the same library. The C++ library's object for the system's threads is linked only if
 # it is named.
 set(CMAKE_CXX_FLAGS_INIT -mcrt=${ZELVO_AMIGAOS4_CLIB})
 set(CMAKE_EXE_LINKER_FLAGS_INIT -athread=native)

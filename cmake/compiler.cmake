@@ -1,10 +1,11 @@
 # SPDX-License-Identifier: MIT
-# zelvo_flags: what this project's code is compiled with. The program and the hosts pass it on to whatever uses them.
+# zelvo_flags: the options for compiling this project's code. The program and the hosts pass them on to everything that
+# links them.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
-    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type; Release where none is given" FORCE)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type; Release by default" FORCE)
 endif()
 set(is_gcc_12 OFF)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 12
@@ -13,7 +14,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_G
 endif()
 
 add_library(zelvo_flags INTERFACE)
-# A fused multiply-add rounds once where the pictures' arithmetic rounds twice, so it would change every picture.
+# No fused multiply-add: it rounds once instead of twice and would change every picture.
 target_compile_options(zelvo_flags INTERFACE
     -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast)
 if(EMSCRIPTEN)
@@ -22,8 +23,12 @@ if(EMSCRIPTEN)
     target_link_options(zelvo_flags INTERFACE -fexceptions)
 endif()
 if(is_gcc_12)
-    # GCC 12 reports overlaps in the standard library's own string concatenation.
+    # GCC 12 wrongly reports overlaps in the standard library's string concatenation.
     target_compile_options(zelvo_flags INTERFACE -Wno-restrict)
+endif()
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC takes the files of a unit for headers, whose classes should have no base in an unnamed namespace.
+    target_compile_options(zelvo_flags INTERFACE -Wno-subobject-linkage)
 endif()
 if(ZELVO_WARNINGS_AS_ERRORS)
     target_compile_options(zelvo_flags INTERFACE -Werror)
@@ -32,7 +37,7 @@ if(ZELVO_SANITIZE)
     set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
     target_compile_options(zelvo_flags INTERFACE ${sanitizers} -fno-omit-frame-pointer)
     if(is_gcc_12)
-        # With sanitizers GCC 12 reports uninitialised members in the standard library's own regular expressions.
+        # With sanitizers GCC 12 wrongly reports uninitialised members in the standard library's regular expressions.
         target_compile_options(zelvo_flags INTERFACE -Wno-maybe-uninitialized)
     endif()
     target_link_options(zelvo_flags INTERFACE ${sanitizers})
@@ -42,7 +47,7 @@ if(ZELVO_SANITIZE)
     endif()
 endif()
 if(ZELVO_FUZZ)
-    # Every file counts what it executes. Comparisons are not traced: the mutators know what the files look like, and in
-    # the loops over pixels the tracing would take most of the time.
+    # Every file counts what it executes. Comparisons are not traced: the mutators know the file formats, and tracing
+    # the loops over pixels would take most of the time.
     target_compile_options(zelvo_flags INTERFACE -fsanitize-coverage=inline-8bit-counters,pc-table)
 endif()

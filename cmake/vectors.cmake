@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# ZELVO_SIMD: whether the fast forms of the costly stages are built. They need Highway; without it, or switched off, the
-# program draws the same frames by the plain forms.
-set(ZELVO_SIMD AUTO CACHE STRING "Build the vector forms of the drawing stages: AUTO (where Highway is found), ON or OFF")
+# ZELVO_SIMD: whether the fast forms of the costly stages are built. They need Highway. Without them the program draws
+# the same frames with the plain forms.
+set(ZELVO_SIMD AUTO CACHE STRING "Build the vector forms of the drawing stages: AUTO (if Highway is found), ON or OFF")
 set_property(CACHE ZELVO_SIMD PROPERTY STRINGS AUTO ON OFF)
 
 set(has_simd OFF)
@@ -33,5 +33,5 @@ endif()
 if(ZELVO_SIMD AND NOT has_simd AND NOT ZELVO_SIMD STREQUAL "AUTO")
     message(FATAL_ERROR "ZELVO_SIMD needs Highway (Debian: libhwy-dev) on x86-64, arm64 or WebAssembly; configure with -DZELVO_SIMD=OFF")
 endif()
-# What the rest of the build reads: the answer, ON or OFF.
+# The result for the rest of the build: ON or OFF.
 set(ZELVO_SIMD ${has_simd})

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Takes an object file apart, changes it, and puts it together again.
+// Splits an object file into chunks, changes one thing, and joins them again.
 #include "chunk_mutator.h"
 
 #include "support/model_builder.h"
@@ -27,7 +27,7 @@ std::uint32_t number_at(const std::string &bytes, std::size_t at) {
     return number;
 }
 
-/// The changes, on one file taken apart.
+/// The possible changes to one file.
 class Mutation {
 public:
     Mutation(ObjectFile object_file, std::uint32_t seed, ByteMutator byte_mutator)
@@ -35,7 +35,7 @@ public:
 
     void change_something() {
         using Change = void (Mutation::*)();
-        // What reaches deepest comes several times.
+        // The changes that reach the most code are listed several times.
         static constexpr std::array<Change, 14> changes{
             &Mutation::change_coordinate, &Mutation::change_coordinate, &Mutation::change_word,
             &Mutation::change_word,       &Mutation::change_word,       &Mutation::add_polygon,
@@ -56,7 +56,7 @@ private:
         return values[below(Count)];
     }
 
-    /// The last chunk of this name, which is the one that counts; a new one if there is none.
+    /// The last chunk with this name, because only that one counts; a new one if there is none.
     Chunk &chunk_named(std::uint32_t id) {
         const auto found = std::find_if(file.chunks.rbegin(), file.chunks.rend(),
                                         [id](const Chunk &c) { return c.id == id; });
@@ -106,7 +106,7 @@ private:
     void change_coordinate() {
         Chunk &chunk = chunk_named(points_id);
         const float value = coordinate();
-        // One in eight times all coordinates become the same.
+        // One time in eight, all coordinates become the same.
         const std::size_t numbers = chunk.data.size() / 4;
         if (below(8) == 0) {
             for (std::size_t i = 0; i < numbers; ++i) {
@@ -227,7 +227,7 @@ std::string put_together(const ObjectFile &file) {
 
 std::string mutate_text(std::string text, std::size_t max_size, ByteMutator mutate_bytes) {
     const std::size_t size = text.size();
-    // An empty text is grown from one byte.
+    // An empty text starts with one byte.
     text.resize(std::max({max_size, size, std::size_t{1}}));
     const std::size_t changed = mutate_bytes(reinterpret_cast<std::uint8_t *>(text.data()),
                                              std::max<std::size_t>(size, 1), text.size());

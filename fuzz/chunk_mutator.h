@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Changes object files as files of chunks, so that fuzzing gets past the header.
+// Changes object files chunk by chunk, so that fuzzing gets past the header.
 #pragma once
 
 #include <cstddef>
@@ -9,18 +9,17 @@
 
 namespace fuzz {
 
-/// Changes bytes without knowing what they are, in place, to at most `max_size` of them, and returns how many
-/// there are then.
+/// Changes arbitrary bytes in place, to at most `max_size` bytes, and returns their new number.
 using ByteMutator = std::size_t (*)(std::uint8_t *data, std::size_t size, std::size_t max_size);
 
-/// One chunk as a file has it. The size in the header need not be that of the data.
+/// One chunk of a file. The size in its header may differ from that of its data.
 struct Chunk {
     std::uint32_t id = 0;
     std::uint32_t size = 0;
     std::string data;
 };
 
-/// An object file taken apart: twelve bytes of form header, chunks, and what is too short to be one.
+/// The parts of an object file: twelve bytes of form header, the chunks, and a rest too short to be a chunk.
 struct ObjectFile {
     std::string form;
     std::vector<Chunk> chunks;
@@ -30,8 +29,8 @@ struct ObjectFile {
 ObjectFile take_apart(const std::string &bytes);
 std::string put_together(const ObjectFile &file);
 
-/// Changes one thing about an object file: a coordinate, a word of the polygon list, a polygon or a point
-/// more, a chunk's size, name, place or number, or a stretch of bytes.
+/// Makes one change to an object file: a coordinate, a word of the polygon list, a new polygon or point, a
+/// chunk's size, name, place or number of copies, or a few bytes.
 std::string mutate_object(const std::string &bytes, std::size_t max_size, std::uint32_t seed,
                           ByteMutator mutate_bytes);
 

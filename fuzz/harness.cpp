@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Takes the place of the process: the linker's --wrap redirects exit and calloc to this file, and the
-// offscreen host opens the files in memory.
+// Simulates a process: the linker's --wrap redirects exit and calloc to this file, and the offscreen host
+// opens the files in memory.
 #include "harness.h"
 
 #include "display/frame_buffers.h"
@@ -24,14 +24,14 @@ std::map<std::string, std::string> files;
 
 namespace {
 
-/// Thrown where the process would have ended.
+/// Thrown instead of ending the process.
 struct ProgramEnded {
     int exit_code;
 };
 
 bool is_running = false;
 
-/// One stream over one of `files`.
+/// A stream that reads or writes one of `files`.
 struct OpenFile {
     std::string *bytes;
     std::size_t at = 0;
@@ -144,7 +144,7 @@ extern "C" {
 [[noreturn]] void __real_exit(int code);
 void *__real_calloc(std::size_t count, std::size_t size);
 
-/// The end of the program unwinds into the harness; that of the harness itself is real.
+/// When the program ends, the stack unwinds into the harness. When the harness itself ends, the process ends.
 [[noreturn]] void __wrap_exit(int code) {
     if (fuzz::is_running) {
         throw fuzz::ProgramEnded{code};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Runs the program, or parts of it, many times in one process: its files are in memory, and its end returns
-// to the caller.
+// Runs the program, or parts of it, many times in one process. The program's files are in memory, and its end
+// returns to the caller.
 #pragma once
 
 #include "platform/offscreen/host.h"
@@ -13,28 +13,28 @@
 
 namespace fuzz {
 
-/// What the program did at its end.
+/// How the program ended.
 struct Ending {
     int exit_code = 0;
 };
 
-/// The files that the program sees, by the exact name that it asks for; it may write any. A target sets them
-/// before a run, and finds them afterwards as the run left them.
+/// The program's files, by the exact names that it asks for. It may write any of them. A target sets them
+/// before a run and can read them afterwards.
 extern std::map<std::string, std::string> files;
 
-/// Larger requests for zeroed memory are refused, so that an input that only claims to be large is not
-/// costly. Other tests cover large objects.
+/// Larger requests for zeroed memory are refused, so that an input that only claims to be large costs little.
+/// Other tests cover large objects.
 constexpr std::size_t largest_allocation = 1 << 20;
 
 /// Discards what the program prints; a target's messages go to standard error.
 void silence_output();
 
-/// Runs `part` of the program on a fresh host with this set-up and `files`, and on fresh program state, until
-/// it returns or the program ends. Closes the files that the program leaves open when it ends, as the end of
-/// a process would.
+/// Runs `part` of the program on a fresh host with this set-up and `files`, and with fresh program state,
+/// until it returns or the program ends. If the program ends, its open files are closed, as at the end of a
+/// process.
 Ending run(offscreen::Setup setup, const std::function<void()> &part);
 
-/// Allocates the frame buffers of a display of this size as far as drawing needs them.
+/// Allocates the frame buffers that drawing needs on a display of this size.
 void open_frame(int width, int height);
 
 /// Draws one frame in this mode and clear style, with the dots on, and exchanges the buffers.
@@ -45,9 +45,9 @@ void require(bool holds, const char *claim);
 
 } // namespace fuzz
 
-/// What libFuzzer and the replay program call.
+/// Called by libFuzzer and by the replay program.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
-/// Whether a target does all it can with every input; in a fuzzing run it does so only with some. Set by the
-/// replay program.
+/// Whether a target makes all its checks with every input. Set by the replay program; a fuzzing run makes the
+/// costly checks only with some inputs.
 extern bool is_thorough;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Writes the seeds of the three fuzz targets, one file for each trap that an input can set.
+// Writes the seeds of the three fuzz targets, one file for each way in which an input can be hostile.
 #include "program_input.h"
 
 #include "support/model_builder.h"
@@ -61,7 +61,7 @@ void write_polygon_seeds() {
     with_words("vertices-1", {1, 0, 1, 3, 0, 1, 2, 1, 1, 0, 1, 2});
     with_words("vertices-2", {2, 0, 1, 2, 3, 0, 1, 2, 1, 2, 0, 1, 2});
     with_words("vertices-65535", {65535, 0, 1, 2, 1, 3, 0, 2, 3, 1});
-    // Triangles without area, but for the last few: the fan is long, not the time to fill it.
+    // All triangles except the last few have no area, so that the fan is long but quickly filled.
     Words fan(65537, 0);
     fan.front() = 65535;
     for (std::size_t i = fan.size() - 5; i < fan.size(); ++i) {
@@ -133,7 +133,7 @@ void write_chunk_seeds() {
     object_seed("other-top-bit", points_chunk + words_chunk + claiming("SURF", 0x80000000, "abc"));
     object_seed("other-largest", points_chunk + words_chunk + claiming("SURF", 0x7FFFFFFF, "abc"));
 
-    // Beyond the file's bytes, within what the harness allows.
+    // More bytes than the file has, but no more than the harness allows.
     object_seed("points-beyond-file", words_chunk + claiming("PNTS", 1200, points));
     object_seed("points-far-beyond-file", words_chunk + claiming("PNTS", 12 * 80000, points));
     object_seed("points-cut-in-a-number", words_chunk + claiming("PNTS", 240, points.substr(0, 41)));
@@ -238,7 +238,7 @@ void write_settings_seeds() {
     }
 }
 
-/// A step for each character of a text, a pass apart.
+/// One step per character of a text, one pass apart.
 std::string keys(const std::string &characters) {
     std::string steps;
     for (const char character : characters) {

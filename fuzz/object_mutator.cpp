@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lets libFuzzer change inputs of the object target as files of chunks.
+// Makes libFuzzer change inputs of the object target chunk by chunk.
 #include "chunk_mutator.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as an object: read, prepared, and drawn.
+// Fuzz target: reads, prepares and draws any bytes as an object.
 #include "harness.h"
 
 #include "core/forms.h"
@@ -32,7 +32,7 @@ struct FrameSize {
 constexpr FrameSize small_size{53, 41};
 constexpr FrameSize default_size{320, 256};
 
-/// Chooses among inputs without an order that a mutation could follow.
+/// A hash of the input, which makes choices that mutations cannot steer.
 std::uint32_t hash(const std::uint8_t *data, std::size_t size) {
     return std::accumulate(data, data + size, 2166136261U,
                            [](std::uint32_t sum, std::uint8_t byte) { return (sum ^ byte) * 16777619U; });
@@ -47,7 +47,7 @@ std::vector<std::uint8_t> uneven_texture() {
     return texels;
 }
 
-/// What start-up does between the file and the display.
+/// The part of start-up from the file to the display.
 void load_object() {
     static const std::vector<std::uint8_t> texture = uneven_texture();
     read_object(open_file(object_name, "rb"));
@@ -57,7 +57,7 @@ void load_object() {
     prepare_object();
 }
 
-/// What a frame leaves: hashes of its pixels and depths, and both counters.
+/// The results of a frame: hashes of its pixels and depths, and both counters.
 struct FrameTrace {
     std::size_t pixels;
     std::size_t depths;
@@ -75,11 +75,12 @@ void draw_frame(int mode, int style) {
         return std::hash<std::string_view>{}(
             {reinterpret_cast<const char *>(array.get()), frame_pixels() * sizeof array[0]});
     };
-    // The buffers have been exchanged.
+    // The buffers have been exchanged, so this is the drawn one.
     frames_drawn.push_back({hash_of(chunkybuf2), hash_of(zbuf), faces_seen, triangles_drawn});
 }
 
-/// Every mode in every clear style. All polygons are drawn in every other style, so that culling hides none.
+/// Draws every mode in every clear style. In every other style both sides of polygons are drawn, so that none
+/// is culled.
 void draw_all(FrameSize size) {
     fuzz::open_frame(size.width, size.height);
     for (int style = 0; style < clear_styles; ++style) {
@@ -90,7 +91,7 @@ void draw_all(FrameSize size) {
     }
 }
 
-/// One of the modes that draw the object, in a style, both as the input chooses.
+/// Draws one mode in one clear style, both chosen by the input.
 void draw_some(std::uint32_t choice) {
     fuzz::open_frame(small_size.width, small_size.height);
     viewer.doubleside = 1;
@@ -103,7 +104,7 @@ void draw_some(std::uint32_t choice) {
     draw_frame(mode, choose(clear_styles));
 }
 
-/// Takes an object all the way from its file to its frames, which are kept in `frames_drawn`.
+/// Processes an object from its file to its frames, which are stored in `frames_drawn`.
 int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
     draws_fast = is_fast;
     frames_drawn.clear();
@@ -121,9 +122,8 @@ int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
     return ending.exit_code;
 }
 
-/// How many polygons the plain form of a frame takes up: it lights each of them once, whether the polygon's
-/// points are in the file or only claimed. Polygons past the end of the file are all alike, and only the
-/// first is drawn.
+/// How many polygons the plain form of a frame processes. It lights each of them once, even if the polygon's
+/// points are only claimed. Polygons past the end of the file are identical, and only the first is drawn.
 int polygons_taken() {
     static int lit;
     lit = 0;
@@ -155,7 +155,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const bool draws_all = is_thorough || choice % all_frames_one_in == 0;
     const int exit_code = draw_object(choice, draws_all, true);
     fuzz::require(exit_code == 0 || exit_code == 20, "the object is drawn or refused");
-    // Some bits of the choice choose the mode and the style; these must not be among them.
+    // Uses other bits of the choice than those that choose the mode and the style.
     if (is_thorough || (choice >> 24) % plain_one_in == 0) {
         const std::vector<FrameTrace> fast_frames = frames_drawn;
         const int plain_exit_code = draw_object(choice, draws_all, false);
@@ -163,7 +163,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fuzz::require(frames_drawn == fast_frames, "both forms of the stages draw the same frames");
     }
     if (draws_all) {
-        // A polygon takes two words of the list at least, but for one past the end.
+        // Each polygon has at least two words in the list, except one past the end.
         fuzz::require(polygons_taken() <= static_cast<int>(size / 4) + 2,
                       "a polygon list costs no more than the file holds of it, whatever it claims");
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Turns bytes into a user.
+// Turns bytes into files and a user's actions.
 #include "program_input.h"
 
 #include "main_68k/viewer_state.h"
@@ -18,7 +18,7 @@ constexpr std::size_t length_bytes = 2;
 constexpr std::size_t step_bytes = 4;
 constexpr offscreen::ModeAnswer default_size{0, 53, 41};
 
-/// A run is long enough for trails of all kinds, and short enough to be tried often.
+/// Long enough for trails of all kinds, and short enough for many runs.
 constexpr int last_pass = 8;
 
 std::size_t length_at(const std::string &bytes, std::size_t at) {
@@ -47,7 +47,7 @@ offscreen::FileAnswer file_answer(std::uint8_t a) {
     return {drawers[a / 4 % 4], names[a % 4]};
 }
 
-/// What the steps so far have made of the host.
+/// The host's set-up after the steps so far.
 class Builder {
 public:
     void take(std::uint8_t kind, std::uint8_t later, std::uint8_t a, std::uint8_t b) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lets libFuzzer change inputs of the program target part by part, so that the lengths in front stay true.
+// Makes libFuzzer change inputs of the program target part by part, so that the lengths stay correct.
 #include "chunk_mutator.h"
 #include "program_input.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as an object, a settings file and a user: the whole program, from its start to its end.
+// Fuzz target: runs the whole program with any bytes as an object, a settings file and a user's actions.
 #include "harness.h"
 #include "program_input.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr char object_name[] = "object.lwo";
 
-/// Rows of a slope, as any texture would do.
+/// Any texture would do; this one is a slope.
 std::string texture() {
     std::string bytes(envmap_bytes, '\0');
     for (std::size_t i = 0; i < bytes.size(); ++i) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as a settings file: loaded, shown in the palette and the texts, saved and loaded again, and drawn
-// with.
+// Fuzz target: loads any bytes as a settings file, builds the palette and the texts, saves and loads again,
+// and draws.
 #include "harness.h"
 
 #include "core/fatal_exit.h"
@@ -27,7 +27,7 @@ namespace {
 constexpr int small_width = 53;
 constexpr int small_height = 41;
 
-/// Two triangles with an edge in common.
+/// Two triangles with a common edge.
 void make_object() {
     set_model({{-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.3F}, {1.0F, 1.0F, 0.0F}, {-1.0F, 1.0F, -0.3F}},
               {3, 0, 1, 2, 1, 3, 0, 2, 3, 1});
@@ -35,8 +35,7 @@ void make_object() {
     allocate_dot_image();
 }
 
-/// Draws two frames with the settings as loaded, so that the second may be made from the first, and their
-/// texts.
+/// Draws two frames and their texts with the loaded settings; the second may be made from the first.
 void draw_with_settings() {
     for (int pass = 0; pass < 2; ++pass) {
         render_frame();
@@ -48,8 +47,8 @@ void draw_with_settings() {
     draw_frame_rate(1.0 / 64.0);
 }
 
-/// A saved file brings back what was saved, as far as six decimals can hold it: saving once more
-/// gives the same bytes. A name with a blank in it is cut there, which is why it is left out.
+/// Checks that loading a saved file restores the settings to six decimals: saving again gives the same bytes.
+/// Names with a blank are skipped, because loading cuts them there.
 void require_stable_saving() {
     save_vars(session_settings);
     const std::string saved = fuzz::files.at(session_settings);
@@ -63,7 +62,7 @@ void require_stable_saving() {
                   "settings that were saved and loaded save to the same bytes");
 }
 
-/// What start-up does with the settings.
+/// The part of start-up that uses the settings.
 void open_display_as_set() {
     load_vars(session_settings);
     make_object();
@@ -74,7 +73,7 @@ void open_display_as_set() {
     fatal_exit();
 }
 
-/// What the key that loads settings does, with the display as it is.
+/// The action of the key that loads settings, which keeps the open display.
 void use_settings_by_key() {
     viewer.width = small_width;
     viewer.height = small_height;
@@ -97,7 +96,8 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string settings(data, data + size);
-    // The display of the loaded size, or none. It costs the most and is tried for some inputs only.
+    // Opens a display of the loaded size if possible. This is the most costly step, so only some inputs do
+    // it.
     constexpr std::size_t one_in = 64;
     if (is_thorough || std::hash<std::string>{}(settings) % one_in == 0) {
         fuzz::files = {{session_settings, settings}};

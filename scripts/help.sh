@@ -1,14 +1,15 @@
 # shellcheck shell=bash
 # SPDX-License-Identifier: MIT
-# For scripts to source: the answer to --help, which is the comment at the head of the script.
+# For scripts to source: answers --help with the comment at the head of the script.
 
-# usage_error MESSAGE: says what is wrong with the arguments and ends the script with 2.
+# usage_error MESSAGE: reports wrong arguments and ends the script with exit code 2.
 usage_error() {
     echo "scripts/${0##*/}: $1 (--help says more)" >&2
     exit 2
 }
 
-# answer_help ARGUMENT...: prints the comment at the head of the script and ends it if -h or --help is the first argument.
+# answer_help ARGUMENT...: if the first argument is -h or --help, prints the comment at the head of the script and
+# exits.
 answer_help() {
     case ${1-} in
     -h | --help)
@@ -18,7 +19,7 @@ answer_help() {
     esac
 }
 
-# refuse_arguments ARGUMENT...: for a script without any.
+# refuse_arguments ARGUMENT...: for scripts without arguments.
 refuse_arguments() {
     answer_help "$@"
     [ $# -eq 0 ] || usage_error "unknown argument $1"

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The words of the shell, apart from those that ask about the program itself.
+// The command line of zelvo: options, and the words for the program.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "platform/sdl/host.h"
 
-/// The words that are for the program, in their order. Help, the version and the template are printed here,
-/// which ends the process; so does a word that begins with "-" and is neither an option nor a file, with exit
-/// code 2. All words after "--" are files.
-std::vector<std::string> program_words(int argc, char **argv);
+/// The exit code of a command line that cannot be carried out; the program's own are 0 and 20.
+constexpr int exit_misuse = 2;
+
+/// Puts the options into the set-up, and the words for the program, in order, into its command line. Options
+/// for help, the version and the template print it and end the process. An option with an impossible value,
+/// and a word that begins with "-" and is neither an option nor a file, end it with exit code 2. All words
+/// after "--" are files.
+sdl::Setup parse_command_line(int argc, char **argv);

@@ -38,7 +38,7 @@ void add_ring(FlatFigure &figure, double inner, double outer, int steps, int row
     }
 }
 
-// A tooth narrows towards its tip: there its points are drawn together around its middle line.
+// A tooth narrows towards its tip: its points there are moved towards its middle line.
 void add_tooth(FlatFigure &figure, int first_step) {
     constexpr double taper = 0.5;
     const double middle = first_step + tooth_width_steps / 2.0;
@@ -75,7 +75,7 @@ FlatFigure spoke() {
 
 // Shows the wheel at an angle before the first rotation. (0.8, 0.6) and (12/13, 5/13) are exact cosines and
 // sines of one angle each.
-Point3 presented(const Point3 &p) {
+Point3 presented_wheel(const Point3 &p) {
     const Point3 turned{0.8 * p.x + 0.6 * p.z, p.y, 0.8 * p.z - 0.6 * p.x};
     return {turned.x, (12.0 * turned.y + 5.0 * turned.z) / 13.0, (12.0 * turned.z - 5.0 * turned.y) / 13.0};
 }
@@ -92,16 +92,16 @@ Mesh build_cogwheel() {
     for (int tooth = 0; tooth < teeth; ++tooth) {
         add_tooth(rim, tooth * steps_per_tooth + 3);
     }
-    extrude(mesh, rim, {36.0, 4.0, 2, bright, bright, presented});
+    extrude(mesh, rim, {36.0, 4.0, 2, bright, bright, presented_wheel});
 
     FlatFigure hub;
     add_ring(hub, bore_radius, hub_radius, hub_steps, 2);
-    extrude(mesh, hub, {50.0, 4.5, 2, bright, bright, presented});
+    extrude(mesh, hub, {50.0, 4.5, 2, bright, bright, presented_wheel});
 
     for (int i = 0; i < spokes; ++i) {
         const Point2 direction = on_circle(1.0, static_cast<double>(i) / spokes);
         const auto turned = [direction](const Point3 &p) {
-            return presented(
+            return presented_wheel(
                 {p.x * direction.x - p.y * direction.y, p.x * direction.y + p.y * direction.x, p.z});
         };
         extrude(mesh, spoke(), {18.0, 3.5, 2, dark, dark, turned});

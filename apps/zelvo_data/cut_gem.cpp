@@ -63,8 +63,8 @@ Outline uncut_square(const Facet &facet) {
     return {centre - u - v, centre + u - v, centre + u + v, centre - u + v};
 }
 
-// Corners in which more than three facets meet lie on the cutting plane up to a rounding error. Within the
-// tolerance they count as lying on it, so that the error decides nothing.
+// Where more than three facets meet, corners are on the cutting plane up to a rounding error. Within the
+// tolerance they count as being on it, so that the error has no effect.
 constexpr double on_plane = 1.0e-6;
 
 Outline grind(const Outline &outline, const Facet &cutter) {
@@ -84,8 +84,8 @@ Outline grind(const Outline &outline, const Facet &cutter) {
     return result;
 }
 
-// Each facet computes its corners for itself, and rounding errors leave those of neighbours a hair apart. All
-// facets use the first of them, which closes the gaps.
+// Each facet computes its own corners, so those of neighbours differ by rounding errors. All facets use the
+// first of them, which closes the gaps.
 class CornerWelder {
 public:
     Outline welded(const Outline &outline) {
@@ -117,7 +117,7 @@ private:
 
 // Tips the stone a little to the side and towards the viewer, so that the table and the whole crown show
 // before the first rotation. (60/61, 11/61) and (0.8, 0.6) are exact cosines and sines of one angle each.
-Point3 presented(const Point3 &p) {
+Point3 presented_stone(const Point3 &p) {
     const Point3 tipped{(60.0 * p.x + 11.0 * p.y) / 61.0, (60.0 * p.y - 11.0 * p.x) / 61.0, p.z};
     return {tipped.x, 0.8 * tipped.y + 0.6 * tipped.z, 0.8 * tipped.z - 0.6 * tipped.y};
 }
@@ -138,10 +138,10 @@ Mesh build_cut_gem() {
                 outline = grind(outline, facets[other]);
             }
         }
-        // Every facet has points of its own: shared ones would round the edges off in smooth shading.
+        // Facets do not share points, because smooth shading would round the edges off.
         std::vector<std::uint16_t> corners;
         for (const Point3 &corner : welder.welded(outline)) {
-            corners.push_back(mesh.add_point(presented(corner)));
+            corners.push_back(mesh.add_point(presented_stone(corner)));
         }
         mesh.add_polygon(corners, facets[own].surface);
     }

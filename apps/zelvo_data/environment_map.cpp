@@ -62,8 +62,8 @@ double panel_coverage(const LightPanel &light, const Point3 &ray) {
     return coverage;
 }
 
-// Even black and white tiles would outshine the lights and flicker on small objects. These are soft-edged,
-// low in contrast, and blend into one tone far away, where many of them would share one texel.
+// Sharp black and white tiles would outshine the lights and flicker on small objects. These have soft edges
+// and little contrast, and blend into one tone far away, where many of them would share one texel.
 double floor_brightness(const Point3 &ray) {
     const double across = ray.x / -ray.y;
     const double away = ray.z / -ray.y;

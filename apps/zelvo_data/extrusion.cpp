@@ -145,8 +145,8 @@ private:
         return face;
     }
 
-    // The points from the front face over the rounded edges to the back face. Where the rim turns a corner,
-    // each of the two edges gets a column of its own, which keeps the vertical edge crisp.
+    // The points from the front face over the rounded edges to the back face. At a corner of the rim each of
+    // the two edges gets its own column, which keeps the vertical edge sharp.
     const std::vector<std::uint16_t> &side_column(std::size_t own, const Edge &edge,
                                                   const std::vector<std::uint16_t> &front,
                                                   const std::vector<std::uint16_t> &back) {

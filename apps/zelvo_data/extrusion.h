@@ -9,8 +9,8 @@
 
 namespace zelvo_data {
 
-// A flat figure (x right, y up) made of convex pieces. Points at the same place are shared, so neighbouring
-// pieces must meet corner to corner. Pieces run counter-clockwise.
+// A flat figure (x right, y up) made of convex pieces with counter-clockwise corners. Points at the same
+// place are shared, so neighbouring pieces must meet corner to corner.
 class FlatFigure {
 public:
     void add_piece(const std::vector<Point2> &corners);

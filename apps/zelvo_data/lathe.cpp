@@ -47,8 +47,8 @@ void continue_profile(std::vector<Point2> &points, const std::vector<Point2> &mo
 
 namespace {
 
-// A profile point on the axis becomes one point instead of a ring, so that the tip of the figure gets one
-// common normal.
+// A profile point on the axis becomes one point instead of a ring, so that the tip of the figure has a single
+// normal.
 constexpr double axis_distance = 1.0e-6;
 
 std::vector<std::uint16_t> add_ring(Mesh &mesh, Point2 profile_point, int segments) {

@@ -12,8 +12,7 @@ namespace zelvo_data {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A chunk of free text. Readers are expected to skip chunks they do not know, and objects carrying such
-// chunks keep that ability in use.
+// A chunk of free text. Readers must skip chunks that they do not know; these objects test that they do.
 struct NoteChunk {
     std::string id;
     std::string text;

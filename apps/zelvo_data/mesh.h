@@ -27,8 +27,8 @@ double dot(const Point3 &a, const Point3 &b);
 Point3 cross(const Point3 &a, const Point3 &b);
 Point3 normalized(const Point3 &a);
 
-// Coordinates are stored as whole numbers of grid steps. A last-bit difference between two processors can
-// therefore only change a file if a coordinate lies that close to the border between two steps.
+// Coordinates are stored as whole numbers of grid steps. So a last-bit difference between two processors can
+// change a file only if a coordinate is that close to the border between two steps.
 constexpr double grid_steps_per_unit = 1024.0;
 
 struct GridPoint {
@@ -47,8 +47,8 @@ struct Surface {
     std::uint16_t diffuse;
 };
 
-// Corners run clockwise as seen from outside in the left-handed axes of the file (x right, y up, z away
-// from the viewer). Written out in algebra this means cross(p1 - p0, p2 - p0) points outwards.
+// Corners run clockwise as seen from outside in the left-handed axes of the file (x right, y up, z away from
+// the viewer): cross(p1 - p0, p2 - p0) points outwards.
 struct Polygon {
     std::vector<std::uint16_t> corners;
     std::uint16_t surface;
@@ -62,7 +62,7 @@ public:
     // Adds a surface and returns its number, counted from 1 as in the file.
     std::uint16_t add_surface(Surface surface);
 
-    // Drops consecutive corners that fell onto the same grid point; ignores what then is no polygon.
+    // Drops consecutive corners on the same grid point. Adds nothing if fewer than three corners remain.
     void add_polygon(const std::vector<std::uint16_t> &corners, std::uint16_t surface);
 
     const std::vector<GridPoint> &points() const { return points_; }

@@ -14,7 +14,7 @@ Mesh build_sphere();
 Mesh build_letters();
 Mesh build_cogwheel();
 
-// The text chunks that accompany the chess pawn.
+// The text chunks of the chess pawn.
 ObjectNotes chess_pawn_notes();
 
 } // namespace zelvo_data

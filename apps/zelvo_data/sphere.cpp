@@ -22,8 +22,8 @@ struct Shell {
     std::vector<Triangle> triangles;
 };
 
-// The twelve corners are the cyclic permutations of (0, +-1, +-golden ratio). Triangles are found as the
-// triples of mutually nearest corners, which spares a table of 60 indices.
+// The twelve corners are the cyclic permutations of (0, +-1, +-golden ratio). The triangles are the triples
+// of mutually nearest corners, which needs no table of 60 indices.
 Shell icosahedron() {
     const double golden = (1.0 + std::sqrt(5.0)) / 2.0;
     Shell shell;

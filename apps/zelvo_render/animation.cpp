@@ -12,10 +12,10 @@
 
 namespace {
 
-/// Hundredths of a second that a picture stays.
+/// How long a picture is shown, in hundredths of a second.
 constexpr int picture_delay = 2;
 
-/// Where the file header keeps the size of the whole animation, two little-endian 16-bit numbers.
+/// The place in the file header of the animation's size, two little-endian 16-bit numbers.
 constexpr long size_position = 6;
 
 struct FreeColourMap {
@@ -97,7 +97,7 @@ void Animation::add(const offscreen::Picture &picture) {
         GifFreeMapObject(gif->Image.ColorMap);
         gif->Image.ColorMap = nullptr;
     }
-    // giflib draws the line between frames inside and outside the animation by the size it knows.
+    // giflib checks with this size whether a frame is inside the animation.
     gif->SWidth = width;
     gif->SHeight = height;
     check(EGifPutImageDesc(gif, 0, 0, picture.width, picture.height, false, own_palette.get()));

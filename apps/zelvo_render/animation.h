@@ -10,7 +10,7 @@
 
 struct GifFileType;
 
-/// Opens its file at once; pictures may change their size and palette on the way.
+/// Opens its file at once. Size and palette may change from picture to picture.
 class Animation {
 public:
     explicit Animation(const std::string &path);
@@ -18,7 +18,7 @@ public:
     /// Adds a picture, shown for a fiftieth of a second.
     void add(const offscreen::Picture &picture);
 
-    /// Finishes the file; one without a picture is not kept.
+    /// Finishes the file, or removes it if it has no picture.
     void complete();
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Writes beside the final name, renames when complete.
+// Writes under a temporary name beside the final one, and renames the complete file.
 #include "atomic_file.h"
 
 #include "failure.h"

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-/// A file being written beside its final name. Whatever goes wrong ends the tool through fail.
+/// A file that is written under a temporary name. Every error ends the tool through fail.
 class AtomicFile {
 public:
     explicit AtomicFile(std::string final_path);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Pixels between two pictures and around all of them, and their brightness.
+/// The width in pixels of the gaps between and around pictures, and their brightness.
 constexpr int gap = 4;
 constexpr std::uint8_t gap_brightness = 48;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Several pictures side by side in one.
+// Several pictures side by side in one picture.
 #pragma once
 
 #include "platform/offscreen/host.h"
@@ -12,10 +12,10 @@ class ContactSheet {
 public:
     ContactSheet(std::string sheet_path, int pictures_in_a_row);
 
-    /// Adds a picture; one of another size than the first is cut or leaves black.
+    /// Adds a picture. If it is larger than the first it is cut; if it is smaller the rest is black.
     void add(const offscreen::Picture &picture);
 
-    /// Writes the sheet as a PNG; nothing if there is no picture.
+    /// Writes the sheet as a PNG, or nothing if there are no pictures.
     void complete() const;
 
 private:

@@ -21,7 +21,7 @@ void Coverage::advance() {
 
 std::vector<std::uint8_t> Coverage::opacity(const offscreen::Picture &picture) const {
     std::vector<std::uint8_t> values(picture.pixels.size());
-    // After a change of the size there is no frame of the pass before.
+    // After a change of the size there is no frame of the previous pass.
     const bool is_known = shown.size() == values.size();
     for (std::size_t i = 0; i < values.size(); ++i) {
         values[i] = picture.pixels[i] != 0 || (is_known && shown[i]) ? 255 : 0;

@@ -7,15 +7,15 @@
 #include <cstdint>
 #include <vector>
 
-/// Remembers where faces were drawn. A picture shows the frame of the pass before, so this is one pass late
+/// Remembers where faces were drawn. A picture shows the frame of the previous pass, so this is one pass late
 /// on purpose.
 class Coverage {
 public:
-    /// To be called once per pass, when the frame of the pass before is written to the screen.
+    /// Must be called once per pass, when the frame of the previous pass is written to the screen.
     void advance();
 
-    /// One value per pixel of a picture of this pass: 0 where it is background, 255 elsewhere. Background is
-    /// what is black and has no face.
+    /// One value per pixel of this pass's picture: 0 for background, 255 otherwise. A pixel is background if
+    /// it is black and no face was drawn there.
     std::vector<std::uint8_t> opacity(const offscreen::Picture &picture) const;
 
 private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Removes what is unfinished and ends the process.
+// Removes unfinished files and ends the process.
 #include "failure.h"
 
 #include "options.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What is removed on failure.
+/// The files and folders to remove on failure.
 std::set<std::string> &unfinished() {
     static std::set<std::string> paths;
     return paths;
@@ -28,7 +28,7 @@ void fail(const std::string &why) {
         std::error_code error;
         std::filesystem::remove_all(path, error);
     }
-    // Not exit: what would finish the other outputs there must not run any more.
+    // Not exit(), which would finish the other outputs.
     std::_Exit(exit_misuse);
 }
 

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The tool's own way out, which leaves nothing unfinished.
+// Ends the tool on an error, without leaving unfinished files.
 #pragma once
 
 #include <string>
 
-/// Ends the tool with its own exit code after saying why on standard error. What was named to
-/// remove_on_failure is removed first.
+/// Says why on standard error and ends the tool with its exit code for errors. First removes everything that
+/// was given to remove_on_failure.
 [[noreturn]] void fail(const std::string &why);
 
-/// Ends the tool because of this file, with what the system said last.
+/// Ends the tool with an error about this file: the system's last one (errno).
 [[noreturn]] void fail_on(const std::string &path);
 
-/// Names a file or a folder, with all that is in it, to be removed if the tool fails; and takes that back.
+/// Registers a file, or a folder with its contents, to be removed if the tool fails; keep_on_failure undoes
+/// it.
 void remove_on_failure(const std::string &path);
 void keep_on_failure(const std::string &path);

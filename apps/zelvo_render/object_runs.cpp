@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Forks: the program ends its process, so that no process can run it twice.
+// Forks a process per run, because the program ends its process.
 #include "object_runs.h"
 
 #include "failure.h"
@@ -14,11 +14,11 @@
 
 namespace {
 
-/// As shells report the end of a process by a signal.
+/// Added to the signal's number in the exit code, as shells do.
 constexpr int exit_by_signal = 128;
 
-/// The signal that interrupted the tool, or 0; and the process of the run that is under way, or 0. Both are
-/// shared with the signal handler.
+/// The signal that interrupted the tool, or 0, and the process of the current run, or 0. Both are shared with
+/// the signal handler.
 volatile std::sig_atomic_t interruption = 0;
 volatile std::sig_atomic_t running = 0;
 
@@ -29,7 +29,7 @@ void interrupt(int signal) {
     }
 }
 
-/// Makes interruptions wait, or come in.
+/// Holds interruptions back, or lets them in again.
 void hold_interruptions(bool is_held) {
     sigset_t interruptions;
     sigemptyset(&interruptions);
@@ -38,7 +38,7 @@ void hold_interruptions(bool is_held) {
     sigprocmask(is_held ? SIG_BLOCK : SIG_UNBLOCK, &interruptions, nullptr);
 }
 
-/// Waits for the process; its exit code.
+/// Waits for the process and returns its exit code.
 int exit_code_of(pid_t process) {
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
@@ -46,7 +46,7 @@ int exit_code_of(pid_t process) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : exit_by_signal + WTERMSIG(status);
 }
 
-/// Starts the run in a new process; its number.
+/// Starts the run in a new process and returns its number.
 pid_t start(const Options &options, void (*run)(const Options &)) {
     const pid_t process = fork();
     if (process < 0) {
@@ -71,7 +71,7 @@ void run_all(const std::vector<Options> &runs, void (*run)(const Options &)) {
     int first_failure = 0;
     for (std::size_t i = 0; i < runs.size(); ++i) {
         progress.advance_to(static_cast<int>(i) + 1);
-        // So that an interruption comes either before a run or when the handler knows its process.
+        // An interruption must come either before a run or when the handler knows the run's process.
         hold_interruptions(true);
         if (interruption != 0) {
             break;

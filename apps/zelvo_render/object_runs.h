@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// Does each run in a process of its own, one after another, and ends the tool when all have ended: with
-/// code 0, or with that of the first run that failed. When it is interrupted, the run under way ends as with
-/// Esc, no other is started, and the code is 128 and the signal's number.
+/// Runs one process per object, one after another, and then ends the tool with code 0 or that of the first
+/// run that failed. If the tool is interrupted, the current run ends as with Esc, no other is started, and
+/// the code is 128 plus the signal's number.
 [[noreturn]] void run_all(const std::vector<Options> &runs, void (*run)(const Options &));

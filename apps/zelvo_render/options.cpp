@@ -2,20 +2,25 @@
 // Parses and checks the command line with CLI11.
 #include "options.h"
 
+#include "failure.h"
 #include "main_68k/version.h"
 #include "picture_name.h"
+#include "platform/offscreen/input_script.h"
 #include "platform/shared/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <set>
 
 namespace {
 
-/// A requester holds any 32-bit number, however little a screen could do with it.
+/// A requester can hold any 32-bit number, even sizes that no screen can have.
 ULONG size_number(const std::string &digits) {
     try {
         return static_cast<ULONG>(std::stoi(digits));
@@ -41,6 +46,17 @@ ULONG ticks_of(double seconds) {
     return static_cast<ULONG>(std::lround(seconds * ticks_per_second));
 }
 
+/// The options that choose what a settings file holds too.
+constexpr std::array<const char *, 6> view_settings{"--mode", "--spin",  "--clear",
+                                                    "--dots", "--gamma", "--turntable"};
+
+/// The first of them on the command line, empty if there is none.
+std::string view_settings_given(const CLI::App &app) {
+    const auto given =
+        std::ranges::find_if(view_settings, [&app](const char *option) { return app.count(option) != 0; });
+    return given == view_settings.end() ? "" : *given;
+}
+
 /// A pattern that names one file cannot take several pictures.
 void check_picture_names(const Options &options) {
     const bool several = options.passes - options.from >= options.every;
@@ -51,10 +67,10 @@ void check_picture_names(const Options &options) {
     }
 }
 
-/// A view is drawn and shown after a pass that sets it, so this pass's picture is the first to show it all.
+/// One pass sets a view, the next draws it, and the third is the first whose picture shows all of it.
 constexpr int pass_of_a_view = 3;
 
-/// How long a run is, and which of its passes become pictures, where the user did not say so.
+/// Sets how long a run is and which of its passes become pictures, unless the user did.
 void choose_passes(const CLI::App &app, Options &options) {
     if (options.view.turntable != 0) {
         options.from = first_turntable_pass(options.view);
@@ -68,9 +84,33 @@ void choose_passes(const CLI::App &app, Options &options) {
     }
 }
 
-/// The options of a run for each object, whose name goes into the names of its outputs.
+/// Reads the input script, whose object and passes are those of the run unless the command line says
+/// otherwise.
+void take_script(const CLI::App &app, const std::string &path, Options &options) {
+    std::ifstream script(path);
+    // A folder opens like a file and only then cannot be read.
+    if (!script || std::filesystem::is_directory(path)) {
+        fail("cannot read " + path);
+    }
+    if (const auto error = offscreen::read_script(script, options.script)) {
+        fail(path + ":" + std::to_string(error->line) + ": " + error->message);
+    }
+    if (options.program_words.empty()) {
+        options.program_words = options.script.command_line;
+    }
+    if (app.count("--passes") != 0) {
+        options.script.recorded_frames.reset();
+    } else if (options.script.last_pass != 0) {
+        options.passes = options.script.last_pass;
+    }
+    if (!options.script.settings.empty() && !view_settings_given(app).empty()) {
+        throw CLI::ExcludesError(path + " with settings", view_settings_given(app));
+    }
+}
+
+/// The options of one run per object. The object's name goes into the names of its outputs.
 std::vector<Options> runs_of(const Options &options) {
-    // The program's own command line has a keyword besides the object's name.
+    // The program's own command line may also have a keyword before the object's name.
     const std::optional<std::string> only = host::file_argument(options.program_words);
     const std::vector<std::string> objects = only ? std::vector{*only} : options.program_words;
     if (objects.empty()) {
@@ -117,6 +157,7 @@ std::vector<Options> parse_options(int argc, char **argv) {
     Options options;
     std::vector<Options> runs;
     std::string size;
+    std::optional<std::string> input;
     std::string background = "black";
     std::string clock = "fixed";
     std::optional<double> tick;
@@ -125,10 +166,10 @@ std::vector<Options> parse_options(int argc, char **argv) {
     CLI::App app{"Runs the viewer on an object with no screen and turns what it shows into pictures."};
     app.set_version_flag("--version", version_text());
     app.add_option("OBJECT", options.program_words,
-                   "LightWave object files (IFF form LWOB), each with a run of its own; without one the "
+                   "LightWave object files (IFF form LWOB), each drawn in its own run; without one the "
                    "viewer asks with "
                    "its file requester");
-    app.add_option("--envmap", options.envmap, "File to open in place of \"Zelvo_envmap.chunky\"");
+    app.add_option("--envmap", options.envmap, "File to open instead of \"Zelvo_envmap.chunky\"");
     app.add_option("--size", size, "WIDTHxHEIGHT that the screen-mode requester answers (320x256)");
     app.add_option("--mode-id", mode_id, "Display mode that the screen-mode requester answers (0)")
         ->check(CLI::Range(std::int64_t{INT32_MIN}, std::int64_t{UINT32_MAX}));
@@ -137,15 +178,15 @@ std::vector<Options> parse_options(int argc, char **argv) {
     CLI::Option *passes =
         app.add_option("--passes", options.passes, "Passes of the frame loop before Esc (1; 3 for a view)")
             ->check(CLI::PositiveNumber);
-    app.add_option("--input", options.input, "Script of events and requester answers");
+    app.add_option("--input", input, "Script of events and requester answers, or a run that zelvo recorded");
     app.add_option("--chunky", options.chunky_folder,
                    "Folder for one PGM per pass, as written to the screen");
-    CLI::Option *png = app.add_option("--png", options.png_pattern,
-                                      "One PNG per pass, texts included, such as frame-%05d.png");
-    app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 a second");
+    CLI::Option *png =
+        app.add_option("--png", options.png_pattern, "One PNG per pass, with texts, such as frame-%05d.png");
+    app.add_option("--gif", options.gif, "Endless animation of the same pictures, 50 per second");
     app.add_option("--sheet", options.sheet, "PNG of the same pictures side by side");
     app.add_option("--y4m", options.video,
-                   "Video of the same pictures, 50 a second, as encoders read it; - for standard output");
+                   "Video of the same pictures for an encoder, 50 per second; - for standard output");
     app.add_option("--columns", options.sheet_columns, "Pictures in a row of the sheet (4)")
         ->check(CLI::PositiveNumber);
     CLI::Option *from =
@@ -160,13 +201,13 @@ std::vector<Options> parse_options(int argc, char **argv) {
         "need it.");
     add_view_options(app, options.view);
     app.add_flag("!--no-texts", options.has_texts,
-                 "Pictures before the texts are drawn: \"f\", or \"fps\", and two seconds without a message")
+                 "Pictures without texts: \"f\", or \"fps\", and two seconds without a message")
         ->group(view_group);
     app.add_option("--background", background, "black or transparent, which needs --png")
         ->check(CLI::IsMember({"black", "transparent"}))
         ->group(view_group);
-    // The settings are either those of the folder or those of the options.
-    for (const char *option : {"--mode", "--spin", "--clear", "--dots", "--gamma", "--turntable"}) {
+    // Settings come either from the folder or from the options, not from both.
+    for (const char *option : view_settings) {
         app.get_option(option)->excludes(env);
     }
     app.get_option("--turntable")->excludes(passes)->excludes(from)->excludes(every);
@@ -180,11 +221,14 @@ std::vector<Options> parse_options(int argc, char **argv) {
             options.tick = ticks_of(*tick);
         }
         if (options.view.turntable != 0 && options.view.mode == mode_effect) {
-            throw CLI::ValidationError("--turntable", "the effect is another one after every turn");
+            throw CLI::ValidationError("--turntable", "the effect changes with every turn");
         }
         options.is_transparent = background == "transparent";
         if (options.is_transparent && png->count() == 0) {
             throw CLI::RequiresError("--background transparent", "--png");
+        }
+        if (input) {
+            take_script(app, *input, options);
         }
         choose_passes(app, options);
         options.mode.mode_id = static_cast<ULONG>(mode_id);

@@ -9,19 +9,20 @@
 #include <string>
 #include <vector>
 
-/// Exit code of the tool's own mistakes; the program's own are 0 and 20.
+/// The tool's exit code for errors; the program itself ends with 0 or 20.
 constexpr int exit_misuse = 2;
 
-/// What the command line asks for, for one object.
+/// The command line's options for the run of one object.
 struct Options {
-    /// The words that the program itself gets: the object's file name.
+    /// The words for the program itself: the object's file name.
     std::vector<std::string> program_words;
     std::optional<std::string> envmap;
     std::optional<std::string> env_folder;
     std::optional<std::string> envarc_folder;
     offscreen::ModeAnswer mode;
     int passes = 1;
-    std::optional<std::string> input;
+    /// What the input script says, if there is one.
+    offscreen::Setup script;
     std::optional<std::string> chunky_folder;
     std::optional<std::string> png_pattern;
     std::optional<std::string> gif;
@@ -38,6 +39,6 @@ struct Options {
     std::optional<ULONG> tick = offscreen::default_tick;
 };
 
-/// Reads the command line, which asks for one run or for one per object. Prints help or version and ends with
-/// code 0, or says on standard error what is wrong and ends with code 2.
+/// Reads the command line and returns the options of one run, or of one run per object. Help and version are
+/// printed and end the tool with code 0; an error ends it with code 2 and its reason on standard error.
 std::vector<Options> parse_options(int argc, char **argv);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Hands every frame and picture to the writers that want it.
+// Passes every frame and picture to the writers that need it.
 #include "outputs.h"
 
 #include "failure.h"

@@ -11,7 +11,7 @@
 
 #include <optional>
 
-/// Turns frames and pictures into the files that the options ask for.
+/// Writes frames and pictures to the files that the options ask for.
 class Outputs {
 public:
     explicit Outputs(const Options &chosen);
@@ -19,7 +19,7 @@ public:
     /// Takes the frame that a pass writes to the screen.
     void take_frame(const offscreen::Picture &frame);
 
-    /// Takes what the screen shows at the end of a pass.
+    /// Takes the picture that the screen shows at the end of a pass.
     void take_picture(const offscreen::Picture &picture);
 
     /// Finishes all files.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Writes PGM by hand, since it is a line of text and the pixels, and PNG with libpng.
+// Writes PGM directly, since it is only a header and the pixels, and PNG with libpng.
 #include "picture_files.h"
 
 #include "atomic_file.h"

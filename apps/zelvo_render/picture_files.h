@@ -14,6 +14,6 @@ void write_pgm(const std::string &path, const offscreen::Picture &picture);
 /// Writes a picture as a PNG of 8-bit palette indices with its 256-entry palette.
 void write_png(const std::string &path, const offscreen::Picture &picture);
 
-/// Writes a picture as a PNG of 8-bit red, green, blue and opacity, which has one value per pixel.
+/// Writes a picture as a PNG of 8-bit red, green, blue and opacity; `opacity` has one value per pixel.
 void write_png(const std::string &path, const offscreen::Picture &picture,
                std::span<const std::uint8_t> opacity);

@@ -10,7 +10,7 @@ namespace {
 /// A number's conversion, or an escaped percent sign, or a percent sign that is neither.
 const std::regex conversion("%(0?)([0-9]?[0-9]?)d|%%|%");
 
-/// Where an object's name goes, or an escaped percent sign, in whose wake an s is only a letter.
+/// The place of an object's name, or an escaped percent sign, so that the s of "%%s" stays a letter.
 const std::regex object_conversion("%s|%%");
 
 struct Counts {

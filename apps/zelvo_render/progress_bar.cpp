@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Draws a line of hashes that grows, a few times a second.
+// Draws a growing line of hash signs, a few times per second.
 #include "progress_bar.h"
 
 #include <cstdint>

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
-// A progress bar for runs that take a while.
+// A progress bar for long runs.
 #pragma once
 
 #include <chrono>
 #include <string>
 
-/// Draws itself on standard error when that is a terminal and the run takes longer than a second.
+/// Drawn on standard error if that is a terminal and the run takes longer than a second.
 class ProgressBar {
 public:
     /// `what` names what the bar counts.
     ProgressBar(int how_many, std::string what);
 
-    /// Notes how far the run is, counted from 1.
+    /// Updates the progress, counted from 1.
     void advance_to(int number);
 
-    /// Wipes the bar away.
+    /// Erases the bar.
     void clear();
 
 private:

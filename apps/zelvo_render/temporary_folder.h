@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A folder that goes away with its owner.
+// A temporary folder that is removed with its owner.
 #pragma once
 
 #include <string>
 
-/// A new, private, empty folder below the system's temporary one; removed with all that is in it.
+/// A new, private, empty folder in the system's temporary folder; removed with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder();

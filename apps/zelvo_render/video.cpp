@@ -14,9 +14,9 @@ namespace {
 
 constexpr char standard_output[] = "-";
 
-/// A stream to where standard output went until now; standard output becomes standard error.
+/// A stream to the old standard output. Standard output itself is redirected to standard error.
 std::FILE *take_standard_output() {
-    // An encoder that ends early is an output that cannot be written, not a signal.
+    // If the encoder ends early, writing must fail with an error instead of a signal.
     std::signal(SIGPIPE, SIG_IGN);
     const int taken = dup(STDOUT_FILENO);
     std::FILE *stream = taken >= 0 ? fdopen(taken, "wb") : nullptr;
@@ -26,7 +26,7 @@ std::FILE *take_standard_output() {
     return stream;
 }
 
-/// One colour in each plane: luma, blue difference, red difference.
+/// The values of one colour in the three planes: luma, blue difference, red difference.
 std::array<std::uint8_t, 3> planes_of(const host::Colour &colour) {
     constexpr double red_share = 0.299;
     constexpr double blue_share = 0.114;
@@ -71,7 +71,7 @@ void Video::add(const offscreen::Picture &picture) {
         }
     }
     std::fputs("FRAME\n", stream);
-    // Whoever reads a stream may have gone.
+    // The reader of the stream may have ended.
     if (std::fwrite(planes.data(), 1, planes.size(), stream) != planes.size()) {
         fail_on(path);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A stream of uncompressed pictures, as video encoders read it.
+// A stream of uncompressed pictures for video encoders.
 #pragma once
 
 #include "atomic_file.h"
@@ -13,12 +13,12 @@
 /// the size of the first.
 class Video {
 public:
-    /// The name "-" means standard output. What the program prints then goes to standard error.
+    /// The name "-" means standard output. The program's output then goes to standard error.
     explicit Video(const std::string &video_path);
 
     void add(const offscreen::Picture &picture);
 
-    /// Finishes the file; one without a picture is not kept.
+    /// Finishes the file, or removes it if it has no picture.
     void complete();
 
 private:

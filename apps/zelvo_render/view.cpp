@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads the options of a view, and turns them into settings and an event.
+// Reads the options of a view and turns them into settings and an event.
 #include "view.h"
 
 #include "pipeline/rotation.h"
@@ -18,11 +18,11 @@ constexpr std::array<const char *, 7> mode_names{"effect", "envmap",  "texturema
                                                  "phong",  "z-light", "dots"};
 constexpr std::array<const char *, 4> clear_names{"clear", "fade", "blur", "rise"};
 
-/// What the keys can reach.
+/// The range of the keys.
 constexpr double fastest_spin = 4.0;
 constexpr double lowest_gamma = 0.02;
 constexpr double highest_gamma = 3.0;
-/// What one mouse movement can hold.
+/// The range of one mouse movement.
 constexpr double lowest_move = std::numeric_limits<WORD>::min();
 constexpr double highest_move = std::numeric_limits<WORD>::max();
 
@@ -31,10 +31,10 @@ constexpr int longest_turntable = 1'000'000;
 /// A movement in pass 1 is drawn in pass 2 and shown in pass 3.
 constexpr int first_pass_of_the_view = 3;
 
-/// What a blur or a fade leaves of a frame is gone after fewer passes than this.
+/// A blur or a fade erases a frame completely in fewer passes than this.
 constexpr int passes_of_a_trail = 64;
 
-/// The place of a name, or of its number, in the list.
+/// The index of a name in the list; its number may be given instead.
 std::int32_t choice(const std::string &text, std::span<const char *const> names) {
     std::string all;
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -47,7 +47,7 @@ std::int32_t choice(const std::string &text, std::span<const char *const> names)
                                text);
 }
 
-/// The `count` numbers between the commas of the text, each within the bounds.
+/// Reads `count` numbers separated by commas, each within the bounds.
 template <typename Number>
 std::vector<Number> numbers(const std::string &text, std::size_t count, double lowest, double highest,
                             const std::string &what) {
@@ -117,14 +117,14 @@ void add_view_options(CLI::App &app, View &view) {
         ->description("0.02 to 3 each: \"1\" to \"6\", or \"gammas\" (1,1,1)")
         ->group(view_group);
     app.add_option("--turntable", view.turntable,
-                   "Pictures of one full turn, in this many passes; repeated it has no seam: \"rotate\"")
+                   "Pictures of one full turn, which repeats without a seam: \"rotate\"")
         ->check(CLI::Range(1, longest_turntable))
         ->excludes(spin)
         ->group(view_group);
 }
 
 int first_turntable_pass(const View &view) {
-    // Trails are already as long in the first picture as they are in the last.
+    // The first picture already has trails as long as the last one.
     const bool has_trails = view.clear_style.value_or(0) != 0;
     const int turns_before = has_trails ? (passes_of_a_trail + view.turntable - 1) / view.turntable : 0;
     return first_pass_of_the_view + turns_before * view.turntable;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Settings and mouse movement that the command line chooses instead of an input script.
+// Settings and a mouse movement from the command line, as an alternative to an input script.
 #pragma once
 
 #include "main_68k/viewer_state.h"
@@ -12,7 +12,7 @@ namespace CLI {
 class App;
 }
 
-/// How the object is shown. What is not chosen is as it is at every start.
+/// How the object is shown. Whatever is not chosen has its default.
 struct View {
     std::optional<std::int32_t> mode;
     std::optional<double> spin;
@@ -25,15 +25,15 @@ struct View {
     int turntable = 0;
 };
 
-/// The help's heading of the options that choose a view.
+/// The heading in the help above the options that choose a view.
 constexpr char view_group[] = "View (as by keys, or by the settings file)";
 
 /// Adds the options that fill `view`, which must outlive the parsing.
 void add_view_options(CLI::App &app, View &view);
 
-/// The pass whose picture is the first of a turntable, and the one whose picture is the last.
+/// The passes whose pictures are the first and the last of a turntable.
 int first_turntable_pass(const View &view);
 int last_turntable_pass(const View &view);
 
-/// Puts the view into the viewer's settings before a run starts, and its movement before all events.
+/// Sets the viewer's settings before a run starts, and adds the movement before all other events.
 void apply_view(const View &view, offscreen::Setup &setup);

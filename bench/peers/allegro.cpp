@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Allegro 4's z-buffered triangles on an 8-bit bitmap in memory.
+// Allegro 4: z-buffered triangles on an 8-bit bitmap in memory.
 #include "peers/peer.h"
 
 #include "display/frame_buffers.h"

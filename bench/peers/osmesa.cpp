@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Mesa's llvmpipe through OSMesa, on one thread, with client-side vertex arrays of points that are already on
-// the screen.
+// Mesa's llvmpipe through OSMesa, on one thread, with client-side vertex arrays of projected points.
 #include "peers/peer.h"
 
 #include "display/frame_buffers.h"
@@ -34,7 +33,7 @@ GLuint texture = 0;
 
 void open(int width, int height) {
     if (context == nullptr) {
-        // Read by llvmpipe when its first context is made.
+        // llvmpipe reads this variable when its first context is made.
         setenv("LP_NUM_THREADS", "0", 1);
         setenv("GALLIUM_DRIVER", "llvmpipe", 1);
         context = OSMesaCreateContextExt(OSMESA_RGBA, 24, 0, 0, nullptr);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Other software rasterisers, drawing the frame that the viewer draws.
+// Other software rasterisers that draw the viewer's frames, for comparison.
 #pragma once
 
 #include "object/model.h"
@@ -11,13 +11,13 @@
 
 /// A rasteriser that draws the current object into its own buffers.
 struct Peer {
-    /// Short name, as the table shows it.
+    /// The short name in the table.
     const char *name;
 
-    /// What it does less or more than the viewer.
+    /// What it does in addition to the viewer or leaves out.
     const char *difference;
 
-    /// Opens buffers of this size and loads the texture; called before the first draw and for every size.
+    /// Opens buffers of this size and loads the texture. Called for every size before its first draw.
     void (*open)(int width, int height);
 
     /// Clears, and draws the projected points' polygons in a render mode of the viewer (1 to 4).
@@ -32,7 +32,7 @@ extern const Peer sdl_peer;
 extern const Peer osmesa_peer;
 
 /// Calls `begin` for each polygon that faces the viewer, then `triangle` with the point indices of each of
-/// its triangles. All peers are given their triangles by this walk.
+/// its triangles. All peers get their triangles from this walk.
 template <typename Begin, typename Triangle>
 void for_each_visible_triangle(Begin begin, Triangle triangle) {
     for_each_polygon([&](const Polygon &polygon) {
@@ -53,12 +53,12 @@ void for_each_visible_triangle(Begin begin, Triangle triangle) {
     });
 }
 
-/// Distance from the eye of a point with this depth value, for peers that want one.
+/// The distance from the eye of a point with this depth value, for peers that need it.
 inline float eye_distance_of(float depth) {
     return (128.0F - depth) * (1.0F / 0.9F) + 250.0F;
 }
 
-/// The colour of a point, lit once a frame as in mode 4.
+/// The colour of a point, lit once per frame as in mode 4.
 inline float colour_of_point(std::uint16_t point, float (*vertex_light)(const Vec3 &)) {
     if (lwofis[point] == not_yet_lit) {
         lwofis[point] = vertex_light(lwonormals3[point]);

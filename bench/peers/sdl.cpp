@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// SDL 2's software renderer, by SDL_RenderGeometry onto a surface in memory. It knows no depth test: a convex
-// object comes out right all the same, since its hidden faces are culled.
+// SDL 2's software renderer: SDL_RenderGeometry onto a surface in memory. It has no depth test, but a convex
+// object is still drawn correctly, because its hidden faces are culled.
 #include "peers/peer.h"
 
 #include "display/frame_buffers.h"

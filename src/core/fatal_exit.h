@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The one way out of the program. It is declared on the ground floor, so that every room can end the program,
-// and defined in main_68k, which knows what every room holds: the one call that goes upwards.
+// Ends the program. It is declared in the lowest room, so that every room can call it, and defined in
+// main_68k, which knows what every room must release. No other call goes upwards.
 #pragma once
 
 /// Exit codes of the program.

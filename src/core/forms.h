@@ -9,8 +9,8 @@ extern bool draws_fast;
 
 namespace plain {}
 
-// ZELVO_SIMD is 1 where the fast forms are built. Elsewhere both names mean the plain forms, so that a stage
-// is chosen by the same code everywhere.
+// ZELVO_SIMD is 1 if the fast forms are built. Otherwise both names mean the plain forms, so that the same
+// code chooses a stage in every build.
 #if ZELVO_SIMD
 namespace fast {}
 #else

@@ -13,12 +13,12 @@ struct Free {
     void operator()(void *memory) const { std::free(memory); }
 };
 
-/// An array of plain values from the C heap; null while it is not held.
+/// An array of plain values from the C heap; null while it is not allocated.
 template <typename T>
 using HeapArray = std::unique_ptr<T[], Free>;
 
-/// `count` zeroed elements, null if the heap refuses. On most systems zeroed pages that nothing writes cost
-/// no memory, so a buffer may be generous. A count of 0 gives a valid array of nothing.
+/// `count` zeroed elements, null if the heap refuses. On most systems zeroed pages that nothing writes need
+/// no memory, so a buffer may be larger than necessary. A count of 0 gives a valid, empty array.
 template <typename T>
 HeapArray<T> allocate_array(std::size_t count) {
     return HeapArray<T>(static_cast<T *>(std::calloc(count > 0 ? count : 1, sizeof(T))));

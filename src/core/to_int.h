@@ -6,7 +6,8 @@
 #include <limits>
 
 /// Truncates toward zero and saturates at the ends of the 32-bit range. NaN gives the smallest integer, as
-/// the PowerPC's conversion does. Every float in the program becomes an integer here; a float widens exactly.
+/// the PowerPC's conversion does. Every conversion of a float to an integer happens here; a float widens to
+/// double exactly.
 inline std::int32_t to_int(double value) {
     constexpr double largest = 2147483647.0;
     constexpr double smallest = -2147483648.0;

@@ -19,7 +19,7 @@ extern std::int32_t frame_height;
 extern HeapArray<std::uint8_t> chunkybuf1;
 extern HeapArray<std::uint8_t> chunkybuf2;
 
-/// Depth of each pixel in 8.8. Larger is nearer; 0 where nothing is.
+/// Depth of each pixel in 8.8. Larger is nearer; 0 where nothing was drawn.
 extern HeapArray<std::uint16_t> zbuf;
 
 /// Reserved for a bit-plane conversion: exchanged in every pass, otherwise unused.

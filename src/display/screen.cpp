@@ -21,7 +21,7 @@ namespace {
 /// The screen buffers that the program owns; null after they are freed. Written in this file only.
 std::array<ScreenBuffer *, 3> screen_buffers{};
 
-/// The window's own drawing context while the window is open. Nothing draws through it.
+/// The window's drawing context while the window is open. Nothing draws through it.
 RastPort *window_context = nullptr;
 
 /// An invisible pointer: two empty rows of two words each, between two words of zeros as every pointer image
@@ -81,7 +81,7 @@ void open_window() {
     window_context = window->RPort;
 }
 
-/// Allocates all three before it checks any of them.
+/// Allocates all three buffers before it checks any of them.
 void allocate_screen_buffers() {
     constexpr std::array<ULONG, 3> flags{SB_SCREEN_BITMAP, 0, 0};
     bool complete = true;

@@ -23,7 +23,7 @@ extern RastPort display_context;
 /// its message.
 void open_display();
 
-/// Releases what is open of the display and the frame buffers. May be called again.
+/// Releases everything that is open of the display, and the frame buffers. May be called again.
 void close_display();
 
 /// Closes the display, asks for a mode and a size with the screen-mode requester, and opens the display again

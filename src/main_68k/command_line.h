@@ -3,7 +3,7 @@
 #pragma once
 
 /// Parses the command line and returns the object's name, which stays valid until the line is freed. Null if
-/// the line does not hold exactly one name.
+/// the line does not have exactly one name.
 const char *object_name_from_command_line();
 
 /// Frees the parsed command line, if there is one.

@@ -27,7 +27,7 @@ constexpr double highest_gamma = 3.0;
 constexpr double rotate_step = 0.1;
 constexpr double fastest_rotate = 4.0;
 
-/// A dot's luminance as the user sees it is a fraction of this.
+/// The message shows a dot's luminance as a fraction of this.
 constexpr double dot_lum_unit = 32768.0;
 
 /// Step and upper limit of a dot luminance.
@@ -39,17 +39,17 @@ constexpr LuminanceRange cleared_range{1024, 131072};
 constexpr LuminanceRange blurred_range{256, 32768};
 
 void turn_object(WORD dx, WORD dy) {
-    // Counts wrap rather than overflow, however far the mouse runs.
+    // The counts wrap instead of overflowing, however far the mouse moves.
     viewer.tilt_x = static_cast<std::int32_t>(static_cast<std::uint32_t>(viewer.tilt_x) +
                                               static_cast<std::uint32_t>(std::int32_t{dx}));
     viewer.tilt_y = static_cast<std::int32_t>(static_cast<std::uint32_t>(viewer.tilt_y) +
                                               static_cast<std::uint32_t>(std::int32_t{dy}));
 }
 
-/// Goes on to the next mode, from the last one to mode 1. Mode 0, the effect, is never reached this way.
+/// Selects the next mode, and mode 1 after the last one. Mode 0, the effect, is never reached this way.
 void select_next_mode() {
     viewer.obj_style = viewer.obj_style >= mode_dots ? mode_envmap : viewer.obj_style + 1;
-    // A negative mode, which only an edited settings file can bring, has no name.
+    // A negative mode, which only an edited settings file can set, has no name.
     if (viewer.obj_style >= 0) {
         show_message("%s", mode_messages[static_cast<std::size_t>(viewer.obj_style)]);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Releases what each room holds, in a fixed order, and ends the process.
+// Releases everything in a fixed order and ends the process.
 #include "core/fatal_exit.h"
 
 #include "display/screen.h"

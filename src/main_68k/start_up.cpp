@@ -26,7 +26,7 @@
 
 namespace {
 
-/// Longest path that the requester can give, with its terminator.
+/// Longest path that the requester can return, with its terminator.
 constexpr std::size_t path_bytes = 1024;
 using Path = std::array<char, path_bytes>;
 
@@ -62,7 +62,7 @@ std::FILE *open_object(int argument_count) {
     return file;
 }
 
-/// Asks for the file's size and ignores it: the chunks say how much there is to read.
+/// Asks for the file's size and ignores it: the chunks have their own sizes.
 void measure_file(std::FILE *file) {
     (void)std::fseek(file, 0, SEEK_END);
     (void)std::ftell(file);

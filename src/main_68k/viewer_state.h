@@ -37,8 +37,8 @@ struct ViewerState {
     double rotate = 0.0;
     /// The render mode, 0 .. 6; any other value draws nothing.
     std::int32_t obj_style = mode_envmap;
-    /// How a frame begins: 0 cleared, 1 faded, 2 blurred, 3 blurred and rising; with any other value it keeps
-    /// the old pixels.
+    /// How a frame begins: 0 cleared, 1 faded, 2 blurred, 3 blurred and rising; any other value keeps the old
+    /// pixels.
     std::int32_t clear_style = 0;
     /// Flag: show the frame-rate counter.
     std::int32_t fps = 1;
@@ -49,7 +49,7 @@ struct ViewerState {
     std::int32_t dot_lum = 25600;
     /// Brightness of a dot with any other clear style, in the same unit; 0 .. 32768 by key.
     std::int32_t dot_lum_in_blur = 2560;
-    /// Flag without an effect: the key shows a message and the settings keep it, but the system converts
+    /// Flag without an effect: the key shows a message and the settings store it, but the system converts
     /// every frame.
     std::int32_t internal_c2p_enabled = 0;
     /// Path of the environment map, terminated.

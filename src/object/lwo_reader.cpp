@@ -76,7 +76,7 @@ void make_native(void *data, std::size_t bytes_read) {
     }
 }
 
-/// How many bytes of the two chunks the file really held.
+/// How many bytes of the two chunks the file really has.
 struct BytesRead {
     std::size_t points = 0;
     std::size_t polygons = 0;
@@ -121,7 +121,7 @@ BytesRead read_chunks(std::FILE *file) {
     return bytes_read;
 }
 
-/// Finds how many points and words the chunks claim that the file did not hold. A point counts as held if at
+/// Finds how many points and words the chunks claim beyond the end of the file. A point counts as read if at
 /// least one of its bytes was read, or if its index is among the words of the polygon list.
 void measure_unread(const BytesRead &bytes_read) {
     const auto reached_words =

@@ -32,8 +32,8 @@ struct Polygon {
 constexpr std::size_t triangle_words = 5;
 constexpr std::size_t quad_words = 6;
 
-/// The polygon whose count is the word `at` of the list. None if the list ends inside it; there every walk
-/// ends.
+/// The polygon whose count is the word `at` of the list. None if the list ends inside it, which ends every
+/// walk.
 inline std::optional<Polygon> polygon_at(std::span<const std::uint16_t> words, std::size_t at) {
     const std::size_t vertices = words[at];
     const std::size_t used = std::max<std::size_t>(vertices, 3);
@@ -55,7 +55,7 @@ inline std::span<const std::uint16_t> polygon_words() {
 /// Calls `visit` for each polygon in list order, up to the first one that the list ends inside.
 ///
 /// All polygons in the unread tail of the list are empty and identical. Only the first of them is visited, so
-/// that a walk takes no longer than the file is, and the number of the others is returned.
+/// that the file's size limits the length of a walk. The number of the others is returned.
 template <typename Visit>
 std::int32_t for_each_polygon(Visit visit) {
     const std::span<const std::uint16_t> words = polygon_words();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a frame begins: cleared, or made from the previous frame, which leaves trails of moving things.
+// How a frame begins: cleared, or made from the previous frame, so that moving objects have trails.
 #pragma once
 
 #include <cstddef>

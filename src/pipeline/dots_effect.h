@@ -6,7 +6,7 @@
 #include <cstdint>
 
 /// Plots 2286 dots along a spiral on a sphere of radius 90. The sphere deforms as `spin_angle` grows and
-/// turns with the mouse; the object plays no part. Sets `faces_seen` to the number of dots.
+/// turns with the mouse; the object is not used. Sets `faces_seen` to the number of dots.
 void draw_dots_effect();
 
 /// The curve's parameter runs from -effect_range to effect_range in steps of effect_step. One unit of it is

@@ -12,13 +12,13 @@
 
 struct AslIFace;
 
-/// What a file requester holds after it closed, confirmed or not.
+/// The contents of a file requester after it closed, confirmed or not.
 struct FileRequester {
     STRPTR fr_File;
     STRPTR fr_Drawer;
 };
 
-/// What a screen-mode requester holds after it closed, confirmed or not.
+/// The contents of a screen-mode requester after it closed, confirmed or not.
 struct ScreenModeRequester {
     ULONG sm_DisplayID;
     ULONG sm_DisplayWidth;
@@ -39,11 +39,10 @@ constexpr ULONG ASLSM_DoOverscanType = ASL_TB + 112;
 /// Makes a requester of the given kind, a FileRequester or a ScreenModeRequester; null if it cannot.
 APTR AllocAslRequest(ULONG type, const TagItem *tags);
 
-/// Shows a requester until the user closes it; FALSE if it was cancelled, and then it holds what it held
-/// before.
+/// Shows a requester until the user closes it; FALSE if they cancelled, and then its contents are unchanged.
 BOOL AslRequest(APTR requester, const TagItem *tags);
 
-/// Frees a requester and the texts that it holds.
+/// Frees a requester and its texts.
 void FreeAslRequest(APTR requester);
 
 #endif

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the program needs beside the system's own calls and types: pointers in tags and argument slots have
-// the size of the host's pointers, and files are opened as streams of the C library, wherever the program
-// runs.
+// What the program needs besides the system's own calls and types, on every host: tags and argument slots
+// that can hold the host's pointers, and files as streams of the C library.
 #pragma once
 
 #include <cstdio>
@@ -16,7 +15,7 @@ using TagData = ULONG;
 /// One slot of ReadArgs' result: a number or a pointer.
 using ArgumentSlot = LONG;
 
-/// The C library of this system knows volumes by itself.
+/// The C library of this system handles volumes itself.
 inline std::FILE *open_file(const char *name, const char *mode) {
     return std::fopen(name, mode);
 }
@@ -31,14 +30,13 @@ using TagData = std::uintptr_t;
 /// One slot of ReadArgs' result: a number, or a pointer of the host's size.
 using ArgumentSlot = std::intptr_t;
 
-/// fopen by the system's name: a host maps the volumes ENV: and ENVARC: to folders of its own and takes any
-/// other name as a path. Null if there is no such file, or if it cannot be read like a file (a folder, a pipe
-/// that nobody writes to).
+/// fopen with the system's name for a file. A host maps the volumes ENV: and ENVARC: to its own folders; any
+/// other name is a path. Null if there is no such file, or if it cannot be read like one (a folder, a pipe).
 std::FILE *open_file(const char *name, const char *mode);
 
 #endif
 
-/// A pointer as a tag carries it.
+/// A pointer in the form that a tag carries.
 inline TagData tag_pointer(const void *pointer) {
     return reinterpret_cast<TagData>(pointer);
 }

@@ -28,7 +28,7 @@ using CONST_STRPTR = const char *;
 constexpr BOOL FALSE = 0;
 constexpr BOOL TRUE = 1;
 
-/// One attribute of a call: which, and its value. A list of them ends with TAG_DONE.
+/// One attribute of a call and its value. A list of them ends with TAG_DONE.
 struct TagItem {
     ULONG ti_Tag;
     TagData ti_Data;
@@ -41,22 +41,23 @@ struct Interface;
 struct MsgPort;
 struct Message {};
 
-/// Opens a library of at least this version; null if there is none. A host owes every library it can serve.
+/// Opens a library of at least this version; null if there is none. A host must provide every library whose
+/// calls it implements.
 Library *OpenLibrary(CONST_STRPTR name, ULONG version);
 
 /// Closes what OpenLibrary opened; null is ignored.
 void CloseLibrary(Library *library);
 
-/// The named interface of an open library, null if it has none; calls of that library are made through it.
+/// The named interface of an open library; null if it has none. The library's calls are made through it.
 Interface *GetInterface(Library *library, CONST_STRPTR name, ULONG version, const TagItem *tags);
 
 /// Gives back what GetInterface returned; null is ignored.
 void DropInterface(Interface *interface);
 
-/// The oldest message waiting at a port, null when there is none; it is the program's until it is replied to.
+/// The oldest message waiting at a port; null if there is none. The program owns it until it replies.
 Message *GetMsg(MsgPort *port);
 
-/// Gives a message back to its sender; it must not be read after that.
+/// Returns a message to its sender. It must not be read afterwards.
 void ReplyMsg(Message *message);
 
 #endif

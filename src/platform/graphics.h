@@ -13,10 +13,10 @@
 struct GraphicsIFace;
 struct ColorMap;
 
-/// An 8-bit indexed picture; only the host looks inside.
+/// An 8-bit indexed picture. Only the host knows its contents.
 struct BitMap;
 
-/// What a screen's palette is loaded into.
+/// The part of a screen into which its palette is loaded.
 struct ViewPort {
     struct ColorMap *ColorMap;
 };
@@ -47,19 +47,19 @@ void SetDrMd(RastPort *context, ULONG mode);
 /// Moves the pen; y is the baseline of a text drawn next.
 void Move(RastPort *context, WORD x, WORD y);
 
-/// Draws the first `length` characters of a text at the pen, and moves the pen past them; clipped at the
+/// Draws the first `length` characters of a text at the pen and moves the pen past them; clipped to the
 /// bitmap.
 void Text(RastPort *context, CONST_STRPTR text, ULONG length);
 
 /// Waits for the next vertical blank.
 void WaitTOF();
 
-/// Loads palette entries: a word of count << 16 | first entry, then count triplets of red, green and blue
-/// with the level in the top byte, then a zero word.
+/// Loads palette entries from a table: a word (count << 16 | first entry), then for each entry three words
+/// for red, green and blue, with the level in the top byte, and a zero word at the end.
 void LoadRGB32(ViewPort *view_port, const ULONG *table);
 
 /// Writes one byte per pixel into the rectangle (x_start, y_start) to (x_stop, y_stop), both inclusive, from
-/// rows of `bytes_per_row`; clipped at the bitmap.
+/// rows of `bytes_per_row`; clipped to the bitmap.
 void WriteChunkyPixels(RastPort *context, ULONG x_start, ULONG y_start, ULONG x_stop, ULONG y_stop,
                        const UBYTE *pixels, LONG bytes_per_row);
 

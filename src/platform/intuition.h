@@ -12,12 +12,12 @@
 
 struct IntuitionIFace;
 
-/// What a screen lets the program touch: the viewport that its palette is loaded into.
+/// What the program may use of a screen: the viewport into which its palette is loaded.
 struct Screen {
     struct ViewPort ViewPort;
 };
 
-/// What a window lets the program touch: its own drawing context, and the port where its events arrive.
+/// What the program may use of a window: its drawing context, and the port where its events arrive.
 struct Window {
     RastPort *RPort;
     MsgPort *UserPort;
@@ -36,7 +36,7 @@ struct TextAttr {
     UBYTE ta_Flags;
 };
 
-/// One event of a window. With IDCMP_DELTAMOVE a movement's MouseX and MouseY are relative.
+/// An event of a window. With IDCMP_DELTAMOVE, MouseX and MouseY of a movement are relative.
 struct IntuiMessage {
     Message ExecMessage;
     ULONG Class;
@@ -85,25 +85,26 @@ constexpr UWORD MENUDOWN = 0x69;
 
 constexpr ULONG SB_SCREEN_BITMAP = 1;
 
-/// Opens a screen by tags, null if the mode or the size cannot be shown; it starts black.
+/// Opens a black screen by tags; null if the mode or the size cannot be shown.
 Screen *OpenScreenTagList(const NewScreen *reserved, const TagItem *tags);
 
 /// Closes a screen whose windows are closed.
 void CloseScreen(Screen *screen);
 
-/// Opens a window by tags on the screen of WA_CustomScreen, null if that fails.
+/// Opens a window by tags on the screen of WA_CustomScreen; null if that fails.
 Window *OpenWindowTagList(const NewWindow *reserved, const TagItem *tags);
 
-/// Closes a window and drops the events still waiting at its port.
+/// Closes a window and drops the events that still wait at its port.
 void CloseWindow(Window *window);
 
-/// A bitmap of the screen's size: the screen's own with SB_SCREEN_BITMAP, a new black one without; or null.
+/// A buffer with a bitmap of the screen's size: the screen's own bitmap with SB_SCREEN_BITMAP, otherwise a
+/// new black one. Null if that fails.
 ScreenBuffer *AllocScreenBuffer(Screen *screen, BitMap *reserved, ULONG flags);
 
-/// Frees a screen buffer; a wrapped screen's own bitmap stays with the screen.
+/// Frees a screen buffer. The screen's own bitmap stays with the screen.
 void FreeScreenBuffer(Screen *screen, ScreenBuffer *buffer);
 
-/// Makes the screen show this buffer; returns 0 if it could not yet.
+/// Makes the screen show this buffer; 0 if it cannot do so yet.
 ULONG ChangeScreenBuffer(Screen *screen, ScreenBuffer *buffer);
 
 /// Gives the window a pointer image of `height` rows; rows of zeros make it invisible.

@@ -18,8 +18,8 @@ struct EClockVal {
     ULONG ev_lo;
 };
 
-/// Seconds since the previous call on the same context, as unsigned 16.16 fixed point; after the first call
-/// on a zeroed context the result means nothing.
+/// Seconds since the previous call with the same context, as unsigned 16.16 fixed point. The result of the
+/// first call with a zeroed context is meaningless.
 ULONG ElapsedTime(EClockVal *context);
 
 #endif

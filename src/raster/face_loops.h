@@ -9,7 +9,7 @@
 #include <cstdint>
 
 /// Whether a triangle on the screen has the winding that is drawn while `flip` is 0. A degenerate triangle
-/// has not.
+/// does not.
 inline bool is_front_face(const Vec3 &p1, const Vec3 &p2, const Vec3 &p3) {
     return (p2.x - p1.x) * (p3.y - p1.y) > (p2.y - p1.y) * (p3.x - p1.x);
 }

@@ -10,10 +10,9 @@
 /// (column and row, counted from the map's centre).
 using TriangleParams = std::array<float, 18>;
 
-/// Each filler draws one triangle into `chunkybuf1` and `zbuf`. The vertices may be in any order and of
-/// either winding; afterwards those in the block are sorted by y. A pixel is written if its depth is larger
-/// than the one in `zbuf`. Only rows 6 to height - 6 and columns inside the frame are drawn, whatever the
-/// input.
+/// Each filler draws one triangle into `chunkybuf1` and `zbuf`. The vertices may have any order and either
+/// winding; afterwards those in the block are sorted by y. A pixel is written if its depth is larger than the
+/// one in `zbuf`. Only rows 6 to height - 6 and columns inside the frame are drawn, whatever the input.
 
 /// The depth is also the colour.
 void fill_tri_zcolour(TriangleParams *triangle);

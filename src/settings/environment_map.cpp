@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Finds, asks for and reads the texture file.
+// Finds the texture file or asks for it, and reads it.
 #include "settings/environment_map.h"
 
 #include "core/fatal_exit.h"
@@ -23,8 +23,8 @@ void read_envmap(std::FILE *file) {
     std::fclose(file);
 }
 
-/// Stores the name that the requester holds. A slash joins drawer and file, unless the drawer is empty or
-/// ends in ":" or "/".
+/// Stores the requester's name. A slash joins drawer and file, unless the drawer is empty or ends in ":" or
+/// "/".
 void take_name(const FileRequester &requester) {
     const char *drawer = requester.fr_Drawer;
     const std::size_t length = std::strlen(drawer);

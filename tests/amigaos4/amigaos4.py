@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Runs of the program as it is built for AmigaOS 4, under user-mode emulation on a system that records its calls."""
+"""Runs the program built for AmigaOS 4 under user-mode emulation, on a simulated system that records its calls."""
 import os
 import shutil
 import subprocess
@@ -12,12 +12,12 @@ PROJECT = TESTS.parent
 BUILD = Path(os.environ["AMIGAOS4_BUILD"])
 PROGRAM = BUILD / "clib4/bin/Zelvo"
 
-#: Guards against a run that hangs.
+#: A guard against hangs, in seconds.
 SECONDS = 600
 
 
 class Run:
-    """One run: its exit code, its standard output, and the lines about the calls it made."""
+    """One run: its exit code, its standard output, and a line for each call that it made."""
 
     def __init__(self, code, output, calls):
         self.code = code
@@ -25,7 +25,7 @@ class Run:
         self.calls = calls
 
     def named(self, *names):
-        """The calls of these names, in order."""
+        """The calls with these names, in order."""
         return [line for line in self.calls if line.split()[0] in names]
 
     def still_held(self):
@@ -34,7 +34,7 @@ class Run:
 
 
 class ProgramTest(unittest.TestCase):
-    """Each test has a folder of its own, which is the current one, with an object and the default texture."""
+    """A test with its own current folder, which has an object and the default texture."""
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -44,7 +44,7 @@ class ProgramTest(unittest.TestCase):
         shutil.copy(TESTS / "golden/objects/cube.lwo", self.folder)
 
     def run_program(self, *words, script="", program=PROGRAM, **told):
-        """Runs the program with these words, this input, and what the system is told (libraries="NAME=VERSION")."""
+        """Runs the program with these words, this input, and options of the system (libraries="NAME=VERSION")."""
         (self.folder / "input").write_text(script)
         environment = {"AMIGA_INPUT": "input", "AMIGA_CALLS": "calls"}
         environment |= {f"AMIGA_{name.upper()}": value for name, value in told.items()}

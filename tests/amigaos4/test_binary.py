@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the program for AmigaOS 4 is made of: its version tag, its instructions, its stack frames."""
+"""Tests of the program file for AmigaOS 4: its version tag, its instructions, its stack frames."""
 import re
 import subprocess
 import tempfile
@@ -18,14 +18,14 @@ def disassembly(path):
 
 
 def program_code(build):
-    """The instructions of the program, without any library's."""
+    """The instructions of the program itself, without those of libraries."""
     text = disassembly(BUILD / build / "src/libzelvo_program.a")
     assert "\tfmul" in text
     return text
 
 
 class VersionTag(unittest.TestCase):
-    def test_is_whole_in_the_file_where_the_version_command_looks_for_it(self):
+    def test_is_in_the_file_where_the_version_command_looks_for_it(self):
         for build in BUILDS:
             with self.subTest(build=build):
                 program = (BUILD / build / "bin/Zelvo").read_bytes()
@@ -33,7 +33,7 @@ class VersionTag(unittest.TestCase):
 
 
 class FusedMultiplyAdd(unittest.TestCase):
-    def test_is_nowhere_in_the_program(self):
+    def test_is_not_in_the_program(self):
         for build in BUILDS:
             with self.subTest(build=build):
                 self.assertEqual(len(FUSED.findall(program_code(build))), 0)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Every call of a short run, in order: how the display is opened, filled, steered and closed."""
+"""Tests every call of a short run, in order: how the display is opened, filled, used and closed."""
 from amigaos4 import ProgramTest
 
 # Tags are numbers after TAG_USER: 23 is SA_Width, 6a is WA_IDCMP.

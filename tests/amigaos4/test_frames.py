@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The golden frames, drawn by the program as it is built for AmigaOS 4, on 32-bit PowerPC."""
+"""Tests of the golden frames, drawn by the program built for AmigaOS 4, on 32-bit PowerPC."""
 import lzma
 import shutil
 import subprocess
@@ -10,7 +10,7 @@ GOLDEN = TESTS / "golden"
 
 
 def golden_cases():
-    """Object, script, width, height and number of passes of every case."""
+    """The object, script, width, height and number of passes of every case."""
     for line in (GOLDEN / "cases.txt").read_text().splitlines():
         if not line.startswith("#"):
             drawn, script, size, passes = line.split()
@@ -41,7 +41,7 @@ class GoldenFrames(ProgramTest):
                 compared += self.compare(*case, build="clib4")
         print(f"  {compared} golden frames equal to the byte on 32-bit PowerPC")
 
-    def test_are_equal_however_the_program_was_built(self):
+    def test_are_equal_in_every_build(self):
         for build in ("newlib-Os", "long-int32"):
             for case in golden_cases():
                 if case[1] in ("04_gouraud_light", "10_all_keys"):
@@ -51,13 +51,13 @@ class GoldenFrames(ProgramTest):
 
 class Mathematics(ProgramTest):
     def values(self, compiler, *objects, emulator=()):
-        """What the program makes of a million values of a C library, as one sum."""
+        """Tests of a checksum over a million values of a C library, as the program rounds them."""
         subprocess.run([compiler, "-std=c++20", "-O2", "-ffp-contract=off", "-I", PROJECT / "src",
                         TESTS / "robustness/frames/math_values.cpp", *objects, "-o", self.folder / "values"], check=True)
         printed = subprocess.run([*emulator, self.folder / "values"], stdout=subprocess.PIPE, check=True).stdout
         return printed.split()[0]
 
-    def test_of_newlib_on_powerpc_come_to_the_values_of_this_machine(self):
+    def test_of_newlib_on_powerpc_give_the_values_of_this_machine(self):
         newlib = (BUILD / "mathematics").glob("*.o")
         self.assertEqual(self.values(BUILD / "bin/ppc-amigaos-g++", *newlib, emulator=("qemu-ppc-static",)),
                          self.values("g++"))

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The archive for AmigaOS 4, as another program's unpacker and another program's icon reader see it."""
+"""Tests of the archive for AmigaOS 4 with another project's unpacker and icon reader."""
 import subprocess
 import tempfile
 import unittest
@@ -9,7 +9,7 @@ from amigaos4 import BUILD, PROJECT
 
 PICTURE = PROJECT / "packaging/amigaos4/icon.pgm"
 
-#: The level of the picture that each of Workbench's pens shows: grey, black, white, blue.
+#: The picture's level for each of Workbench's pens: grey, black, white, blue.
 LEVELS = (0, 1, 3, 2)
 
 
@@ -65,7 +65,7 @@ class Archive(unittest.TestCase):
                 self.assertTrue([LEVELS[pen] for pen in pens] == picture_levels())
 
     def test_icons_have_a_picture_for_another_reader(self):
-        # Netpbm 11.1 finds the picture, but mirrors the eight pixels of every byte, so that only its size is compared.
+        # Netpbm 11.1 finds the picture, but mirrors the eight pixels of every byte, so only its size is compared.
         for icon in (self.folder / "Zelvo.info", self.drawer / "Zelvo.info"):
             with self.subTest(icon=icon):
                 pam = subprocess.run(["infotopam", icon], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,

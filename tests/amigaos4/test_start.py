@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program's start and end on AmigaOS 4: libraries, the command line, requesters, settings."""
+"""Tests of the program's start and end on AmigaOS 4: libraries, the command line, requesters, settings."""
 from amigaos4 import ProgramTest
 
 LIBRARIES = [("graphics", 39, "Gfx V39"), ("intuition", 39, "Intuition V39"), ("lowlevel", 39, "LowLevel V39"),
@@ -18,7 +18,7 @@ class Libraries(ProgramTest):
             expected += [f"DropInterface {name}.library", f"CloseLibrary {name}.library"]
         self.assertEqual(run.named("OpenLibrary", "GetInterface", "DropInterface", "CloseLibrary"), expected)
 
-    def test_of_the_oldest_version_that_will_do_are_enough(self):
+    def test_of_the_oldest_allowed_version_are_enough(self):
         oldest = " ".join(f"{name}.library={version}" for name, version, _ in LIBRARIES)
         self.assertEqual(self.run_program("cube.lwo", script=QUIT, libraries=oldest).code, 0)
 
@@ -96,7 +96,7 @@ class Refusals(ProgramTest):
                 self.assertEqual(run.output, "display parameters: 0x00000000, 320, 256\n" + text)
                 self.assertEqual(run.still_held(), [])
 
-    def test_requesters_that_cannot_be_had_leave_the_defaults(self):
+    def test_requesters_that_cannot_be_made_leave_the_defaults(self):
         run = self.run_program("cube.lwo", script=QUIT, refuse="AllocAslRequest")
         self.assertEqual(run.code, 0)
         self.assertEqual(run.named("OpenScreenTagList")[0].split()[3:5], ["23=140", "24=100"])

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Programs that are started with a standard stream closed write nothing of it into their files.
+// Tests that programs started with a closed standard stream never write its output into their files.
 #include "render_test.h"
 
 namespace {
@@ -11,16 +11,16 @@ protected:
     }
 };
 
-TEST_F(ClosedStreams, AreTheNullDeviceToTheRenderer) {
+TEST_F(ClosedStreams, AreTheNullDeviceForTheRenderer) {
     for (const int descriptor : {0, 1, 2}) {
-        // As a script the null device is empty; a descriptor that is not there could not be opened.
+        // As a script the null device is empty. A missing descriptor could not be opened.
         const Words script{"--input", "/proc/self/fd/" + std::to_string(descriptor)};
         const ToolRun run = run_without(descriptor, "zelvo-render", cube_arguments(script));
         EXPECT_EQ(run.exit_code, 0) << descriptor << ": " << run.errors;
     }
 }
 
-TEST_F(ClosedStreams, LeaveTheRenderersPicturesWhole) {
+TEST_F(ClosedStreams, DoNotDamageTheRenderersPictures) {
     expect_cube_run(render_cube({"--gif", "expected.gif", "--chunky", "expected"}), 1);
     ASSERT_NE(work.read("expected/00001.pgm"), "");
     for (const int descriptor : {0, 1, 2}) {
@@ -31,9 +31,9 @@ TEST_F(ClosedStreams, LeaveTheRenderersPicturesWhole) {
     }
 }
 
-TEST_F(ClosedStreams, AreTheNullDeviceToTheGenerator) {
+TEST_F(ClosedStreams, AreTheNullDeviceForTheGenerator) {
     for (const int descriptor : {0, 1}) {
-        // The null device is no folder; a descriptor that is not there is no file at all.
+        // The error shows that this is the null device: a missing descriptor would not exist.
         const ToolRun run =
             run_without(descriptor, "zelvo-data", {"/proc/self/fd/" + std::to_string(descriptor) + "/data"});
         EXPECT_EQ(run.exit_code, 2);

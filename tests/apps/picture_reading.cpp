@@ -25,7 +25,7 @@ std::vector<host::Colour> colours_of(const ColorMapObject *map) {
     return colours;
 }
 
-/// The repetitions of an animation's loop extension, if these are its blocks.
+/// The number of repetitions, if this is an animation's loop extension.
 void find_repetitions(const ExtensionBlock *blocks, int count, int &repetitions) {
     for (int i = 0; i + 1 < count; ++i) {
         const ExtensionBlock &name = blocks[i];
@@ -35,6 +35,23 @@ void find_repetitions(const ExtensionBlock *blocks, int count, int &repetitions)
             repetitions = data.Bytes[1] | data.Bytes[2] << 8;
         }
     }
+}
+
+template <typename Picture>
+Picture read_transparent_png(const std::string &path, png_uint_32 format) {
+    Picture picture;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0 || image.format != format) {
+        ADD_FAILURE() << path << " is not a PNG with opacity";
+        png_image_free(&image);
+        return picture;
+    }
+    picture.width = static_cast<int>(image.width);
+    picture.height = static_cast<int>(image.height);
+    picture.pixels.resize(std::size_t{image.width} * image.height);
+    EXPECT_NE(png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr), 0) << path;
+    return picture;
 }
 
 } // namespace
@@ -74,19 +91,11 @@ IndexedPicture read_png(const std::string &path) {
 }
 
 ColourPicture read_colour_png(const std::string &path) {
-    ColourPicture picture;
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, path.c_str()) == 0 || image.format != PNG_FORMAT_RGBA) {
-        ADD_FAILURE() << path << " is not a PNG with opacity";
-        png_image_free(&image);
-        return picture;
-    }
-    picture.width = static_cast<int>(image.width);
-    picture.height = static_cast<int>(image.height);
-    picture.pixels.resize(std::size_t{image.width} * image.height);
-    EXPECT_NE(png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr), 0) << path;
-    return picture;
+    return read_transparent_png<ColourPicture>(path, PNG_FORMAT_RGBA);
+}
+
+GreyPicture read_grey_png(const std::string &path) {
+    return read_transparent_png<GreyPicture>(path, PNG_FORMAT_GA);
 }
 
 AnimationFile read_gif(const std::string &path) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads pictures back with the libraries that other programs read them with.
+// Reads pictures with the libraries that other programs use.
 #pragma once
 
 #include "platform/shared/bitmap.h"
@@ -19,11 +19,22 @@ struct IndexedPicture {
     int at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
 };
 
-/// A picture of red, green, blue and opacity.
+/// A picture with red, green, blue and opacity.
 struct ColourPicture {
     int width = 0;
     int height = 0;
     std::vector<std::array<std::uint8_t, 4>> pixels;
+};
+
+/// A picture of brightness and opacity.
+struct GreyPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::array<std::uint8_t, 2>> pixels;
+
+    const std::array<std::uint8_t, 2> &at(int x, int y) const {
+        return pixels[static_cast<std::size_t>(y * width + x)];
+    }
 };
 
 /// One picture of an animation.
@@ -33,32 +44,35 @@ struct AnimationPicture {
     int top = 0;
     /// In hundredths of a second.
     int delay = 0;
-    /// Whether the next picture begins on an empty one, so that a larger one leaves nothing of itself.
+    /// Whether the picture is erased before the next one, so that nothing of a larger one remains.
     bool is_cleared_afterwards = false;
-    /// Whether one of its colours lets what is below it through.
+    /// Whether one of its colours is transparent.
     bool has_transparency = false;
-    /// Whether the palette is the picture's own instead of the animation's.
+    /// Whether the picture has its own palette instead of the animation's.
     bool has_own_palette = false;
 };
 
-/// An animation as a whole.
+/// A whole animation.
 struct AnimationFile {
     int width = 0;
     int height = 0;
-    /// How often it is to be repeated, 0 for ever; -1 if it does not say.
+    /// How often it repeats: 0 for forever, -1 if it does not say.
     int repetitions = -1;
     std::vector<AnimationPicture> pictures;
 };
 
-/// A PNG of 8-bit palette indices; an empty picture, and a failure of the test, for anything else.
+/// Reads a PNG of 8-bit palette indices. Anything else fails the test and gives an empty picture.
 IndexedPicture read_png(const std::string &path);
 
-/// A PNG of 8-bit red, green, blue and opacity; an empty picture, and a failure of the test, for anything
-/// else.
+/// Reads a PNG of 8-bit red, green, blue and opacity. Anything else fails the test and gives an empty
+/// picture.
 ColourPicture read_colour_png(const std::string &path);
 
-/// A GIF.
+/// Reads a PNG of 8-bit brightness and opacity. Anything else fails the test and gives an empty picture.
+GreyPicture read_grey_png(const std::string &path);
+
+/// Reads a GIF.
 AnimationFile read_gif(const std::string &path);
 
-/// A binary PGM of maximum 255, without a palette.
+/// Reads a binary PGM with maximum 255. The picture has no palette.
 IndexedPicture read_pgm(const std::string &bytes);

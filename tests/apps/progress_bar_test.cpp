@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The bar that a long run of zelvo-render draws on a terminal, and nowhere else.
+// Tests of the progress bar that a long run of zelvo-render draws on a terminal.
 #include "render_test.h"
 
 #include <chrono>
@@ -13,7 +13,7 @@ namespace {
 
 class RenderProgress : public RenderTest {
 protected:
-    /// A run that is far too long, and what happens to it while it runs.
+    /// Runs far too many passes; `meanwhile` acts on the process while it runs.
     ToolRun long_run(const std::function<void(pid_t)> &meanwhile, const std::string &error_device = {},
                      const std::string &passes = "2000000000") const {
         return run_tool("zelvo-render", cube_arguments({"--passes", passes}),
@@ -21,15 +21,15 @@ protected:
     }
 };
 
-/// A terminal, and what programs show on it.
+/// A terminal whose output the test reads.
 class Terminal {
 public:
     Terminal() : screen(posix_openpt(O_RDWR | O_NOCTTY)) {
         if (screen < 0 || grantpt(screen) != 0 || unlockpt(screen) != 0) {
-            throw std::runtime_error("no terminal is to be had");
+            throw std::runtime_error("cannot open a terminal");
         }
         name = ptsname(screen);
-        // Open here too, so that a test can mark where what the run showed ends.
+        // Open here too, so that a test can write a mark after the run's output.
         other_side = open(name.c_str(), O_RDWR | O_NOCTTY);
     }
     ~Terminal() {
@@ -41,8 +41,8 @@ public:
 
     const std::string &device() const { return name; }
 
-    /// Takes what is shown until `pattern` is in it; what there is if that is long, or a minute brings no
-    /// more.
+    /// Reads what is shown until `pattern` appears. Gives up after 4096 characters, or after a minute without
+    /// output.
     std::string shown_until(const std::regex &pattern) const {
         std::string shown;
         std::array<char, 256> bytes{};
@@ -55,7 +55,7 @@ public:
         return shown;
     }
 
-    /// Takes what else was shown by a run that has ended.
+    /// Reads the rest of what a run showed. The run must have ended.
     std::string rest() const {
         EXPECT_EQ(write(other_side, "end", 3), 3);
         const std::string shown = shown_until(std::regex("end"));
@@ -69,13 +69,13 @@ private:
     std::string name;
 };
 
-TEST_F(RenderProgress, IsDrawnOnATerminalAndWipedAway) {
+TEST_F(RenderProgress, IsDrawnOnATerminalAndErased) {
     const Terminal terminal;
     const std::string bar = R"(\r\[\.{40}\] pass \d+ of 2000000000)";
     std::string shown;
     const ToolRun run = long_run(
         [&](pid_t process) {
-            // Two, of which the second is drawn over the first.
+            // Two bars, the second drawn over the first.
             shown = terminal.shown_until(std::regex(bar + bar));
             kill(process, SIGTERM);
         },
@@ -87,7 +87,7 @@ TEST_F(RenderProgress, IsDrawnOnATerminalAndWipedAway) {
 
 TEST_F(RenderProgress, GrowsWithThePasses) {
     const Terminal terminal;
-    // A bar a tenth of a second, and a hash of the forty every 10,000 passes.
+    // A bar every tenth of a second. Each of the forty hash signs means 10,000 passes.
     std::string shown;
     long_run(
         [&](pid_t process) {
@@ -103,7 +103,7 @@ TEST_F(RenderProgress, GrowsWithThePasses) {
     EXPECT_EQ(parts[1].length() + parts[2].length(), 40);
 }
 
-TEST_F(RenderProgress, CountsObjectsWhereThereAreSeveral) {
+TEST_F(RenderProgress, CountsObjectsIfThereAreSeveral) {
     const Terminal terminal;
     Words objects(1000, object("torus"));
     objects.insert(objects.end(), {"--passes", "1000"});
@@ -128,7 +128,7 @@ TEST_F(RenderProgress, CountsObjectsWhereThereAreSeveral) {
     EXPECT_EQ(shown.find("pass"), std::string::npos) << shown;
 }
 
-TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
+TEST_F(RenderProgress, IsNeverWrittenToAFile) {
     const ToolRun run = long_run([](pid_t process) {
         // The bar waits for a second before it appears.
         sleep(2);
@@ -138,14 +138,14 @@ TEST_F(RenderProgress, StaysOutOfAFileHoweverLongTheRun) {
     EXPECT_EQ(run.errors, "");
 }
 
-TEST_F(RenderProgress, LeavesATerminalAloneInAShortRun) {
+TEST_F(RenderProgress, IsNotDrawnInAShortRun) {
     const Terminal terminal;
     const auto start = std::chrono::steady_clock::now();
     const ToolRun run = run_tool("zelvo-render", cube_arguments({}),
                                  {work.folder(), temporary.folder(), {}, {}, terminal.device()});
     const auto took = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(run.exit_code, 0);
-    // On a machine that needs a second for this there may be a bar.
+    // A machine that needs a second for this may show a bar.
     if (took < std::chrono::seconds(1)) {
         EXPECT_EQ(terminal.rest(), "");
     }

@@ -13,8 +13,8 @@
 
 using Words = std::vector<std::string>;
 
-/// Tests that run zelvo-render in a folder of their own. Whatever happens, its temporary folders are gone
-/// afterwards, and nothing half written is left.
+/// Tests that run zelvo-render in their own folder. Each test also checks that no temporary folders and no
+/// half-written files remain.
 class RenderTest : public testing::Test {
 protected:
     void TearDown() override {
@@ -28,7 +28,7 @@ protected:
         return run_tool("zelvo-render", arguments, {work.folder(), temporary.folder(), {}});
     }
 
-    /// Runs the golden cube with its texture on a display of 100 x 75, and with these further arguments.
+    /// Runs the golden cube with its texture on a display of 100 x 75, with these additional arguments.
     ToolRun render_cube(const Words &arguments = {}) const { return render(cube_arguments(arguments)); }
 
     static Words cube_arguments(const Words &more) {
@@ -60,7 +60,7 @@ protected:
         return names;
     }
 
-    /// What the program prints in an ordinary run of the cube that takes this many passes of 1/64 s.
+    /// The program's output in an ordinary run of the cube with this many passes of 1/64 s.
     static std::string cube_output(int passes) {
         std::array<char, 300> text{};
         std::snprintf(text.data(), text.size(),
@@ -77,7 +77,7 @@ protected:
         EXPECT_EQ(run.errors, "");
     }
 
-    /// Checks that the tool refused its arguments, and said why.
+    /// Checks that the tool refused its arguments and said why.
     static void expect_misuse(const ToolRun &run, const std::string &what) {
         EXPECT_EQ(run.exit_code, 2) << what;
         EXPECT_NE(run.errors, "") << what;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The version tag in the built viewer, where the system's version command looks for it.
+// Tests that the built viewer has the version tag that the system's version command looks for.
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>

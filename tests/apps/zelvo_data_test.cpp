@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The generator of data/ makes it again byte for byte, and what it makes is what the viewer needs.
+// Tests that the generator reproduces data/ byte for byte, and that the data is valid.
 #include "support/program_run.h"
 #include "support/tool_run.h"
 
@@ -17,7 +17,7 @@ std::string whole_file(const std::filesystem::path &path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// What data/ holds of the generator's kinds: objects and a texture.
+/// The files of data/ that the generator makes: objects and a texture.
 std::set<std::string> made_files(const std::string &folder) {
     std::set<std::string> names;
     for (const auto &entry : std::filesystem::directory_iterator(folder)) {
@@ -28,7 +28,7 @@ std::set<std::string> made_files(const std::string &folder) {
     return names;
 }
 
-/// An object file taken apart.
+/// A parsed object file.
 struct ObjectFile {
     std::string type;
     std::size_t form_size = 0;
@@ -84,7 +84,7 @@ protected:
     TemporaryFiles files;
 };
 
-TEST_F(ZelvoData, MakesEveryFileAgainByteForByte) {
+TEST_F(ZelvoData, ReproducesEveryFileByteForByte) {
     const ToolRun run = make({"made/here"});
     EXPECT_EQ(run.exit_code, 0);
     EXPECT_EQ(run.output, "");
@@ -101,7 +101,7 @@ TEST_F(ZelvoData, MakesEveryFileAgainByteForByte) {
               std::ssize(names));
 }
 
-TEST_F(ZelvoData, MakesTheSameOverOlderFiles) {
+TEST_F(ZelvoData, ReplacesOlderFiles) {
     ASSERT_EQ(make({"."}).exit_code, 0);
     const std::string knot = files.read("torus_knot.lwo");
     files.write("torus_knot.lwo", "old");
@@ -120,7 +120,7 @@ TEST_F(ZelvoData, NeedsExactlyOneFolder) {
     EXPECT_TRUE(std::filesystem::is_empty(files.folder()));
 }
 
-TEST_F(ZelvoData, LeavesNothingHalfWrittenWhereItCannotWrite) {
+TEST_F(ZelvoData, LeavesNothingHalfWrittenIfItCannotWrite) {
     files.write("taken", "a file");
     EXPECT_EQ(make({"taken"}).exit_code, 2);
     EXPECT_EQ(files.read("taken"), "a file");
@@ -134,7 +134,7 @@ TEST_F(ZelvoData, LeavesNothingHalfWrittenWhereItCannotWrite) {
 
 TEST_F(ZelvoData, LeavesNothingHalfWrittenOnAFullDisk) {
     std::filesystem::create_directories(files.path("made"));
-    // The file beside the final one is a way to a device on which every write fails.
+    // The temporary file is a link to a device on which every write fails.
     std::filesystem::create_symlink("/dev/full", files.path("made/cut_gem.lwo.part"));
     const ToolRun run = make({"made"});
     EXPECT_EQ(run.exit_code, 2);
@@ -143,7 +143,7 @@ TEST_F(ZelvoData, LeavesNothingHalfWrittenOnAFullDisk) {
     EXPECT_EQ(made_files(files.path("made")), std::set<std::string>{"torus_knot.lwo"});
 }
 
-TEST(DataFolder, HoldsSoundObjectsOfManyKinds) {
+TEST(DataFolder, HasValidObjectsOfManyKinds) {
     std::size_t most_polygons = 0;
     std::set<std::size_t> vertex_counts;
     std::size_t objects = 0;
@@ -171,7 +171,7 @@ TEST(DataFolder, HoldsSoundObjectsOfManyKinds) {
     EXPECT_TRUE(has_surfaces);
 }
 
-TEST(DataFolder, HoldsATextureOfTheRightSize) {
+TEST(DataFolder, HasATextureOfTheRightSize) {
     const std::string texture = whole_file(std::filesystem::path(ZELVO_DATA_FOLDER) / "Zelvo_envmap.chunky");
     EXPECT_EQ(texture.size(), 65536U);
     // Polished metal has dark and bright places.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Several objects in one call of zelvo-render: a run for each, with its name in the names of its outputs.
+// Tests of several objects in one call of zelvo-render. Each has its own run, and its name in the outputs'
+// names.
 #include "picture_reading.h"
 #include "render_test.h"
 
@@ -13,7 +14,7 @@ protected:
     }
 };
 
-TEST_F(RenderObjects, HaveARunEach) {
+TEST_F(RenderObjects, AreEachDrawnInARun) {
     const Words view{"--passes", "3", "--mode", "phong", "--gamma", "2,1,1"};
     const auto outputs = [](const std::string &name) {
         return Words{"--chunky",    name,      "--png",         name + "-%d.png", "--gif",
@@ -37,7 +38,7 @@ TEST_F(RenderObjects, HaveARunEach) {
     EXPECT_EQ(names_in(work.folder()).size(), 2U * 2U * 7U);
 }
 
-TEST_F(RenderObjects, GiveTheirNamesWithoutFolderAndSuffix) {
+TEST_F(RenderObjects, NameOutputsWithoutFolderAndSuffix) {
     const std::vector<std::pair<std::string, std::string>> objects{
         {"plain", "plain"}, {"deep/two.parts.lwo", "two.parts"}, {"100%d.lwo", "100%d"}, {"%s.LWO", "%s"}};
     std::filesystem::create_directory(work.path("deep"));
@@ -52,13 +53,13 @@ TEST_F(RenderObjects, GiveTheirNamesWithoutFolderAndSuffix) {
     const ToolRun run = render_objects(files, {"--png", "%s-%d%%-%s.png", "--gif", "g%%s-%s.gif"});
     EXPECT_EQ(run.exit_code, 0) << run.errors;
     EXPECT_EQ(names_in(work.folder()), pictures);
-    // One object may have its name there too, and an output may do without.
+    // With a single object the outputs may also have its name, but need not.
     EXPECT_EQ(render_objects({"plain"}, {"--png", "one-%s.png", "--gif", "one.gif"}).exit_code, 0);
     pictures.insert({"one-plain.png", "one.gif"});
     EXPECT_EQ(names_in(work.folder()), pictures);
 }
 
-TEST_F(RenderObjects, AreAllDrawnThoughOneFails) {
+TEST_F(RenderObjects, AreAllDrawnEvenIfOneFails) {
     work.write("bad.lwo", "no object");
     const Words three{object("cube"), "bad.lwo", object("torus")};
     const ToolRun run = render_objects(three, {"--png", "%s.png"});
@@ -71,7 +72,7 @@ TEST_F(RenderObjects, AreAllDrawnThoughOneFails) {
               (std::set<std::string>{"bad.lwo", "cube.gif", "cube.png", "torus.gif", "torus.png"}));
 }
 
-TEST_F(RenderObjects, NeedNamesThatDiffer) {
+TEST_F(RenderObjects, NeedDifferentNames) {
     const Words two{object("cube"), object("torus")};
     for (const auto &[option, name] : std::vector<std::pair<std::string, std::string>>{{"--chunky", "frames"},
                                                                                        {"--png", "a.png"},
@@ -90,11 +91,11 @@ TEST_F(RenderObjects, NeedNamesThatDiffer) {
     EXPECT_EQ(same.exit_code, 2);
     EXPECT_EQ(same.errors, "OBJECT: two have the name cube\nRun with --help for more information.\n");
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{"a"});
-    // Without an output names do not matter.
+    // Without an output, equal names are allowed.
     EXPECT_EQ(render_objects({object("cube"), "a/cube.lwo"}, {}).exit_code, 0);
 }
 
-TEST_F(RenderObjects, AreNotTwoWhereOneIsTheKeyword) {
+TEST_F(RenderObjects, DoNotIncludeTheKeyword) {
     const ToolRun run = render_objects({"FILE", object("cube")}, {"--png", "%s.png"});
     expect_cube_run(run, 1);
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{"cube.png"});
@@ -102,7 +103,7 @@ TEST_F(RenderObjects, AreNotTwoWhereOneIsTheKeyword) {
     EXPECT_EQ(names_in(work.folder()), (std::set<std::string>{"cube.gif", "cube.png"}));
 }
 
-TEST_F(RenderObjects, EndWithTheOneThatIsInterrupted) {
+TEST_F(RenderObjects, EndWhenOneIsInterrupted) {
     for (const int signal : {SIGINT, SIGTERM}) {
         std::filesystem::remove_all(work.path("cube"));
         ToolPlace place{work.folder(), temporary.folder(), {}};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The pictures that zelvo-render writes, read back.
+// Tests of the pictures that zelvo-render writes.
 #include "picture_reading.h"
 #include "render_test.h"
 #include "support/viewer_test.h"
@@ -39,7 +39,7 @@ std::vector<host::Colour> grey_ramp() {
     return colours;
 }
 
-TEST_F(RenderPictures, HoldEveryFrameAsWrittenToTheScreen) {
+TEST_F(RenderPictures, AreExactlyTheFramesWrittenToTheScreen) {
     expect_cube_run(render_cube({"--passes", "3", "--chunky", "deep/frames"}), 3);
     EXPECT_EQ(names_in(work.path("deep/frames")),
               (std::set<std::string>{"00001.pgm", "00002.pgm", "00003.pgm"}));
@@ -68,8 +68,8 @@ TEST_F(RenderPictures, ShowTheFrameWithItsTextsOnTop) {
     }
 }
 
-TEST_F(RenderPictures, ShowTheBareFrameWhenNoTextIsDrawn) {
-    // A pass takes 4 seconds here, so the message that the counter's key leaves is gone after pass 2.
+TEST_F(RenderPictures, ShowOnlyTheFrameWhenNoTextIsDrawn) {
+    // A pass takes 4 seconds here, so the message of the counter's key is gone after pass 2.
     const ToolRun run =
         render_cube(joined({"--passes", "3", "--tick", "1", "--chunky", "frames", "--png", "frame-%d.png"},
                            script("1 key f\n")));
@@ -78,7 +78,7 @@ TEST_F(RenderPictures, ShowTheBareFrameWhenNoTextIsDrawn) {
     EXPECT_FALSE(png("frame-2.png").pixels == pgm("frames/00002.pgm").pixels);
 }
 
-TEST_F(RenderPictures, CarryTheScreensPalette) {
+TEST_F(RenderPictures, HaveTheScreensPalette) {
     work.write("Zelvo.vars", settings_text({{"gammas", "2.0 0.5 3.0"}, {"width", "64"}, {"height", "48"}}));
     const ToolRun run = render_cube({"--env", ".", "--png", "one.png", "--gif", "a.gif", "--sheet", "s.png"});
     EXPECT_EQ(run.exit_code, 0);
@@ -94,7 +94,7 @@ TEST_F(RenderPictures, CarryTheScreensPalette) {
     EXPECT_EQ(png("s.png").palette, picture.palette);
 }
 
-TEST_F(RenderPictures, MoveInAnEndlessAnimation) {
+TEST_F(RenderPictures, MakeAnEndlessAnimation) {
     expect_cube_run(render_cube(joined({"--passes", "6", "--png", "frame-%d.png", "--gif", "a.gif"},
                                        script("1 rawkey 0x4E\n2 move 30 10\n4 button right\n"))),
                     6);
@@ -106,7 +106,7 @@ TEST_F(RenderPictures, MoveInAnEndlessAnimation) {
     for (std::size_t i = 0; i < 6; ++i) {
         const AnimationPicture &shown = animation.pictures[i];
         const IndexedPicture single = png("frame-" + std::to_string(i + 1) + ".png");
-        // 50 pictures a second are two hundredths each.
+        // At 50 pictures per second each lasts two hundredths of a second.
         EXPECT_EQ(shown.delay, 2);
         EXPECT_TRUE(shown.is_cleared_afterwards);
         EXPECT_FALSE(shown.has_transparency);
@@ -119,7 +119,7 @@ TEST_F(RenderPictures, MoveInAnEndlessAnimation) {
     }
 }
 
-TEST_F(RenderPictures, MakeAnAnimationOfASizeBeyondAByte) {
+TEST_F(RenderPictures, MakeAnAnimationWiderThanAByteCanSay) {
     const ToolRun run = render({object("cube"), "--envmap", test_file("golden/envmap.chunky"), "--size",
                                 "320x258", "--passes", "2", "--gif", "a.gif"});
     EXPECT_EQ(run.exit_code, 0);
@@ -145,7 +145,7 @@ TEST_F(RenderPictures, KeepTheirPalettesWhenTheGammaChanges) {
     }
 }
 
-TEST_F(RenderPictures, FollowAChangeOfTheScreenMode) {
+TEST_F(RenderPictures, ChangeTheirSizeWithTheScreenMode) {
     const ToolRun run = render_cube(
         joined({"--passes", "3", "--png", "frame-%d.png", "--gif", "a.gif", "--chunky", "frames"},
                script("answer mode 0 64 90\n1 key m\nanswer mode 0 120 48\n2 key m\nanswer mode 0 80 60\n")));
@@ -165,7 +165,7 @@ TEST_F(RenderPictures, FollowAChangeOfTheScreenMode) {
     }
 }
 
-TEST_F(RenderPictures, LeaveEarlierPassesOutOnRequest) {
+TEST_F(RenderPictures, OmitEarlierPassesOnRequest) {
     expect_cube_run(render_cube({"--passes", "9", "--from", "4", "--every", "2", "--png", "f%d.png", "--gif",
                                  "a.gif", "--chunky", "frames"}),
                     9);
@@ -180,7 +180,7 @@ TEST_F(RenderPictures, AreNamedByTheirPass) {
                     12);
     EXPECT_EQ(names_in(work.folder()), (std::set<std::string>{"a%-009.png", "a%-012.png"}));
     expect_cube_run(render_cube({"--passes", "5", "--from", "5", "--png", "one.png"}), 5);
-    // The second picture of two passes is never taken, so one name is enough.
+    // Only one of the two passes has a picture, so one name is enough.
     expect_cube_run(render_cube({"--passes", "2", "--every", "2", "--png", "two.png"}), 2);
     expect_cube_run(render_cube({"--passes", "12", "--from", "12", "--png", "b%1d.png"}), 12);
     expect_cube_run(render_cube({"--passes", "3", "--from", "3", "--png", "c%4d.png"}), 3);
@@ -225,7 +225,7 @@ TEST_F(RenderPictures, AreSideBySideOnASheet) {
     EXPECT_TRUE(sheet.pixels == expected);
 }
 
-TEST_F(RenderPictures, TakePlacesOfTheFirstOnesSizeOnASheet) {
+TEST_F(RenderPictures, HaveThePlacesOfTheFirstOnesSizeOnASheet) {
     const ToolRun run = render_cube(joined(
         {"--passes", "3", "--png", "frame-%d.png", "--sheet", "sheet.png", "--columns", "3"},
         script(
@@ -234,7 +234,7 @@ TEST_F(RenderPictures, TakePlacesOfTheFirstOnesSizeOnASheet) {
     const IndexedPicture sheet = png("sheet.png");
     ASSERT_EQ(sheet.width, 4 + 3 * (64 + 4));
     ASSERT_EQ(sheet.height, 4 + 60 + 4);
-    // What is larger is cut, what is smaller leaves black; the palette is the first picture's.
+    // Larger pictures are cut, smaller ones are filled up with black. The palette is the first picture's.
     EXPECT_EQ(sheet.palette, png("frame-1.png").palette);
     EXPECT_NE(sheet.palette, png("frame-3.png").palette);
     std::vector<std::uint8_t> expected(sheet.pixels.size(), 48);
@@ -252,7 +252,7 @@ TEST_F(RenderPictures, TakePlacesOfTheFirstOnesSizeOnASheet) {
 }
 
 TEST_F(RenderPictures, AreWholeOnASheet) {
-    // A picture so low that its text reaches its last row.
+    // The text reaches the last row of such a low picture.
     const ToolRun run = render({object("cube"), "--envmap", test_file("golden/envmap.chunky"), "--size",
                                 "100x11", "--png", "frame-%d.png", "--sheet", "sheet.png", "--from", "1"});
     EXPECT_EQ(run.exit_code, 0);
@@ -267,7 +267,7 @@ TEST_F(RenderPictures, AreWholeOnASheet) {
     EXPECT_GT(texts, 0);
 }
 
-TEST_F(RenderPictures, MakeASheetNoWiderThanTheyAreMany) {
+TEST_F(RenderPictures, MakeASheetNoWiderThanTheirNumber) {
     expect_cube_run(render_cube({"--passes", "2", "--sheet", "sheet.png"}), 2);
     EXPECT_EQ(png("sheet.png").width, 4 + 2 * 104);
     EXPECT_EQ(png("sheet.png").height, 4 + 79);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What zelvo-render refuses: bad options and places where it cannot write.
+// Tests of what zelvo-render refuses: bad options, and outputs that it cannot write.
 #include "picture_reading.h"
 #include "render_test.h"
 
@@ -59,7 +59,7 @@ TEST_F(RenderRefuses, OptionsThatMakeNoSense) {
     }
 }
 
-TEST_F(RenderRefuses, ViewsThatNoKeyReaches) {
+TEST_F(RenderRefuses, ViewsThatNoKeyCanSet) {
     const std::string modes =
         "--mode: not one of effect, envmap, texturemap, lightsourced, phong, z-light, dots, 0 to 6: ";
     const std::string spins = "--spin: not from -4 to 4: ";
@@ -102,7 +102,7 @@ TEST_F(RenderRefuses, ViewsThatNoKeyReaches) {
         {{"--gamma", "2"}, gammas + "2"},
         {{"--turntable", "0"}, "--turntable: Value 0 not in range 1 to 1000000"},
         {{"--turntable", "1000001"}, "--turntable: Value 1000001 not in range 1 to 1000000"},
-        {{"--turntable", "8", "--mode", "effect"}, "--turntable: the effect is another one after every turn"},
+        {{"--turntable", "8", "--mode", "effect"}, "--turntable: the effect changes with every turn"},
         {{"--turntable", "8", "--spin"}, "--spin excludes --turntable"},
         {{"--turntable", "8", "--passes", "9"}, "--passes excludes --turntable"},
         {{"--turntable", "8", "--from", "9"}, "--from excludes --turntable"},
@@ -124,13 +124,13 @@ TEST_F(RenderRefuses, ViewsThatNoKeyReaches) {
         EXPECT_EQ(run.output, "") << errors;
         EXPECT_EQ(names_in(work.folder()), std::set<std::string>{}) << errors;
     }
-    // Settings of a folder go with everything that is no setting.
+    // A settings folder may be combined with every option that is not a setting.
     expect_cube_run(render_cube({"--env", ".", "--tilt", "1,1", "--no-texts", "--background", "transparent",
                                  "--png", "a.png"}),
                     3);
 }
 
-TEST_F(RenderRefuses, ToWriteIntoAFolderThatIsNotThere) {
+TEST_F(RenderRefuses, ToWriteIntoAMissingFolder) {
     const std::vector<Words> outputs{
         {"--png", "none/frame-%d.png"},
         {"--gif", "none/a.gif"},
@@ -145,11 +145,11 @@ TEST_F(RenderRefuses, ToWriteIntoAFolderThatIsNotThere) {
     }
 }
 
-TEST_F(RenderRefuses, ToLoseWhatTheProgramHadPrintedBefore) {
+TEST_F(RenderRefuses, OutputsWithoutLosingWhatTheProgramPrinted) {
     EXPECT_EQ(render_cube({"--png", "none/frame.png"}).output, "display parameters: 0x00000000, 100, 75\n");
 }
 
-TEST_F(RenderRefuses, ToPutFramesWhereAFileIs) {
+TEST_F(RenderRefuses, ToPutFramesIntoAFile) {
     work.write("taken", "a file");
     for (const char *folder : {"taken", "taken/below"}) {
         const ToolRun run = render_cube({"--chunky", folder});
@@ -169,7 +169,7 @@ TEST_F(RenderRefuses, ToReplaceAFolder) {
 }
 
 TEST_F(RenderRefuses, ToLeaveAHalfWrittenFileOnAFullDisk) {
-    // The file beside the final one is a way to a device on which every write fails.
+    // The temporary file is a link to a device on which every write fails.
     const std::vector<std::pair<Words, std::string>> outputs{
         {{"--chunky", "frames"}, "frames/00002.pgm"},
         {{"--png", "frame-%d.png"}, "frame-2.png"},
@@ -188,7 +188,7 @@ TEST_F(RenderRefuses, ToLeaveAHalfWrittenFileOnAFullDisk) {
         EXPECT_FALSE(std::filesystem::exists(work.path(name))) << name;
         EXPECT_FALSE(std::filesystem::is_symlink(work.path(name + ".part"))) << name;
     }
-    // What was complete before the disk was full stays.
+    // Files that were complete before the disk was full remain.
     EXPECT_EQ(names_in(work.path("frames")), std::set<std::string>{"00001.pgm"});
     EXPECT_EQ(read_png(work.path("frame-1.png")).width, 100);
 }
@@ -208,17 +208,17 @@ TEST_F(RenderRefuses, ToKeepAnAnimationOrASheetWithoutPictures) {
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{});
 }
 
-TEST_F(RenderRefuses, ToRunWithoutAPlaceForTemporaryFolders) {
+TEST_F(RenderRefuses, ToRunWithoutATemporaryFolder) {
     const ToolPlace nowhere{work.folder(), work.path("none"), {}};
     const ToolRun run = run_tool("zelvo-render", cube_arguments({"--gif", "a.gif"}), nowhere);
     expect_misuse(run, "no temporary folder");
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{});
-    // With both volumes given it needs none.
+    // It needs none if both volumes are given.
     expect_cube_run(run_tool("zelvo-render", cube_arguments({"--env", ".", "--envarc", "."}), nowhere), 1);
 }
 
-TEST_F(RenderRefuses, NothingOnlyBecauseASettingsFolderIsMissing) {
+TEST_F(RenderRefuses, NoRunBecauseASettingsFolderIsMissing) {
     ToolRun run = render_cube(
         joined({"--env", "none", "--envarc", "none", "--passes", "2"}, script("1 key S\n1 key w\n")));
     const std::string reason = " was not saved: No such file or directory (none/Zelvo.vars)\n";

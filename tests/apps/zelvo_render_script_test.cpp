@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Input scripts of zelvo-render: what they make the program do, and which are refused.
+// Tests of zelvo-render's input scripts.
+#include "platform/shared/frame_sum.h"
 #include "render_test.h"
+
+#include <array>
+#include <cstdio>
 
 namespace {
 
@@ -21,6 +25,39 @@ protected:
         return text.find(line + "\n") != std::string::npos;
     }
 };
+
+TEST_F(RenderScript, RepeatsARecordedRunAndNoticesOtherFrames) {
+    const std::string start = "object knot\nfile knot " + object("cube") + "\nfile Zelvo_envmap.chunky " +
+                              test_file("golden/envmap.chunky") +
+                              "\nenvarc rotate: 9\nenv gammas: 1 1 1\nenv rotate: 1\n1 key s\n";
+    const ToolRun wrong = render(script(start + "passes 3\nframes 2 0x0000000000000000\n"));
+    EXPECT_EQ(wrong.exit_code, 2);
+    EXPECT_EQ(wrong.errors, "zelvo-render: the frames are not those of the recorded run\n");
+    EXPECT_NE(wrong.output.find("number of frames: 3\n"), std::string::npos);
+
+    ASSERT_EQ(render(joined({"--chunky", "frames"}, script(start + "passes 2\n"))).exit_code, 0);
+    host::FrameSum sum;
+    for (const char *name : {"frames/00001.pgm", "frames/00002.pgm"}) {
+        const std::string pgm = work.read(name);
+        const std::string pixels = pgm.substr(pgm.size() - 320 * 256);
+        sum.add({reinterpret_cast<const std::uint8_t *>(pixels.data()), pixels.size()}, 320, 256);
+    }
+    std::array<char, 40> frames{};
+    std::snprintf(frames.data(), frames.size(), "frames 2 0x%016llx\n",
+                  static_cast<unsigned long long>(sum.value()));
+    const ToolRun right = render(script(start + "passes 3\n" + frames.data()));
+    EXPECT_EQ(right.exit_code, 0) << right.errors;
+    // What the command line says instead is not compared.
+    EXPECT_EQ(render(joined({"--passes", "1"}, script(start + "frames 9 0x0000000000000000\n"))).exit_code,
+              0);
+    // The settings are those of the script, or of the command line.
+    std::filesystem::create_directory(work.path("env"));
+    EXPECT_EQ(render(joined({"--env", "env"}, script(start + "passes 1\n"))).exit_code, 0);
+    EXPECT_NE(work.read("env/Zelvo.vars").find("rotate: 0.000000\n"), std::string::npos);
+    const ToolRun both = render(joined({"--spin"}, script(start)));
+    EXPECT_EQ(both.exit_code, 2);
+    EXPECT_NE(both.errors.find("excludes"), std::string::npos) << both.errors;
+}
 
 TEST_F(RenderScript, PressesKeysByCharacterOrCode) {
     EXPECT_TRUE(contains(saved_after("1 key b\n"), "clear style: 1"));
@@ -50,7 +87,7 @@ TEST_F(RenderScript, MovesTheMouseInTheGivenPass) {
     };
     const Words still = frames_of("");
     EXPECT_EQ(still[1], still[4]);
-    // Moved in pass 2, drawn so in pass 3, shown in pass 4.
+    // Moved in pass 2, drawn in pass 3, shown in pass 4.
     const Words moved = frames_of("2 move -20 35\n");
     EXPECT_EQ(moved[2], still[2]);
     EXPECT_NE(moved[3], still[3]);
@@ -59,7 +96,7 @@ TEST_F(RenderScript, MovesTheMouseInTheGivenPass) {
     EXPECT_EQ(frames_of("2 move -32768 32767\n2 move 32748 -32732\n"), moved);
 }
 
-TEST_F(RenderScript, KeepsTheOrderWithinAPassAndNeedsNoneBetween) {
+TEST_F(RenderScript, KeepsTheOrderWithinAPassAndSortsPasses) {
     EXPECT_TRUE(contains(saved_after("2 key R\n1 key b\n"), "clear style: 0"));
     EXPECT_TRUE(contains(saved_after("1 key R\n1 key b\n"), "clear style: 1"));
     EXPECT_TRUE(contains(saved_after("1 key b\n1 key R\n"), "clear style: 0"));
@@ -67,7 +104,7 @@ TEST_F(RenderScript, KeepsTheOrderWithinAPassAndNeedsNoneBetween) {
     EXPECT_TRUE(contains(saved_after("1 key b\n", 1), "clear style: 1"));
 }
 
-TEST_F(RenderScript, PassesOverCommentsBlanksAndEmptyLines) {
+TEST_F(RenderScript, SkipsCommentsBlanksAndEmptyLines) {
     EXPECT_TRUE(contains(saved_after("# 1 key p\n\n   \n  # 1 key d\n\t1   key\tb  \n"), "clear style: 1"));
     EXPECT_TRUE(contains(saved_after("1 key b\r\n\r\n2 key b\r\n"), "clear style: 2"));
     EXPECT_TRUE(contains(saved_after("1 key #\n1 key \"\n1 key b\n"), "clear style: 1"));
@@ -111,7 +148,7 @@ TEST_F(RenderScript, AnswersFileRequesters) {
         << run.output;
 }
 
-TEST_F(RenderScript, EndsTheProgramByAFileThatIsMissing) {
+TEST_F(RenderScript, EndsTheProgramByChoosingAMissingFile) {
     const ToolRun run =
         render_cube(joined({"--passes", "4", "--chunky", "frames"}, script("2 key t\n"
                                                                            "answer mode 0 100 75\n"
@@ -125,7 +162,7 @@ TEST_F(RenderScript, EndsTheProgramByAFileThatIsMissing) {
 }
 
 TEST_F(RenderScript, IsRefusedWithItsLineBeforeAnythingRuns) {
-    // InputScript has the other lines that are malformed.
+    // The InputScript tests have more malformed lines.
     for (const std::string line : {"1 button middle", "answer mode 0 wide 256"}) {
         const ToolRun run = render_cube(
             joined({"--chunky", "frames", "--gif", "a.gif", "--png", "p.png"},
@@ -144,13 +181,13 @@ TEST_F(RenderScript, CannotBeAFolder) {
     EXPECT_EQ(run.output, "");
 }
 
-TEST_F(RenderScript, IsRefusedInItsLastLineWithoutALineEnd) {
+TEST_F(RenderScript, IsRefusedForALastLineWithoutALineEnd) {
     const ToolRun run = render_cube(script("1 key b\n1 keys b"));
     expect_misuse(run, "no line end");
     EXPECT_NE(run.errors.find("script.txt:2: "), std::string::npos) << run.errors;
 }
 
-TEST_F(RenderScript, HasToBeThere) {
+TEST_F(RenderScript, MustExist) {
     const ToolRun missing = render_cube({"--input", "missing.txt", "--gif", "a.gif"});
     expect_misuse(missing, "missing");
     EXPECT_NE(missing.errors.find("missing.txt"), std::string::npos) << missing.errors;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// zelvo-render as a user runs it: the program's own output and exit code, its volumes, its clock, its end.
+// Tests of zelvo-render as a user runs it: the program's output and exit code, its volumes, clock and end.
 #include "picture_reading.h"
 #include "render_test.h"
 #include "support/golden_cases.h"
@@ -13,12 +13,12 @@ namespace {
 
 class ZelvoRender : public RenderTest {};
 
-TEST_F(ZelvoRender, PrintsWhatTheProgramPrintsAndNothingElse) {
+TEST_F(ZelvoRender, PrintsOnlyWhatTheProgramPrints) {
     expect_cube_run(render_cube(), 1);
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{});
 }
 
-TEST_F(ZelvoRender, PrintsTheSameWhateverItWrites) {
+TEST_F(ZelvoRender, PrintsTheSameForAnyOutputs) {
     expect_cube_run(render_cube({"--passes", "3", "--chunky", "frames", "--png", "p-%d.png", "--gif", "a.gif",
                                  "--sheet", "s.png"}),
                     3);
@@ -55,19 +55,22 @@ TEST_F(ZelvoRender, LetsTheProgramRefuseAnImpossibleSize) {
               "display parameters: 0x00000000, -100, 75\nCouldn't allocate *chunkybuf1 memory\n");
 }
 
-TEST_F(ZelvoRender, FindsTheTextureInTheCurrentDirectoryWithoutAnOption) {
+TEST_F(ZelvoRender, TakesTheTextureOfTheCurrentDirectoryElseTheInstalledOne) {
+    const std::string installed = std::string(ZELVO_DATA_FOLDER) + "/Zelvo_envmap.chunky";
+    const auto frame = [&](const Words &more) {
+        const Words arguments{object("torus"), "--size", "100x75", "--passes", "2", "--chunky", "frames"};
+        EXPECT_EQ(render(joined(arguments, more)).exit_code, 0);
+        return work.read("frames/00002.pgm");
+    };
+    const std::string with_installed = frame({});
+    EXPECT_EQ(with_installed, frame({"--envmap", installed}));
     std::filesystem::copy(test_file("golden/envmap.chunky"), work.path("Zelvo_envmap.chunky"));
-    const ToolRun run = render({object("cube"), "--size", "100x75"});
-    expect_cube_run(run, 1);
-    std::filesystem::remove(work.path("Zelvo_envmap.chunky"));
-    const ToolRun without = render({object("cube"), "--size", "100x75"});
-    EXPECT_EQ(without.exit_code, 20);
-    EXPECT_EQ(without.output,
-              "display parameters: 0x00000000, 100, 75\nenvmap filename: Zelvo_envmap.chunky\n"
-              "changescreenbuffer done\nenvmap file open error\n");
+    const std::string with_local = frame({});
+    EXPECT_EQ(with_local, frame({"--envmap", test_file("golden/envmap.chunky")}));
+    EXPECT_NE(with_local, with_installed);
 }
 
-TEST_F(ZelvoRender, ShowsTheTextureThatItIsGiven) {
+TEST_F(ZelvoRender, UsesTheTextureThatItIsGiven) {
     work.write("white", std::string(65536, '\xFF'));
     expect_cube_run(render({object("cube"), "--envmap", "white", "--size", "100x75", "--passes", "2",
                             "--chunky", "frames"}),
@@ -88,7 +91,7 @@ TEST_F(ZelvoRender, ReadsAndWritesSettingsInItsFolders) {
     EXPECT_EQ(work.read("env/Zelvo.vars"), settings_text(saved));
     EXPECT_EQ(work.read("envarc/Zelvo.vars"), settings_text(saved));
 
-    // The next run finds them: no requester, and what it saves shows what it loaded.
+    // The next run loads the saved settings: there is no requester, and it saves the same values.
     const ToolRun later = render_cube(joined(folders, script("1 key b\n1 key s\n")));
     EXPECT_EQ(later.exit_code, 0);
     EXPECT_TRUE(later.output.starts_with("number of frames: 4\n")) << later.output;
@@ -97,7 +100,7 @@ TEST_F(ZelvoRender, ReadsAndWritesSettingsInItsFolders) {
     EXPECT_EQ(work.read("env/Zelvo.vars"), settings_text(saved_later));
     EXPECT_EQ(work.read("envarc/Zelvo.vars"), settings_text(saved));
 
-    // Loading brings back either file's settings.
+    // Each key loads the settings of its own file.
     work.write("env/Zelvo.vars", settings_text({{"clear style", "1"}, {"width", "64"}, {"height", "48"}}));
     work.write("envarc/Zelvo.vars", settings_text({{"clear style", "3"}, {"fps", "0"}}));
     render_cube(joined(folders, script("1 key W\n2 key s\n")));
@@ -107,10 +110,10 @@ TEST_F(ZelvoRender, ReadsAndWritesSettingsInItsFolders) {
     EXPECT_EQ(work.read("envarc/Zelvo.vars"), settings_text({{"dots", "1"}}));
 }
 
-TEST_F(ZelvoRender, KeepsNothingOfATemporarySettingsFolder) {
+TEST_F(ZelvoRender, RemovesItsTemporarySettingsFolder) {
     expect_cube_run(render_cube(joined({"--passes", "2"}, script("1 key s\n1 key S\n"))), 2);
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{"script.txt"});
-    // That the next run asks for the screen mode again shows that nothing was kept.
+    // The next run asks for the screen mode again, so nothing was kept.
     expect_cube_run(render_cube(), 1);
 }
 
@@ -128,7 +131,7 @@ TEST_F(ZelvoRender, AdvancesItsClockByTheTick) {
                                "average framerate: inf fps\n"
                                "changescreenbuffer done\n");
     expect_cube_run(render_cube({"--clock", "fixed"}), 1);
-    // A tenth is 6553.6 units of the clock, which the nearest whole number stands for, four times a pass.
+    // A tenth of a second is 6553.6 units of the clock, rounded to a whole number, four times per pass.
     const ToolRun tenth = render_cube({"--tick", "0.1"});
     EXPECT_NE(tenth.output.find("all time: 0.400024 "), std::string::npos) << tenth.output;
 }
@@ -149,11 +152,11 @@ TEST_F(ZelvoRender, MeasuresRealTimeOnRequest) {
     EXPECT_GE(all_time, 0.0);
     EXPECT_LT(all_time, whole_run.count());
     EXPECT_NEAR(average, all_time / 3.0, 1e-6);
-    // Three passes of twelve readings are no multiple of the fixed clock's.
+    // The time is not a multiple of the fixed clock's, although three passes read the clock twelve times.
     EXPECT_NE(run.output, cube_output(3));
 }
 
-TEST_F(ZelvoRender, EndsAsTheProgramDoesOnWhatIsNoObject) {
+TEST_F(ZelvoRender, EndsAsTheProgramDoesOnAFileThatIsNoObject) {
     const std::string sound = [] {
         std::ifstream file(object("cube"), std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
@@ -207,7 +210,7 @@ TEST_F(ZelvoRender, PrintsHelpAndVersion) {
     EXPECT_EQ(version.output, "zelvo-render 0.67 OS4 (23-Feb-2005)\n");
 }
 
-TEST_F(ZelvoRender, CarriesTheVersionTag) {
+TEST_F(ZelvoRender, ContainsTheVersionTag) {
     std::ifstream file(std::string(ZELVO_BIN_FOLDER) + "/zelvo-render", std::ios::binary);
     const std::string program{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     EXPECT_NE(program.find("$VER: Zelvo 0.67 OS4 (23-Feb-2005)"), std::string::npos);

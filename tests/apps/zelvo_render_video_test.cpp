@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The video stream of zelvo-render, in a file and on standard output.
+// Tests of zelvo-render's video stream, in a file and on standard output.
 #include "picture_reading.h"
 #include "render_test.h"
 
@@ -15,7 +15,7 @@ const std::string frame_header = "FRAME\n";
 constexpr std::size_t picture_pixels = 100 * 75;
 const std::size_t frame_size = frame_header.size() + 3 * picture_pixels;
 
-TEST_F(RenderVideo, HoldsThePicturesInTheirColours) {
+TEST_F(RenderVideo, HasThePicturesInTheirColours) {
     const ToolRun run = render_cube({"--passes", "4", "--from", "2", "--spin", "--gamma", "2,0.5,3", "--y4m",
                                      "a.y4m", "--png", "%d.png"});
     expect_cube_run(run, 4);
@@ -30,7 +30,7 @@ TEST_F(RenderVideo, HoldsThePicturesInTheirColours) {
             const auto level = [&](std::size_t plane) {
                 return static_cast<unsigned char>(frame[frame_header.size() + plane * picture_pixels + i]);
             };
-            // As a player turns it back into red, green and blue.
+            // Converted to red, green and blue as a player does.
             const double luma = 255.0 / 219.0 * (level(0) - 16);
             const double blue_difference = 255.0 / 112.0 * (level(1) - 128);
             const double red_difference = 255.0 / 112.0 * (level(2) - 128);
@@ -81,7 +81,7 @@ TEST_F(RenderVideo, EndsTheToolWhenNobodyReadsIt) {
         << work.read("errors");
 }
 
-TEST_F(RenderVideo, IsRefusedWhereItCannotBeWritten) {
+TEST_F(RenderVideo, IsRefusedIfItCannotBeWritten) {
     std::filesystem::create_symlink("/dev/full", work.path("a.y4m.part"));
     const ToolRun run = render_cube({"--passes", "3", "--y4m", "a.y4m"});
     expect_misuse(run, "a full disk");
@@ -103,7 +103,7 @@ TEST_F(RenderVideo, HasPicturesOfOneSize) {
     }
 }
 
-TEST_F(RenderVideo, IsNotKeptWithoutAPicture) {
+TEST_F(RenderVideo, IsRemovedIfItHasNoPicture) {
     expect_cube_run(render_cube({"--passes", "3", "--from", "4", "--y4m", "a.y4m"}), 3);
     EXPECT_EQ(names_in(work.folder()), std::set<std::string>{});
 }

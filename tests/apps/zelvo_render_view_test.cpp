@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The options that choose a view: each draws what the settings file or the input script draws.
+// Tests of the options that choose a view. Each draws the same as a settings file or an input script.
 #include "picture_reading.h"
 #include "render_test.h"
 #include "support/viewer_test.h"
@@ -12,8 +12,8 @@ using Settings = std::map<std::string, std::string>;
 
 class RenderView : public RenderTest {
 protected:
-    /// Everything that a run of the cube with these arguments shows: frames, and pictures with palette and
-    /// texts.
+    /// Everything that a run of the cube with these arguments shows: its frames, and its pictures with
+    /// palette and texts.
     std::vector<std::string> shown(const Words &arguments) const {
         const TemporaryFiles pictures;
         const Words outputs{"--chunky", pictures.folder(), "--png", pictures.path("%d.png")};
@@ -27,14 +27,14 @@ protected:
         return files;
     }
 
-    /// Puts these settings into a folder, and names it as that of ENV:.
+    /// Writes these settings into a folder and returns the option that uses it for ENV:.
     static Words with_settings(const TemporaryFiles &env, Settings settings) {
         settings.insert({{"width", "100"}, {"height", "75"}});
         env.write("Zelvo.vars", settings_text(settings));
         return {"--env", env.folder()};
     }
 
-    /// The same for a run that finds these settings.
+    /// The same for a run that loads these settings.
     std::vector<std::string> shown_by_settings(const Settings &settings, const Words &arguments) const {
         const TemporaryFiles env;
         return shown(joined(with_settings(env, settings), arguments));
@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(RenderView, IsThatOfTheSettingsFile) {
+TEST_F(RenderView, IsTheSameAsWithASettingsFile) {
     const std::vector<std::pair<Words, Settings>> views{
         {{"--mode", "effect"}, {{"obj style", "0"}}},
         {{"--mode", "envmap"}, {{"obj style", "1"}}},
@@ -88,12 +88,12 @@ TEST_F(RenderView, IsThatOfTheSettingsFile) {
         EXPECT_TRUE(view == shown_by_settings(settings, passes)) << options[0] << " " << options.back();
         different.insert(view);
     }
-    // Four of the views are another's under a second name, and one is the view of every start, which is new.
+    // Four of the views equal another one under a second name, and one is the default view.
     EXPECT_EQ(different.size(), views.size() - 6);
     EXPECT_TRUE(different.contains(shown(passes)));
 }
 
-TEST_F(RenderView, IsTiltedByAMovementInTheFirstPass) {
+TEST_F(RenderView, IsTheSameAsWithAMovementInTheFirstPass) {
     const Words passes{"--passes", "4", "--spin"};
     for (const auto &[tilt, move] : std::vector<std::pair<std::string, std::string>>{
              {"40,0", "1 move 40 0\n"},
@@ -109,7 +109,7 @@ TEST_F(RenderView, IsTiltedByAMovementInTheFirstPass) {
     EXPECT_FALSE(shown(joined(passes, {"--tilt", "40,9"})) == shown(joined(passes, {"--tilt", "9,40"})));
 }
 
-TEST_F(RenderView, IsShownByThePictureOfThePassThatShowsItFirst) {
+TEST_F(RenderView, IsShownByTheFirstPassThatHasIt) {
     const Words third{"--passes", "3", "--from", "3"};
     for (const Words &view : std::vector<Words>{{"--mode", "phong"},
                                                 {"--spin"},
@@ -123,13 +123,13 @@ TEST_F(RenderView, IsShownByThePictureOfThePassThatShowsItFirst) {
         EXPECT_EQ(files.size(), 4U) << view[0];
         EXPECT_TRUE(files == shown(joined(third, view))) << view[0];
     }
-    // What the user says about passes is done.
+    // Explicit numbers of passes are obeyed.
     EXPECT_EQ(shown({"--dots", "--passes", "2"}).size(), 4U);
     EXPECT_EQ(shown({"--dots", "--from", "1"}).size(), 2U);
     EXPECT_EQ(shown({}).size(), 2U);
 }
 
-TEST_F(RenderView, TurnsOnceRoundWithoutASeam) {
+TEST_F(RenderView, TurnsOnceWithoutASeam) {
     const Settings turning{{"rotate", "261.79938779914943"}, {"obj style", "4"}};
     const Words view{"--mode", "phong", "--tilt", "10,50"};
     const Words tilt = script("1 move 10 50\n");
@@ -148,7 +148,7 @@ TEST_F(RenderView, TurnsOnceRoundWithoutASeam) {
     EXPECT_EQ(different.size(), 6U);
 }
 
-TEST_F(RenderView, HasTheTrailsOfATurnBeforeTheFirstPicture) {
+TEST_F(RenderView, HasTrailsFromTheFirstPictureOn) {
     const Words fading{"--clear", "fade", "--no-texts"};
     const ToolRun run =
         render_cube(joined(fading, {"--turntable", "32", "--chunky", "turn", "--gif", "a.gif"}));
@@ -157,12 +157,12 @@ TEST_F(RenderView, HasTheTrailsOfATurnBeforeTheFirstPicture) {
     ASSERT_EQ(animation.pictures.size(), 32U);
     EXPECT_TRUE(animation.pictures[0].picture.pixels == read_pgm(work.read("turn/00067.pgm")).pixels);
     EXPECT_TRUE(animation.pictures[31].picture.pixels == read_pgm(work.read("turn/00098.pgm")).pixels);
-    // The next turn begins with the same picture.
+    // The next turn would begin with the same picture.
     const TemporaryFiles env;
     const Words more = with_settings(env, {{"rotate", "49.087385212340515"}, {"clear style", "1"}});
     EXPECT_TRUE(frame(more, 67) == animation.pictures[0].picture.pixels);
     EXPECT_TRUE(frame(more, 99) == animation.pictures[0].picture.pixels);
-    // As many turns before as a trail needs.
+    // As many turns come before the first picture as a trail needs.
     for (const auto &[pictures, passes] :
          std::vector<std::pair<int, int>>{{1, 67}, {63, 191}, {64, 130}, {65, 132}}) {
         expect_cube_run(render_cube(joined(fading, {"--turntable", std::to_string(pictures)})), passes);
@@ -176,20 +176,20 @@ TEST_F(RenderView, HasNoTextsInItsPictures) {
                         "--gif",      "a.gif",    "--sheet", "s.png",  "--columns", "1"};
     expect_cube_run(render_cube(outputs), 3);
     const IndexedPicture plain = read_png(work.path("plain.png"));
-    // As with the counter off, when the first message has gone, which takes two seconds.
+    // The same as with the counter off, after the first message is gone (two seconds).
     const std::vector<std::string> later =
         shown_by_settings({{"fps", "0"}}, {"--tick", "1", "--passes", "3", "--from", "3"});
     EXPECT_EQ(later.back(), "3.png" + work.read("plain.png"));
     EXPECT_TRUE(read_gif(work.path("a.gif")).pictures.at(0).picture.pixels == plain.pixels);
     EXPECT_EQ(read_png(work.path("s.png")).at(4 + 50, 4 + 37), plain.at(50, 37));
-    // They are the pictures of the same passes.
+    // The pictures show the same passes.
     EXPECT_TRUE(plain.pixels == frame({}, 3));
     EXPECT_TRUE(frame({"--spin"}, 4) != frame({"--spin"}, 3));
     expect_cube_run(render_cube({"--no-texts", "--spin", "--passes", "4", "--png", "%d.png"}), 4);
     EXPECT_TRUE(read_png(work.path("4.png")).pixels == frame({"--spin"}, 4));
 }
 
-TEST_F(RenderView, IsOpaqueWhereFacesAreHoweverBlack) {
+TEST_F(RenderView, IsOpaqueOnFacesEvenIfBlack) {
     work.write("black", std::string(65536, '\0'));
     const Words spinning{"--spin=4", "--tilt", "30,20"};
     for (const int pass : {3, 5}) {
@@ -214,7 +214,7 @@ TEST_F(RenderView, IsOpaqueWhereFacesAreHoweverBlack) {
 }
 
 TEST_F(RenderView, IsTransparentWhereNothingIsDrawn) {
-    // Dots have no depth, and what the depth buffer still holds of faces drawn before is not theirs.
+    // Dots write no depth. Depths of earlier faces, which are still in the buffer, must not count.
     for (const std::string mode : {"0", "6"}) {
         const Words input = script(mode == "0" ? "1 key e\n"
                                                : "1 button right\n1 button right\n1 button right\n"
@@ -241,7 +241,7 @@ TEST_F(RenderView, IsTransparentWhereNothingIsDrawn) {
         }
         EXPECT_GT(different.size(), 10U);
     }
-    // Before the first frame there is nothing but texts.
+    // Before the first frame the picture has only texts.
     expect_cube_run(
         render_cube({"--background", "transparent", "--no-texts", "--passes", "1", "--png", "none.png"}), 1);
     EXPECT_EQ(read_colour_png(work.path("none.png")).pixels,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the one conversion to integers.
+// Tests of the conversion from float to int.
 #include "core/to_int.h"
 
 #include <gtest/gtest.h>

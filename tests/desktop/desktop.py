@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""A private desktop for each test: an X server without a screen, a window manager, a user's folders, and the viewer
-in a real window, steered by real key presses and mouse motion."""
+"""A private desktop for each test: an X server without a screen, a window manager, a user's folders, and the viewer in
+a real window. Real key presses and mouse motion control it."""
 
 import math
 import os
@@ -18,19 +18,19 @@ import pictures
 VIEWER = os.environ["ZELVO"]
 RENDERER = os.environ["ZELVO_RENDER"]
 
-VIEWER_TITLE = "^Zelvo   <Esc> to quit"
+VIEWER_TITLE = "Zelvo   <Esc> to quit"
 POINTER_HINT = "<Alt> frees the pointer."
 MODE_TITLE = "^Zelvo: screen mode"
 OBJECT_TITLE = "^Select a LightWave Object"
 TEXTURE_TITLE = "^Select Zelvo_envmap.chunky file"
 
-# A guard against hangs. Nothing here takes long, except on a busy machine.
+# A guard against hangs, in seconds. Only a busy machine takes long.
 PATIENCE = 30.0
 
-# What is done before a window is ready for it can be lost. Without an effect after this time it is done again.
+# Input before a window is ready for it can be lost. Without an effect after this time it is repeated.
 REPEAT_PATIENCE = 5.0
 
-# The viewer ignores a click within this time after it got the focus. Nothing shows when the time is over.
+# The viewer ignores clicks for this time after it got the focus. Nothing shows when the time is over.
 STRAY_CLICK_SECONDS = 0.5
 
 # The X server repeats a held key after 0.66 s, and then 25 times per second. A test that shows that a repeated key
@@ -58,8 +58,8 @@ width: {width}
 height: {height}
 *** Please don't edit this file! ***"""
 
-# What a first start writes, with two changes: the counter is off because it shows the time, and the window shows pixels
-# at their own size.
+# The settings of a first start with two changes: the frame-rate counter is off, because it depends on the time, and
+# pixels are not enlarged.
 DEFAULTS = {
     "gammas": "1.000000 1.000000 1.000000",
     "rotate": "0.000000",
@@ -95,7 +95,7 @@ def wait_until(condition, what, patience=PATIENCE):
 
 
 def repeat_until(action, condition, what, patience=REPEAT_PATIENCE):
-    """Does something that may be lost until it has an effect; returns the first true value of `condition`."""
+    """Repeats an action that may be lost until it has an effect; returns the first true value of `condition`."""
 
     def has_effect():
         action()
@@ -123,7 +123,7 @@ def _chunk(name, data):
 
 
 def write_object(path, rings=16, sides=10):
-    """A LightWave object file of a torus whose tube is thicker at one place, so that every turn shows."""
+    """Writes a LightWave object: a torus whose tube is thicker at one place, so that every rotation is visible."""
     points, polygons = b"", b""
     for ring in range(rings):
         around = 2 * math.pi * ring / rings
@@ -146,7 +146,7 @@ def write_object(path, rings=16, sides=10):
 
 
 def write_texture(path, waves=3):
-    """A texture of soft waves; another number of waves gives another texture."""
+    """Writes a texture of soft waves. Another number of waves gives another texture."""
     path.write_bytes(
         bytes(
             int(127.5 + 127.0 * math.sin(waves * u * math.pi / 128) * math.cos(v * math.pi / 96))
@@ -157,7 +157,7 @@ def write_texture(path, waves=3):
 
 
 def language(folder, name):
-    """Makes a locale in a folder; the environment variables that choose it."""
+    """Makes a locale in a folder; returns the environment variables that choose it."""
     locales = folder / "locales"
     locales.mkdir(exist_ok=True)
     path = locales / (name + ".UTF-8")
@@ -166,13 +166,14 @@ def language(folder, name):
 
 
 class Display:
-    """An X server of a size, with a window manager by default."""
+    """An X server with a screen of this size, and by default with a window manager."""
 
     def __init__(self, width=1280, height=1024, manager=True):
         number_read, number_write = os.pipe()
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(number_write), "-screen", "0", f"{width}x{height}x24"]
-            # Otherwise the server resets when its last client leaves, and a new client may connect during the reset.
+            # Otherwise the server resets when its last client disconnects, and a new client may connect during the
+            # reset.
             + ["-noreset", "-nolisten", "tcp"],
             pass_fds=[number_write],
             stdout=subprocess.DEVNULL,
@@ -185,8 +186,8 @@ class Display:
         self.manager = None
         if manager:
             self.manager = subprocess.Popen(
-                # A window that comes before the manager has started may never be mapped. The manager runs this command
-                # when it has started.
+                # A window that opens before the manager has started may never be mapped. The manager runs this command
+                # after its start.
                 ["openbox", "--sm-disable", "--startup", "xprop -root -f MANAGED 8s -set MANAGED yes"],
                 env=self.environment,
                 stdout=subprocess.DEVNULL,
@@ -211,28 +212,28 @@ class Display:
                 process.wait()
 
     def xdotool(self, *words):
-        """Runs xdotool and returns what it prints; nothing if it finds nothing."""
+        """Runs xdotool and returns what it prints; empty if it finds nothing."""
         done = subprocess.run(["xdotool", *map(str, words)], env=self.environment, capture_output=True, text=True)
         return done.stdout
 
     def wmctrl(self, window, *words):
-        """Asks the window manager for something that it does with a window."""
+        """Asks the window manager to do something with a window."""
         subprocess.run(["wmctrl", "-i", "-r", hex(window), *words], env=self.environment, check=True)
 
     def close_window(self, window):
-        """What the window manager's close button does."""
+        """Does what the window manager's close button does."""
         subprocess.run(["wmctrl", "-i", "-c", hex(window)], env=self.environment, check=True)
 
     def find(self, title):
-        """The visible window of this title, None if there is none."""
+        """The visible window with this title; None if there is none."""
         found = self.xdotool("search", "--onlyvisible", "--name", title).split()
         return int(found[-1]) if found else None
 
     def wait_for(self, title, patience=PATIENCE):
-        """The window of this title, once it has the focus."""
+        """Waits until the window with this title has the focus, and returns it."""
 
         def focused():
-            """Window managers announce a window as active before the server gives it the keys."""
+            """Checks both: window managers announce a window as active before the server gives it the keys."""
             words = self.xdotool("getactivewindow").split()
             name = self.xdotool("getwindowname", words[0]) if words else ""
             has_keys = words and self.xdotool("getwindowfocus").split() == words
@@ -253,7 +254,7 @@ class Display:
         self.wait_for(title)
 
         def press():
-            # It may have closed by now, and the next window would take the key.
+            # The window may have closed by now. The next window must not get the key.
             if re.search(title, self.xdotool("getactivewindow", "getwindowname")):
                 self.key(key)
 
@@ -271,13 +272,13 @@ class Display:
         return self.xdotool("getwindowname", window).strip()
 
     def place_of(self, window):
-        """Corner and size of what is inside the window's frame: x, y, width, height."""
+        """The area inside the window's frame: x, y, width, height."""
         answer = self.xdotool("getwindowgeometry", "--shell", window)
         values = dict(line.split("=") for line in answer.split())
         return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def end_of(self, window):
-        """The first column and the first row beyond the window and its frame."""
+        """The first column and the first row past the window and its frame."""
 
         def answer(*command):
             return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=True).stdout
@@ -290,7 +291,7 @@ class Display:
         return x + width + int(frame[1]), y + height + int(frame[3])
 
     def wait_until_pointer_is_held(self, window):
-        """The viewer takes the pointer in a pass of its own; its title then says how to free it."""
+        """Waits until the viewer has captured the pointer. Its title then says how to free it."""
         wait_until(lambda: POINTER_HINT in self.name_of(window), "the pointer to be held")
 
     def wait_until_pointer_is_free(self, window):
@@ -303,7 +304,7 @@ class Display:
         )
 
     def key(self, *names):
-        """Presses and releases keys, by their names in X; a name may hold modifiers, such as alt+Return."""
+        """Presses and releases keys by their X names. A name may include modifiers, such as alt+Return."""
         self.xdotool("key", "--delay", "20", *names)
 
     def type(self, text):
@@ -314,7 +315,7 @@ class Viewer:
     """A running viewer."""
 
     def __init__(self, program, arguments, folder, environment, error_stream=None):
-        """`error_stream` is a descriptor that takes standard error's place, which is a file otherwise."""
+        """`error_stream` is a descriptor for standard error, which is a file by default."""
         self.out_path, self.err_path = folder / "out.txt", folder / "err.txt"
         with open(self.out_path, "wb") as out, open(self.err_path, "wb") as err:
             self.process = subprocess.Popen(
@@ -333,7 +334,7 @@ class Viewer:
         return self.err_path.read_text()
 
     def wait(self):
-        """The exit code, once the viewer has ended."""
+        """Waits until the viewer has ended; returns its exit code."""
         return self.process.wait(timeout=PATIENCE)
 
     def signal(self, number):
@@ -350,7 +351,7 @@ class Viewer:
 
 
 class Case(unittest.TestCase):
-    """A test with a display, a user's folders and an object; all gone at its end."""
+    """A test with a display, a user's folders and an object, all of which are removed at its end."""
 
     DISPLAY_SIZE = (1280, 1024)
     MANAGER = True
@@ -366,7 +367,7 @@ class Case(unittest.TestCase):
             made.mkdir(mode=0o700)
         self.env_file = self.runtime / "zelvo" / "Zelvo.vars"
         self.envarc_file = self.config / "zelvo" / "Zelvo.vars"
-        # The program looks for its data next to itself. Here it finds only what a test installs.
+        # The program looks for its data relative to itself. Here it finds only what a test installs.
         (self.folder / "bin").mkdir()
         self.program = self.folder / "bin" / "zelvo"
         shutil.copy(VIEWER, self.program)
@@ -388,7 +389,7 @@ class Case(unittest.TestCase):
                 viewer.process.wait()
 
     def environment(self, **changes):
-        """The viewer's environment, without whatever desktop the test itself runs on."""
+        """The viewer's environment, without the desktop on which the test itself may run."""
         kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
         own = {
             **kept,
@@ -401,17 +402,18 @@ class Case(unittest.TestCase):
             "GSETTINGS_BACKEND": "memory",
             "GIO_USE_VFS": "local",
             "DBUS_SESSION_BUS_ADDRESS": "disabled:",
-            # A toolkit warning ends the viewer, and freed memory is overwritten.
+            # Toolkit warnings end the viewer, and freed memory is overwritten.
             "G_DEBUG": "fatal-warnings",
             "MALLOC_PERTURB_": "165",
             "G_SLICE": "always-malloc",
-            # Toolkits and drivers leave some memory for the process's end to free. The viewer does not leak it.
+            # Toolkits and drivers leave some memory to be freed at the end of the process. These are no leaks of the
+            # viewer.
             "ASAN_OPTIONS": "detect_leaks=0",
         }
         return {name: value for name, value in {**own, **changes}.items() if value is not None}
 
     def write_settings(self, **changes):
-        """Settings as another run of this login would have saved them."""
+        """Writes settings as another run of this login would have saved them."""
         self.env_file.parent.mkdir(mode=0o700, exist_ok=True)
         self.env_file.write_text(settings(**changes))
 
@@ -421,42 +423,42 @@ class Case(unittest.TestCase):
         return viewer
 
     def start_viewing(self, **environment):
-        """Starts on the object with the settings that are there; the viewer, and its window with the focus."""
+        """Starts on the object with the existing settings; returns the viewer and its window, which has the focus."""
         viewer = self.start(self.object, **environment)
         window = self.display.wait_for(VIEWER_TITLE)
         wait_until(lambda: not self.picture(window).is_black(), "the first picture")
-        # The viewer ignores keys that are down when it hears of its focus, and takes the pointer after that.
+        # The viewer ignores keys that are down when it gets the focus, and captures the pointer after that.
         self.display.wait_until_pointer_is_held(window)
         return viewer, window
 
     def wait_until_clicks_count(self, window):
-        """Waits until a click is a command. The viewer takes an earlier one for the click that gave it the focus."""
+        """Waits until a click is a command. The viewer treats an earlier one as the click that gave it the focus."""
         self.display.wait_until_pointer_is_held(window)
         time.sleep(STRAY_CLICK_SECONDS)
 
     def type_path(self, path):
         """Types an absolute path into the file requester that has the keyboard."""
-        # Its field for a path opens with the first slash. Ctrl+L would open it too, but closes it when it is open.
+        # The first slash opens the field for a path. Ctrl+L would also open it, but would close it if it is open.
         self.display.key("ctrl+a")
         self.display.type(str(path))
 
     def enter_path(self, title, path):
-        """Types a path into the file requester of this title, and confirms it."""
+        """Types a path into the file requester with this title, and confirms it."""
         self.display.wait_for(title)
         self.type_path(path)
         self.display.key("Return")
 
     def choose_file(self, title, path):
-        """Enters a path until the file requester is gone. A path that is typed while it starts is lost."""
+        """Enters a path until the file requester closes. A path that is typed while it starts is lost."""
         repeat_until(
             lambda: self.enter_path(title, path),
             lambda: self.display.find(title) is None,
-            "the chooser to take " + str(path),
+            "the chooser to accept " + str(path),
             2 * REPEAT_PATIENCE,
         )
 
     def picture(self, window):
-        """What the window shows; a window that is just being moved or mapped cannot be read for a moment."""
+        """The picture in the window. A window that is being moved or mapped cannot be read for a moment."""
 
         def read():
             try:
@@ -467,7 +469,7 @@ class Case(unittest.TestCase):
         return wait_until(read, "a window that can be read")
 
     def assert_ends_well(self, viewer, errors=""):
-        """Exit code 0, the statistics at the end, and nothing on standard error but what matches `errors`."""
+        """Checks exit code 0, the statistics at the end, and that standard error matches `errors`."""
         self.assertEqual(viewer.wait(), 0, viewer.err())
         self.assertRegex(viewer.err(), rf"\A(?:{errors})\Z")
         self.assertRegex(viewer.out(), STATISTICS)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Pictures as rows of red, green and blue bytes: read back from an X window, or from a PNG file."""
+"""Pictures as rows of red, green and blue bytes, read from an X window or from a PNG file."""
 
 import struct
 import subprocess
@@ -15,7 +15,7 @@ class Picture:
         self.rgb = bytes(rgb)
 
     def rows(self, first, end):
-        """The part from row `first` up to and without row `end`."""
+        """The rows from `first` up to but not including `end`."""
         return Picture(self.width, end - first, self.rgb[first * self.width * 3 : end * self.width * 3])
 
     def part(self, x, y, width, height):
@@ -23,7 +23,7 @@ class Picture:
         return Picture(width, height, b"".join(rows))
 
     def enlarged(self, factor):
-        """Each pixel as a square of `factor` pixels a side."""
+        """This picture with each pixel enlarged to a square of `factor` pixels per side."""
         rows = []
         for y in range(self.height):
             row = self.rgb[y * self.width * 3 : (y + 1) * self.width * 3]
@@ -44,7 +44,7 @@ class Picture:
         return not any(self.rgb)
 
     def difference(self, other):
-        """How this picture differs from another one, or None if it does not."""
+        """How this picture differs from another one; None if it does not."""
         if (self.width, self.height) != (other.width, other.height):
             return f"{self.width} x {self.height} instead of {other.width} x {other.height}"
         if self.rgb == other.rgb:
@@ -54,20 +54,20 @@ class Picture:
         return f"{len(differing)} pixels differ, the first at ({x}, {y})"
 
     def write(self, path):
-        """As a PPM file, for a person to look at."""
+        """Writes a PPM file, for people to look at."""
         with open(path, "wb") as file:
             file.write(b"P6\n%d %d\n255\n" % (self.width, self.height) + self.rgb)
 
 
 def of_window(window, environment):
-    """What the X window shows, with the windows inside it."""
+    """The picture in the X window, with the windows inside it."""
     dump = subprocess.run(
         ["xwd", "-silent", "-id", str(window)], env=environment, capture_output=True, check=True
     ).stdout
     header = struct.unpack(">25I", dump[:100])
     header_size, width, height = header[0], header[4], header[5]
     little_endian, bytes_per_row, colours = header[7] == 0, header[12], header[19]
-    # A window with others of another depth inside it comes in pixels of three bytes.
+    # A window that contains windows of another depth has pixels of three bytes.
     step = header[11] // 8
     if step not in (3, 4) or not little_endian:
         raise ValueError("only 24-bit and 32-bit little-endian displays are read")
@@ -88,7 +88,7 @@ def _unfilter(data, height, bytes_per_row):
         start = y * (bytes_per_row + 1)
         kind, row = data[start], bytearray(data[start + 1 : start + 1 + bytes_per_row])
         if kind > 2:
-            raise ValueError("this reader knows no such filter")
+            raise ValueError("unknown PNG filter")
         for x in range(bytes_per_row):
             if kind == 1 and x > 0:
                 row[x] = (row[x] + row[x - 1]) & 255
@@ -100,7 +100,7 @@ def _unfilter(data, height, bytes_per_row):
 
 
 def of_png(path):
-    """A PNG file of 8-bit palette indices, as zelvo-render writes it."""
+    """The picture in a PNG file of 8-bit palette indices, as zelvo-render writes it."""
     with open(path, "rb") as file:
         data = file.read()
     at, image, palette, size = 8, b"", b"", None

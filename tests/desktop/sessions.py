@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Runs sessions of test_soak one after the other or several at once, each in a process and on a display of its own."""
+"""Runs sessions of test_soak one after the other or several at once, each in its own process and on its own display."""
 
 import argparse
 import concurrent.futures
@@ -12,19 +12,19 @@ import sys
 def options():
     parser = argparse.ArgumentParser(
         prog="scripts/window-soak",
-        description="Users who do anything, in real windows of displays without a screen. Each session has a seed, which"
-        " makes the same user again. Fails if the viewer crashes, complains, or its memory grows.",
+        description="Random users of the viewer, in real windows of displays without a screen. Each session has a seed,"
+        " which reproduces its user. Fails if the viewer crashes, writes to standard error, or its memory grows.",
     )
     parser.add_argument("--on", choices=["x11", "weston", "sway"], default="x11", help="the kind of display (x11)")
     parser.add_argument("--sessions", type=int, default=1, metavar="N", help="how many sessions (1)")
     parser.add_argument("--seconds", type=float, default=60, metavar="S", help="how long each of them takes (60)")
-    parser.add_argument("--seed", type=int, default=1, metavar="N", help="the seed of the first, the others follow (1)")
+    parser.add_argument("--seed", type=int, default=1, metavar="N", help="the first seed; the others follow (1)")
     parser.add_argument("--jobs", type=int, default=1, metavar="J", help="how many run at once (1)")
     return parser.parse_args()
 
 
 def run_session(chosen, seed):
-    """The exit code of a session and what it printed."""
+    """Runs a session; returns its exit code and what it printed."""
     environment = {
         **os.environ,
         "ZELVO_SOAK_ON": chosen.on,
@@ -54,7 +54,7 @@ def main():
             sys.stdout.flush()
     print(f"{chosen.sessions - len(failed)} of {chosen.sessions} sessions on {chosen.on} passed", flush=True)
     if failed:
-        sys.exit(f"seeds of the failed ones: {failed}")
+        sys.exit(f"seeds of the failed sessions: {failed}")
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What was copied in a requester is there for everybody while the viewer runs."""
+"""Text that was copied in a requester can be pasted as long as the viewer runs."""
 
 import subprocess
 import unittest
@@ -11,7 +11,7 @@ from test_requesters import Requesters
 
 class Clipboard(Requesters):
     def paste(self):
-        """What another program gets when it pastes; it waits for the answer for as long as it takes."""
+        """What another program gets when it pastes. It waits for the answer."""
         done = subprocess.run(
             ["xclip", "-selection", "clipboard", "-out"],
             env=self.display.environment,
@@ -22,13 +22,13 @@ class Clipboard(Requesters):
         return done.stdout
 
     def copy_width(self, width):
-        """Types a width into the screen-mode requester, copies it, and confirms."""
+        """Types a width into the screen-mode requester, copies it, and confirms the requester."""
         self.display.wait_for(MODE_TITLE)
         self.display.key("alt+w")
         self.display.type(width)
         self.display.key("ctrl+a", "ctrl+c", "Return")
 
-    def test_a_closed_requester_is_pasted_from(self):
+    def test_text_copied_in_a_closed_requester_can_be_pasted(self):
         viewer = self.start(self.object)
         self.copy_width("411")
         self.display.wait_for(VIEWER_TITLE)
@@ -40,7 +40,7 @@ class Clipboard(Requesters):
         self.assertEqual(self.paste(), "412")
         self.quit(viewer)
 
-    def test_a_hidden_viewer_is_pasted_from(self):
+    def test_text_can_be_pasted_while_the_viewer_is_hidden(self):
         viewer = self.start(self.object)
         self.copy_width("411")
         window = self.display.wait_for(VIEWER_TITLE)
@@ -50,14 +50,14 @@ class Clipboard(Requesters):
         viewer.process.terminate()
         self.assert_ends_well(viewer)
 
-    def test_a_file_requester_is_pasted_from(self):
+    def test_text_copied_in_a_file_requester_can_be_pasted(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.display.key("t")
         self.display.wait_for(TEXTURE_TITLE)
 
         def is_copied():
-            """A location that is typed too soon is lost in the chooser's start."""
+            """Types the location again if it was lost while the chooser started."""
             self.display.key("ctrl+l", "ctrl+a")
             self.display.type("/somewhere")
             self.display.key("ctrl+a", "ctrl+c")

@@ -1,17 +1,17 @@
 # SPDX-License-Identifier: MIT
-"""Every command by real keys, motion and buttons; what the window shows is what the offscreen host shows."""
+"""Tests every command with real keys, motion and buttons: the window must show the offscreen host's pictures."""
 
 import subprocess
 import unittest
 
 import desktop
 
-# Passes between two commands of the rehearsal; after as many every picture is at rest, whatever blurs it.
+# Passes between two commands of the rehearsal. After this many every picture is still, even with a blur.
 SPACING = 60
 
 
 class Step:
-    """A command: as a line of the offscreen host's script, and as words for xdotool."""
+    """A command, as a line of an input script and as words for xdotool."""
 
     def __init__(self, script, *words):
         self.script = script
@@ -41,8 +41,8 @@ RIGHT_BUTTON = button("right", 3)
 
 class Commands(desktop.Case):
     def follow(self, steps, **settings):
-        """Carries steps out one after another, each when the picture of the one before was seen; compares the
-        settings afterwards."""
+        """Carries out steps, each after the picture of the one before has appeared, and compares the settings
+        afterwards."""
         self.write_settings(**settings)
         lines = [f"{SPACING * (i + 1)} {step.script}" for i, step in enumerate(steps)]
         last = SPACING * (len(steps) + 1)
@@ -60,13 +60,13 @@ class Commands(desktop.Case):
         self.assert_ends_well(viewer)
         self.assertEqual(self.env_file.read_text(), settings_expected)
 
-    def test_gamma_keys_bend_the_palette(self):
+    def test_gamma_keys_change_the_palette(self):
         self.follow([key(c) for c in "1223334456660"])
 
     def test_gamma_keys_stop_at_their_limits(self):
         self.follow([key(c) for c in "111444"], gammas="0.050000 1.000000 1.000000")
 
-    def test_right_button_walks_through_the_modes(self):
+    def test_right_button_cycles_through_the_modes(self):
         self.follow([RIGHT_BUTTON] * 7, obj_style=5)
 
     def test_e_shows_the_effect_and_the_right_button_leaves_it(self):
@@ -87,7 +87,7 @@ class Commands(desktop.Case):
     def test_blur_styles_and_dots_in_them(self):
         self.follow([key("p"), key("b"), UP, UP, DOWN, key("b"), DOWN, key("b"), key("b"), key("p")])
 
-    def test_conversion_toggle_is_announced(self):
+    def test_conversion_toggle_shows_its_message(self):
         self.follow([key("c"), key("c")])
 
     def test_r_stops_the_spin_and_shift_r_resets(self):
@@ -98,13 +98,13 @@ class Commands(desktop.Case):
         quiet = [Step("key z", "key", name) for name in ("z", "Tab", "Return", "F5", "ctrl+c", "alt+b", "Alt_R+b", "super+b")]
         self.follow([key("d"), *quiet])
 
-    def test_several_keys_within_a_pass_are_all_taken(self):
+    def test_several_keys_within_a_pass_are_all_handled(self):
         burst = Step("key d\n60 key b\n60 key b\n60 key 4\n60 key i", "key", "--delay", "0", *"dbb4i")
         self.follow([burst])
 
 
 class Spin(desktop.Case):
-    """While the object turns, only what is at rest can be compared."""
+    """While the object spins, only the parts of a picture that do not move can be compared."""
 
     TEXT_ROWS = (0, 14)
 
@@ -127,7 +127,7 @@ class Spin(desktop.Case):
         self.quit(viewer)
         self.assertEqual(self.envarc_file.read_text(), desktop.settings())
 
-    def test_shift_r_tells_that_it_resets(self):
+    def test_shift_r_shows_its_message(self):
         self.write_settings(obj_style=6)
         viewer, window = self.start_viewing()
         self.display.key("R")
@@ -159,7 +159,7 @@ class Spin(desktop.Case):
         self.quit(viewer)
 
 
-# Keys by their numbers in X, which do not depend on the layout.
+# Keys by their X keycodes, which do not depend on the layout.
 KEY_1, KEY_P, KEY_S, KEY_B, SCROLL_LOCK = 10, 33, 39, 56, 78
 KEYPAD_UP, KEYPAD_RIGHT = 80, 85
 
@@ -180,7 +180,7 @@ class Layout(desktop.Case):
         self.wait_for_settings(self.env_file, **expected)
         self.wait_for_settings(self.envarc_file, **expected)
 
-    def test_letters_are_taken_by_place_on_layouts_without_latin_ones(self):
+    def test_letters_count_by_place_on_layouts_without_latin_letters(self):
         for layout in ("ru", "gr", "il", "ara", "th"):
             with self.subTest(layout):
                 self.set_layout(layout)
@@ -193,12 +193,12 @@ class Layout(desktop.Case):
         self.set_layout("ru")
         self.write_settings()
         viewer, _ = self.start_viewing()
-        # Shift with a digit's key is not a digit. A letter under Caps Lock is a capital, which saves for good.
+        # Shift with a digit's key is not a digit. With Caps Lock "s" is "S", which saves for good.
         self.display.key(f"shift+{KEY_1}", "Caps_Lock", KEY_S, "Caps_Lock")
         self.wait_for_settings(self.envarc_file)
         self.quit(viewer)
 
-    def test_letters_are_taken_by_place_while_a_second_layout_is_chosen(self):
+    def test_letters_count_by_place_while_a_second_layout_is_active(self):
         self.set_layout("-layout", "us,ru", "-option", "grp:sclk_toggle")
         self.write_settings()
         viewer, _ = self.start_viewing()
@@ -210,8 +210,8 @@ class Layout(desktop.Case):
         self.wait_for_settings(self.env_file, dots=1)
         self.quit(viewer)
 
-    def test_letters_are_what_a_latin_layout_says(self):
-        """On a Dvorak keyboard the letter "p" is at the place of "r"."""
+    def test_letters_count_by_character_on_latin_layouts(self):
+        """On a Dvorak keyboard "p" is at the place of the US layout's "r"."""
         self.set_layout("us", "dvorak")
         self.write_settings()
         viewer, _ = self.start_viewing()
@@ -219,7 +219,7 @@ class Layout(desktop.Case):
         self.wait_for_settings(self.env_file, dots=1)
         self.quit(viewer)
 
-    def test_the_keypad_steers_without_num_lock(self):
+    def test_the_keypad_has_cursor_keys_without_num_lock(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.display.key(KEYPAD_UP, KEYPAD_RIGHT, "s")
@@ -228,8 +228,8 @@ class Layout(desktop.Case):
         self.wait_for_settings(self.env_file, dot_lum=26624, rotate="0.100000", gammas="1.000000 1.000000 1.100000")
         self.quit(viewer)
 
-    def test_commands_are_characters_whatever_the_keyboard(self):
-        """A French keyboard has its digits under Shift, and keys that wait for another one."""
+    def test_commands_are_characters_on_every_keyboard(self):
+        """A French keyboard has digits with Shift, and dead keys that wait for another key."""
         subprocess.run(["setxkbmap", "fr"], env=self.display.environment, check=True)
         self.write_settings()
         dimmed, dotted = self.rehearse("60 key 1\n120 key p", 130, 70, 60)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Displays that are missing, go away, or are of another kind."""
+"""Tests of displays that are missing, disappear, or are of another kind."""
 
 import signal
 import time
@@ -59,8 +59,8 @@ class LostDisplay(desktop.Case):
 
 
 def assert_runs_until_terminated(case, start):
-    """Three seconds are 180 passes. A busy machine makes fewer. Passes that do not wait are more on any machine, which
-    takes this long to show."""
+    """Counts the passes of three seconds: at most 180, and fewer on a busy machine. Passes that do not wait for the
+    display would be many more."""
     started = time.monotonic()
     viewer = start()
     desktop.wait_until(lambda: viewer.catches(signal.SIGTERM), "a viewer that can be ended")
@@ -114,7 +114,7 @@ class Wayland(wayland.Case):
         self.assert_ends_well(viewer)
 
     def test_a_compositor_that_goes_away_after_a_requester(self):
-        """The toolkit has a connection of its own by then, and would end the process."""
+        """By then the toolkit has its own connection, and would end the process."""
         viewer = self.start_on_the_object()
         self.wait_until_viewing(viewer)
         self.open_requester("t")

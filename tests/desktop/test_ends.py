@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""All ways out, and what is asked of the program on the command line."""
+"""Tests of every way to end the viewer, and of its command line."""
 
 import os
 import pathlib
@@ -97,12 +97,12 @@ class Ends(desktop.Case):
         self.envarc_file.write_text(desktop.settings(height=16385))
         viewer = self.start(self.object)
         self.assertEqual(viewer.wait(), 20)
-        # The login's settings began as a copy of them, and are what was loaded.
+        # The login's settings, a copy of the lasting ones, were loaded.
         self.assertIn(f"zelvo: {self.env_file}:13: ", viewer.err())
 
 
 class CommandLine(unittest.TestCase):
-    """What the words on the command line lead to. The file that they name holds no object, which ends the run."""
+    """Tests of the command line's words. The named file is not an object, which ends the run."""
 
     NO_OBJECT = (20, "This is not a(n) LW object\n", "")
     NO_FILE = (20, "File open error\n", "")
@@ -134,6 +134,11 @@ class CommandLine(unittest.TestCase):
         self.assertEqual((code, out), (2, ""))
         self.assertEqual(err, f"zelvo: neither an option nor a file: {word} (see zelvo --help)\n")
 
+    def assert_impossible(self, *words):
+        code, out, err = self.run_viewer(*words)
+        self.assertEqual((code, out), (2, ""), words)
+        self.assertRegex(err, r"\Azelvo: (impossible value|a value is missing): .* \(see zelvo --help\)\n\Z")
+
     def test_version_is_the_tag_without_its_marker(self):
         version = (0, "Zelvo 0.67 OS4 (23-Feb-2005)\n", "")
         self.assertEqual(self.run_viewer("--version"), version)
@@ -142,11 +147,28 @@ class CommandLine(unittest.TestCase):
     def test_help(self):
         code, text, errors = self.run_viewer("--help")
         self.assertEqual((code, errors), (0, ""))
-        self.assertTrue(text.startswith("Usage: zelvo [OBJECT]\n"))
+        self.assertTrue(text.startswith("Usage: zelvo [OPTION...] [OBJECT]\n"))
         self.assertTrue(text.endswith("\n"))
         self.assertEqual(self.run_viewer("-h"), (0, text, ""))
-        for word in ("-h, --help ", "--version ", "? ", "-- OBJECT "):
-            self.assertIn("\n  " + word, text)
+
+    def test_help_fits_a_terminal_and_has_all_options(self):
+        text = self.run_viewer("--help")[1]
+        words = ("--fullscreen", "--window[=", "--size ", "--env ", "--envarc ", "--envmap ", "--record ", "-h, --help ")
+        for word in (*words, "--version ", "? the template", "-- OBJECT", "F1 ", "F12 ", "Ctrl+O", "Page Down, Page Up"):
+            self.assertIn(word, text)
+        lines = text.splitlines()
+        # The last line is the shell's.
+        self.assertLess(len(lines), 24)
+        self.assertLessEqual(max(map(len, lines)), 80)
+
+    def test_impossible_values(self):
+        for words in (["--window=5"], ["--window=0"], ["--window=2x"], ["--window="], ["--size", "320"]):
+            self.assert_impossible(*words)
+        for size in ("0x256", "320x16385", "x", "320x", "x256", "-1x1", "320x256x1", "320X256", "99999999999x1"):
+            self.assert_impossible("--size=" + size)
+        for option in ("--size", "--env", "--envarc", "--envmap"):
+            self.assert_impossible(option)
+            self.assert_impossible(option + "=")
 
     def test_a_word_that_is_no_option(self):
         for word in ("-x", "-", "--unknown", "--version=abc", "--help=abc", "-hx", "--vers", "-missing.lwo"):

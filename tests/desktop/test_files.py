@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Files and streams as users really have them: closed streams, names with blanks and colons, disks that refuse."""
+"""Tests of unusual files and streams: closed streams, names with blanks and colons."""
 
 import os
 import signal
@@ -43,7 +43,7 @@ class ClosedStreams(desktop.Case):
 
 
 class Names(Requesters):
-    """Folders and files whose names mean something to the program or end one in a settings file."""
+    """Names of folders and files that have a meaning to the program, or would end early in a settings file."""
 
     FOLDERS = ("a:", "my things", "tab\there", "100%20", "all: of %25 them")
 
@@ -53,7 +53,7 @@ class Names(Requesters):
         return folder
 
     def end(self, viewer):
-        """Ends the viewer without a key, which a window that has just come may miss."""
+        """Ends the viewer without a key, which a window that has just opened may miss."""
         viewer.signal(signal.SIGTERM)
         self.assert_ends_well(viewer)
 
@@ -99,14 +99,14 @@ class Names(Requesters):
             self.assertIn(f"envmap filename: {self.written(other)}\n", viewer.out())
 
             viewer, window = self.start_viewing()
-            # The offscreen host has the same file under the default name.
+            # The offscreen host reads the same file by the default name.
             self.write_settings(width=200, height=160)
             (self.work / "Zelvo_envmap.chunky").write_bytes(other.read_bytes())
             self.assert_shows(window, self.rehearse("", 5, 5)[0], "the kept texture")
             self.end(viewer)
 
-    def test_texture_named_as_another_one_is_written(self):
-        """Both names exist, and each is opened by its own."""
+    def test_texture_named_like_the_saved_form_of_another(self):
+        """Files with both names exist, and each is opened by its own name."""
         self.write_settings()
         desktop.write_texture(self.work / "a b.chunky", 7)
         desktop.write_texture(self.work / "a%20b.chunky", 11)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A user whose language writes numbers with a comma."""
+"""Tests in a language that writes numbers with a comma."""
 
 import subprocess
 import unittest
@@ -12,7 +12,7 @@ class Comma(desktop.Case):
     def setUp(self):
         super().setUp()
         self.language = desktop.language(self.folder, "de_DE")
-        # The locale is worth testing with only if it does write a comma.
+        # Check that the locale really writes a comma.
         printed = subprocess.run(
             ["printf", "%.1f", "0,5"], env={**self.environment(), **self.language}, capture_output=True, text=True
         )

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Files that cannot be opened: the file requesters say so and stay."""
+"""Tests of files that cannot be opened: the file requester says so and stays open."""
 
 import os
 import pathlib
@@ -18,7 +18,7 @@ class RefusedFiles(desktop.Case):
         self.write_settings()
 
     def enter_path_until_refused(self, title, path):
-        """Enters a path until a message comes up. A path that is typed while the chooser starts is lost."""
+        """Enters a path until a message appears. A path that is typed while the chooser starts is lost."""
         desktop.repeat_until(
             lambda: self.enter_path(title, path),
             lambda: self.display.find(MESSAGE_TITLE),
@@ -28,7 +28,7 @@ class RefusedFiles(desktop.Case):
         self.display.wait_for(MESSAGE_TITLE)
 
     def assert_refused(self, title, path):
-        """A message comes up, and after it the requester is there again."""
+        """Checks that a message appears, and after it the requester again."""
         self.enter_path_until_refused(title, path)
         self.display.cancel(MESSAGE_TITLE)
         self.display.wait_for(title)
@@ -54,7 +54,7 @@ class RefusedFiles(desktop.Case):
         self.display.wait_for(VIEWER_TITLE)
         self.quit(viewer)
 
-    def test_a_folder_is_entered_and_not_taken(self):
+    def test_a_folder_is_entered_and_not_chosen(self):
         (self.work / "folder").mkdir()
         viewer = self.start()
         self.enter_path(OBJECT_TITLE, self.work / "folder")
@@ -85,7 +85,7 @@ class RefusedFiles(desktop.Case):
         self.assertEqual(viewer.out(), "No filename given\n")
         self.assertEqual(viewer.err(), "")
 
-    def test_termination_goes_through_the_message_and_the_requester(self):
+    def test_termination_closes_the_message_and_the_requester(self):
         viewer = self.start()
         self.enter_path_until_refused(OBJECT_TITLE, self.work / "missing")
         viewer.process.terminate()
@@ -93,7 +93,7 @@ class RefusedFiles(desktop.Case):
         self.assertEqual(viewer.out(), "No filename given\n")
         self.assertEqual(viewer.err(), "")
 
-    def test_the_stand_in_for_a_portal_comes_back(self):
+    def test_the_native_chooser_appears_again_after_a_refusal(self):
         viewer = self.start(GTK_USE_PORTAL="1")
         self.assert_refused(OBJECT_TITLE, self.work / "missing")
         self.choose_file(OBJECT_TITLE, self.object)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Every way out of every requester: none of them leaves a word on standard error."""
+"""Tests that no way to close a requester writes anything to standard error."""
 
 import signal
 import unittest
@@ -49,7 +49,7 @@ class Ends(desktop.Case):
             self.display.wait_for(VIEWER_TITLE)
         self.quit(viewer)
 
-    def test_screen_mode_left_by_a_signal(self):
+    def test_screen_mode_closed_by_a_signal(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.display.key("m")

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""A requester is the viewer's dialog: it is above the viewer's window, and going to the viewer leads to it."""
+"""Tests that a requester is a dialog of the viewer: it stays above the viewer's window, and going to the viewer
+activates it."""
 
 import subprocess
 import unittest
@@ -65,7 +66,7 @@ class Managed(desktop.Case):
         self.display.wait_for(VIEWER_TITLE)
         self.quit(viewer)
 
-    def test_going_to_the_viewer_leads_to_its_requester(self):
+    def test_going_to_the_viewer_activates_its_requester(self):
         viewer, window = self.start_viewing()
         self.display.key("t")
         self.display.wait_for(TEXTURE_TITLE)
@@ -78,11 +79,11 @@ class Managed(desktop.Case):
 
 
 class Unmanaged(desktop.Case):
-    """Nobody but the viewer itself moves the focus here."""
+    """Tests without a window manager, where only the viewer itself moves the focus."""
 
     MANAGER = False
 
-    def test_the_viewers_focus_goes_to_the_requester(self):
+    def test_focusing_the_viewer_focuses_its_requester(self):
         self.write_settings()
         viewer = self.start(self.object)
         window = desktop.wait_until(lambda: self.display.find(VIEWER_TITLE), "the viewer")
@@ -93,7 +94,7 @@ class Unmanaged(desktop.Case):
 
         def go_to_the_viewer():
             self.display.xdotool("windowfocus", requester)
-            # The pace of a user: the viewer does not notice a focus that goes and comes back at once.
+            # As slowly as a user: the viewer does not notice a focus that leaves and returns at once.
             desktop.time.sleep(0.5)
             self.display.xdotool("windowraise", window, "windowfocus", window)
 
@@ -114,12 +115,12 @@ class Unmanaged(desktop.Case):
 
 
 class WaylandCase(wayland.Case):
-    """On Wayland the viewer and its requesters are two clients of the compositor."""
+    """On Wayland the viewer's window and its requesters belong to two clients of the compositor."""
 
     COMPOSITOR = wayland.Sway
 
     def start_asking(self, key, title, **environment):
-        """The viewer, with a requester open."""
+        """Starts the viewer and opens a requester."""
         self.write_settings()
         viewer = self.start(self.object, **environment)
         self.wait_until_viewing(viewer)
@@ -134,13 +135,13 @@ class WaylandCase(wayland.Case):
 
 class OnWayland(WaylandCase):
     def is_full_screen(self):
-        """Whether a corner has the black that surrounds the viewer's picture, and not the compositor's background."""
+        """Whether a corner is black like the viewer's borders, unlike the compositor's background."""
         return self.picture().part(0, 0, 20, 20).is_black()
 
-    def test_a_requester_stays_above_the_window_that_is_kept(self):
+    def test_a_requester_stays_above_the_viewers_full_screen(self):
         viewer = self.start_asking("m", MODE_TITLE)
         self.assertFalse(self.is_full_screen())
-        # Of other windows, the compositor shows only a full screen's dialogs.
+        # Besides a full screen, the compositor shows only its dialogs.
         self.display.command(f'[title="{VIEWER_TITLE}"] fullscreen enable')
         desktop.wait_until(self.is_full_screen, "the full screen")
         self.assertTrue(self.is_requester_shown())
@@ -165,7 +166,7 @@ class OnWayland(WaylandCase):
 
 
 class SwayThatTiles(wayland.Sway):
-    """Tiles all windows but dialogs."""
+    """Tiles all windows except dialogs."""
 
     RULES = ""
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The screen-mode requester and the file requesters, used from the keyboard."""
+"""Tests of the screen-mode requester and the file requesters, by keyboard."""
 
 import signal
 import unittest
@@ -37,7 +37,7 @@ class ScreenMode(Requesters):
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 320, 256\n"))
         self.assertEqual(self.env_file.read_text(), desktop.settings(mode=2, fps=1))
 
-    def test_first_start_cancelled_takes_what_the_requester_holds(self):
+    def test_first_start_cancelled_uses_the_requesters_contents(self):
         viewer = self.start(self.object)
         self.display.cancel(MODE_TITLE)
         window = self.display.wait_for(VIEWER_TITLE)
@@ -83,7 +83,7 @@ class ScreenMode(Requesters):
         self.quit(viewer)
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000001, 640, 400\n"))
 
-    def test_m_leads_to_another_size_and_back(self):
+    def test_m_changes_the_size_and_back(self):
         self.write_settings()
         first = self.rehearse("", 5, 5)[0].rows(14, 256)
         viewer, window = self.start_viewing()
@@ -110,7 +110,7 @@ class ScreenMode(Requesters):
         self.assertIn("display parameters: 0x00000001, 200, 160\n", viewer.out())
         self.assertIn("display parameters: 0x00000001, 320, 256\n", viewer.out())
 
-    def test_termination_goes_through_the_requester(self):
+    def test_termination_closes_the_requester(self):
         viewer = self.start(self.object)
         self.display.wait_for(MODE_TITLE)
         viewer.signal(signal.SIGTERM)
@@ -155,15 +155,15 @@ class Files(Requesters):
         self.display.key("t")
         self.choose_file(TEXTURE_TITLE, other)
         self.display.wait_for(VIEWER_TITLE)
-        # The message is not compared: its two seconds begin before the requester opens.
+        # The message is not compared, because its two seconds begin before the requester opens.
         desktop.wait_until(lambda: self.picture(window).rows(14, 256).rgb == expected.rgb, "the new texture")
         self.display.key("s")
         self.quit(viewer)
         self.assertIn(f"envmap filename: {other}\n", viewer.out())
         self.assertEqual(self.env_file.read_text(), desktop.settings(envmap=other))
 
-    def test_t_confirmed_at_once_takes_the_initial_file(self):
-        # The requester does not begin with the first file that there is.
+    def test_t_confirmed_at_once_uses_the_initial_file(self):
+        # The requester must not begin with the first file of the folder.
         desktop.write_texture(self.work / "A.chunky")
         viewer, _ = self.start_viewing()
         self.display.key("t")
@@ -172,7 +172,7 @@ class Files(Requesters):
         self.quit(viewer)
         self.assertIn(f"envmap filename: {self.work}/Zelvo_envmap.chunky\n", viewer.out())
 
-    def test_t_cancelled_takes_the_initial_name(self):
+    def test_t_cancelled_uses_the_initial_name(self):
         expected = self.rehearse("30 key t", 60, 60)[0].rows(14, 256)
         viewer, window = self.start_viewing()
         self.display.key("t")
@@ -214,7 +214,7 @@ class Files(Requesters):
         x, y, _, _ = self.display.place_of(window)
         self.display.xdotool("windowmove", "--sync", requester, x, y)
         desktop.wait_until(lambda: self.picture(window).difference(expected), "the requester to cover the viewer")
-        # Nearly out of the display, with the viewer in the opposite corner.
+        # Moves the requester almost off the display. The viewer is in the opposite corner.
         self.display.xdotool("windowmove", "--sync", requester, 1200, 950)
         self.display.xdotool("windowmove", "--sync", window, 10, 40)
         self.assert_shows(window, expected, "the viewer again")
@@ -235,14 +235,14 @@ class Files(Requesters):
         self.quit(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings(mode=0, dots=1))
 
-    def test_missing_texture_is_asked_for_and_cancelled(self):
+    def test_missing_texture_is_requested_and_cancelled(self):
         (self.work / "Zelvo_envmap.chunky").unlink()
         viewer = self.start(self.object)
         self.display.cancel(TEXTURE_TITLE)
         self.assertEqual(viewer.wait(), 20)
         self.assertEqual(viewer.out(), "envmap filename: Zelvo_envmap.chunky\nenvmap file open error\n")
 
-    def test_missing_texture_is_asked_for_and_chosen(self):
+    def test_missing_texture_is_requested_and_chosen(self):
         (self.work / "Zelvo_envmap.chunky").unlink()
         other = self.work / "other.chunky"
         desktop.write_texture(other)

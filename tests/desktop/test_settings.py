@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Saving and loading in the user's real folders, and what happens when they cannot be written."""
+"""Tests of saving and loading in the user's folders, and of folders that cannot be written."""
 
 import os
 import pathlib
@@ -18,7 +18,7 @@ NOTICE_TITLE = "^Zelvo: settings not saved"
 
 
 class Settings(desktop.Case):
-    def test_s_saves_for_this_login_alone(self):
+    def test_s_saves_only_for_this_login(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.display.key("p", "s")
@@ -26,7 +26,7 @@ class Settings(desktop.Case):
         self.assertEqual(self.env_file.read_text(), desktop.settings(dots=1))
         self.assertFalse(self.envarc_file.exists())
 
-    def test_shift_s_saves_for_good_and_is_there_after_the_next_login(self):
+    def test_shift_s_saves_for_later_logins(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.display.key("p", "S")
@@ -41,7 +41,7 @@ class Settings(desktop.Case):
         self.quit(viewer)
         self.assertEqual(self.env_file.read_text(), desktop.settings(dots=1))
 
-    def test_only_the_first_use_in_a_login_copies(self):
+    def test_only_the_first_use_in_a_login_copies_the_lasting_settings(self):
         self.write_settings()
         self.envarc_file.parent.mkdir(parents=True)
         self.envarc_file.write_text(desktop.settings(dots=1))
@@ -104,7 +104,7 @@ class Settings(desktop.Case):
         self.assertEqual((elsewhere / "Zelvo.vars").read_text(), desktop.settings())
         self.assertEqual(list(self.work.glob("ENV*")), [])
 
-    def test_a_folder_that_cannot_be_made_is_only_a_save_that_fails(self):
+    def test_a_folder_that_cannot_be_created_only_fails_the_save(self):
         self.write_settings()
         self.config.write_text("a file in place of the folder")
         viewer, window = self.start_viewing()
@@ -117,7 +117,7 @@ class Settings(desktop.Case):
         self.assertEqual(self.config.read_text(), "a file in place of the folder")
 
     def start_viewing_as_another_user(self):
-        """For whom permissions count, and whose everything is."""
+        """Starts as a user who owns all files and for whom permissions count."""
         user = 65534
         for path in (self.folder, *self.folder.rglob("*")):
             os.chown(path, user, user)
@@ -125,7 +125,7 @@ class Settings(desktop.Case):
         return self.start_viewing(ZELVO_AS=str(user), ZELVO_PROGRAM=str(self.folder / "bin" / "zelvo"))
 
     @unittest.skipUnless(os.geteuid() == 0 and shutil.which("setpriv"), "becoming another user needs root")
-    def test_a_read_only_folder_takes_its_file_in_place(self):
+    def test_a_file_in_a_read_only_folder_is_written_in_place(self):
         self.write_settings()
         self.env_file.parent.chmod(0o500)
         viewer, _ = self.start_viewing_as_another_user()
@@ -148,7 +148,7 @@ class Settings(desktop.Case):
         self.assertEqual(self.env_file.read_text(), desktop.settings())
         self.assertEqual([path.name for path in self.env_file.parent.iterdir()], ["Zelvo.vars"])
 
-    def test_where_standard_error_is_a_terminal_nothing_else_tells(self):
+    def test_there_is_no_notice_if_standard_error_is_a_terminal(self):
         self.write_settings()
         self.env_file.unlink()
         self.env_file.mkdir()
@@ -167,7 +167,7 @@ class Settings(desktop.Case):
         printed = os.read(terminal, 10000).decode().replace("\r\n", "\n")
         self.assertRegex(printed, rf"\A{2 * self.not_saved('Is a directory')}\Z")
 
-    def test_termination_goes_through_the_notice(self):
+    def test_termination_closes_the_notice(self):
         self.write_settings()
         viewer, _ = self.start_viewing()
         self.env_file.unlink()
@@ -193,11 +193,11 @@ class Settings(desktop.Case):
         self.assert_ends_well(viewer, errors=self.not_saved("Is a directory"))
 
     def not_saved(self, reason):
-        """What standard error says, as a pattern."""
+        """The expected text on standard error, as a pattern."""
         return re.escape(f"zelvo: ENV:Zelvo.vars was not saved: {reason} ({self.env_file})\n")
 
     def save_again(self, viewer, key, lines):
-        """Presses a key until standard error has this many lines, so that its message has just come."""
+        """Presses a key until standard error has this many lines. The key's message is then new."""
 
         def is_told():
             if viewer.err().count("\n") < lines:
@@ -208,7 +208,7 @@ class Settings(desktop.Case):
 
 
 class FullDisk(desktop.Case):
-    """Runs once more inside a name space of its own, where a tiny disk can be mounted."""
+    """Runs again inside its own namespace, where a tiny disk can be mounted."""
 
     def test_a_full_disk_keeps_the_old_file(self):
         if FULL_DISK not in os.environ:

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""A user who does anything for a while, with keys, mouse, requesters, other windows, sizes and full screens. The viewer
-keeps running, writes nothing to standard error, and its memory does not grow.
+"""A random user works for a while with keys, mouse, requesters, other windows, sizes and full screens. The viewer must
+keep running, write nothing to standard error, and not grow in memory.
 
-ZELVO_SOAK_ON says on which displays ("x11", "weston", "sway"; all if it does not), ZELVO_SOAK_SECONDS for how long, and
-ZELVO_SOAK_SEED which user it is."""
+ZELVO_SOAK_ON names the displays ("x11", "weston", "sway"; all by default), ZELVO_SOAK_SECONDS the duration, and
+ZELVO_SOAK_SEED the user."""
 
 import os
 import pathlib
@@ -20,19 +20,19 @@ ON = os.environ.get("ZELVO_SOAK_ON", "x11 weston sway").split()
 SECONDS = float(os.environ.get("ZELVO_SOAK_SECONDS", "10"))
 SEED = int(os.environ.get("ZELVO_SOAK_SEED", "1"))
 
-# Every key that is a command, except those that end the viewer or open a requester.
-KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", "Down", "Left", "Right", "F1", "a", "7"]
+# All keys that are commands, except those that end the viewer or open a requester or another window.
+KEYS = list("0123456bcdefilprRsSwWz") + ["space", "Tab", "plus", "minus", "Up", "Down", "Left", "Right", "F2", "a", "7"]
 
-# Pictures of these widths fit every display, and every window that a compositor gives.
+# Pictures of these widths fit every display and every window of a compositor.
 WIDTHS = ["160", "200", "320", "401", "512"]
 
-# What the caches of toolkits and drivers may take in a session, measured in the same small window before and after. They
-# took 3 to 11 MiB here, and less in four minutes than in two.
+# How much the caches of toolkits and drivers may grow in a session, measured in the same small window before and after.
+# They grew by 3 to 11 MiB, and less in four minutes than in two.
 ALLOWED_GROWTH_KIB = 16384
 
 
 class OnX11(desktop.Case):
-    """What a session does differently on X11."""
+    """The actions of a session that are particular to X11."""
 
     TITLES = {"m": MODE_TITLE, "t": TEXTURE_TITLE}
     OTHER = ["xmessage", "-geometry", "200x100+0+0", "another program"]
@@ -55,7 +55,7 @@ class OnX11(desktop.Case):
         self.display.wait_for("xmessage")
 
     def return_to_viewer(self):
-        """Into the picture, where the viewer takes the pointer; a click elsewhere would be the desktop's."""
+        """Clicks into the picture, where the viewer captures the pointer. A click elsewhere would go to the desktop."""
         window = self.display.wait_for(VIEWER_TITLE)
         x, y, width, height = self.display.place_of(window)
         self.display.xdotool("mousemove", x + width // 2, y + height // 2)
@@ -75,7 +75,7 @@ class OnX11(desktop.Case):
 
 
 class OnWayland(wayland.Case):
-    """What a session does differently on Wayland."""
+    """The actions of a session that are particular to Wayland."""
 
     OTHER = ["weston-flower"]
 
@@ -83,10 +83,10 @@ class OnWayland(wayland.Case):
         self.close_requester("Escape")
 
     def return_to_viewer(self):
-        """The pointer is never anywhere else."""
+        """Does nothing: the pointer never leaves the viewer."""
 
     def wait_for_other(self):
-        """As long as a user needs to see it. It may be below a full screen, where nothing shows that it is there."""
+        """Waits as long as a user would. The window may be below a full screen, so nothing shows that it is open."""
         time.sleep(0.3)
 
     def move(self, steps):
@@ -97,15 +97,15 @@ class OnWayland(wayland.Case):
         self.display.click(button)
 
     def resize(self, width, height):
-        """Only the compositor can, and weston has nobody to ask it."""
+        """Does nothing: only the compositor can resize a window, and weston has no command for that."""
 
 
 class OnWeston(OnWayland):
     COMPOSITOR = wayland.Weston
 
     def ask_for_focus(self):
-        """To weston a window's frame is a separate window, which can take the focus by a click. The frame goes when the
-        viewer becomes full screen. Then no window has the focus until a click into the picture."""
+        """Clicks into the picture. For weston a window's frame is a separate window, which can get the focus by a
+        click. When the viewer becomes full screen the frame disappears, and no window has the focus."""
         self.display.point_at_picture()
         self.display.click(3)
 
@@ -114,7 +114,8 @@ class OnSway(OnWayland):
     COMPOSITOR = wayland.Sway
 
     def return_to_viewer(self):
-        """A click outside every window takes the focus from all of them."""
+        """Also moves the pointer into the picture, because a click outside every window takes the focus from all of
+        them."""
         self.display.command("[app_id=zelvo]", "focus")
         self.display.seat.move_to(500, 350, 1000, 700)
 
@@ -140,13 +141,13 @@ class OnSway(OnWayland):
 
 
 class Session:
-    """A user whom a seed makes; mixed with what a display does differently."""
+    """A random user, made from a seed. Combined with the actions of a kind of display."""
 
     def press_keys(self):
         self.display.key(*self.user.choices(KEYS, k=30))
 
     def move_mouse(self):
-        """Turns the object; the right button goes to the next mode, the left one would end the viewer."""
+        """Turns the object, and changes the mode with the right button. The left button would end the viewer."""
         self.return_to_viewer()
         self.move([(self.user.randint(-80, 80), self.user.randint(-60, 60)) for _ in range(10)])
         for _ in range(self.user.randrange(4)):
@@ -185,7 +186,7 @@ class Session:
         self.resize(self.user.randint(100, 900), self.user.randint(80, 600))
 
     def go_elsewhere(self):
-        """Another program takes the focus, gets some keys, and ends."""
+        """Starts another program, which takes the focus, gets some keys, and ends."""
         with subprocess.Popen(
             self.OTHER, env=self.environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
         ) as other:
@@ -197,7 +198,7 @@ class Session:
                 other.terminate()
 
     def end(self, viewer):
-        """One of the ways to end, none of them a failure."""
+        """Ends the viewer in one of the normal ways."""
         self.wait_until_viewing(viewer)
         how = self.user.randrange(3)
         if how == 0:
@@ -208,7 +209,7 @@ class Session:
         self.assertEqual(viewer.err(), "")
 
     def resident_kib(self, viewer):
-        """The minimum over a second, in a window of 320 x 256: larger ones and full screens take more."""
+        """The resident memory: the minimum over a second, in a window of 320 x 256, since larger windows need more."""
         self.open_requester("m")
         self.display.key("alt+w")
         self.display.type("320")
@@ -228,10 +229,10 @@ class Session:
         for waves, texture in enumerate(self.textures, 4):
             desktop.write_texture(texture, waves)
         self.write_settings(rotate="1.000000")
-        # A sanitized build would grow, because it keeps freed memory to catch its further use.
+        # A sanitized build grows, because it keeps freed memory to detect its use.
         viewer = self.start(self.object, ASAN_OPTIONS="detect_leaks=0:quarantine_size_mb=0")
         self.wait_until_viewing(viewer)
-        # Every interruption comes once before the measurement, so that the toolkit has loaded what it needs for it.
+        # Every kind of interruption happens once before the measurement, so that the toolkit has loaded what it needs.
         interruptions = [self.change_mode, self.change_texture, self.go_elsewhere]
         adjustments = [self.toggle_full_screen, self.change_size]
         self.done = []

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What the screen-mode requester makes of sizes that are typed: from its pictures and from what it confirms."""
+"""Tests of sizes typed into the screen-mode requester: its pictures, and the sizes that it confirms."""
 
 import pathlib
 import resource
@@ -10,7 +10,7 @@ from desktop import MODE_TITLE, VIEWER_TITLE
 
 
 def changed_part(before, after):
-    """The part of a picture around everything in which another one differs."""
+    """The smallest part of a picture that contains everything in which it differs from another one."""
     places = [
         (at // 3 % before.width, at // 3 // before.width)
         for at in range(0, len(before.rgb), 3)
@@ -33,7 +33,7 @@ def contains(picture, part):
 class TypedSizes(desktop.Case):
     def setUp(self):
         super().setUp()
-        # Pictures of the dialog are compared, and a cursor that blinks is another one every time.
+        # Pictures of the dialog are compared, so the cursor must not blink.
         (self.config / "gtk-3.0").mkdir(parents=True)
         (self.config / "gtk-3.0" / "settings.ini").write_text(
             "[Settings]\ngtk-cursor-blink=0\ngtk-enable-animations=0\n"
@@ -52,11 +52,11 @@ class TypedSizes(desktop.Case):
         self.display.type(text)
 
     def settled(self, window, before=None):
-        """The dialog's picture, once it differs from the one before and stays."""
+        """Waits until the dialog's picture differs from the one before and no longer changes; returns it."""
 
         def staying():
             shown = self.picture(window)
-            # Time in which no other picture follows: nothing else shows that this is the last one.
+            # The picture is the last one if no other follows within this time.
             desktop.time.sleep(0.3)
             is_new = before is None or shown.rgb != before.rgb
             return shown if is_new and shown.rgb == self.picture(window).rgb else None
@@ -64,12 +64,12 @@ class TypedSizes(desktop.Case):
         return desktop.wait_until(staying, "a picture that stays")
 
     def address_space(self, viewer):
-        """The viewer's, in bytes."""
+        """The viewer's address space, in bytes."""
         pages = int(pathlib.Path(f"/proc/{viewer.process.pid}/statm").read_text().split()[0])
         return pages * resource.getpagesize()
 
     def upper_part(self, window):
-        """The display's and the size's rows, above the fields that are typed into."""
+        """The rows of the display and the size, above the text fields."""
         return self.settled(window).rows(0, 100)
 
     def confirm(self, viewer, width, height):
@@ -83,7 +83,7 @@ class TypedSizes(desktop.Case):
         self.settled(window)
         self.assertEqual(self.display.find(MODE_TITLE), window, what)
 
-    def test_what_is_no_size_cannot_be_confirmed(self):
+    def test_text_that_is_no_size_cannot_be_confirmed(self):
         viewer, window = self.open_requester()
         for text in ("0", "abc", "3,5", "16385", "-5"):
             self.type_width(text)
@@ -103,12 +103,12 @@ class TypedSizes(desktop.Case):
         self.type_height("1")
         self.confirm(viewer, 16384, 1)
 
-    def test_the_dialog_says_why(self):
+    def test_the_dialog_says_why_a_size_is_refused(self):
         viewer, window = self.open_requester()
         self.type_width("320")
         right = self.settled(window)
         self.type_width("0320")
-        # The same size in other words: only the field differs.
+        # The same size written differently: only the field changes.
         same = self.settled(window, right)
         self.assertIsNone(self.notice(same).difference(self.notice(right)))
         self.type_width("0")
@@ -131,12 +131,12 @@ class TypedSizes(desktop.Case):
         self.display.type("0")
         desktop.wait_until(lambda: self.upper_part(window).rgb == other.rgb, "another size in the list")
         self.display.key("BackSpace")
-        # From 640 x 480 to the next one of the list.
+        # From 640 x 480 to the next size in the list.
         self.display.key("alt+s", "Down", "alt+h")
         self.confirm(viewer, 640, 512)
 
-    def test_a_list_read_from_the_right_has_the_same_sizes(self):
-        """The picture of "320 x 256" in an English dialog is in a Hebrew one too."""
+    def test_sizes_keep_their_order_in_right_to_left_languages(self):
+        """The picture of "320 x 256" in an English dialog must also appear in a Hebrew one."""
         viewer, window = self.open_requester()
         named = self.upper_part(window)
         self.type_width("321")
@@ -153,7 +153,7 @@ class TypedSizes(desktop.Case):
 
     def test_a_size_for_which_there_is_no_memory_is_marked(self):
         viewer, window = self.open_requester()
-        # Enough for the viewer and its dialogs, and not for the largest screen.
+        # Enough for the viewer and its dialogs, but not for the largest screen.
         limit = 3_000_000_000
         if self.address_space(viewer) > limit:
             self.skipTest("a sanitized viewer needs more address space than the limit")

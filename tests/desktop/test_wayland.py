@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""The viewer and its requesters on Wayland compositors: one with window frames of libdecor, one with its own."""
+"""Tests of the viewer and its requesters on two Wayland compositors: with window frames of libdecor, and with its
+own."""
 
 import unittest
 
@@ -8,7 +9,7 @@ import wayland
 
 
 class Requesters(wayland.Case):
-    """Requesters over a window and over a full screen, one after the other."""
+    """Opens requesters over a window and over a full screen."""
 
     DRIVER = None
     ANSWERS = ("Return", "Escape", "Return")
@@ -20,7 +21,7 @@ class Requesters(wayland.Case):
         return viewer
 
     def end(self, viewer):
-        """No crash, and nothing to complain of."""
+        """Checks that there is no crash and nothing on standard error."""
         viewer.process.terminate()
         self.assert_ends_well(viewer)
 
@@ -45,13 +46,13 @@ class Requesters(wayland.Case):
 
 
 class Sizes(wayland.Case):
-    """Other sizes of the picture, in the window that is kept from the screen before."""
+    """Changes the picture's size in the window that is kept from the last screen."""
 
-    # Below the line of the greeting and of the messages.
+    # Below the line of the greeting and the messages.
     FIRST_ROW = 14
 
     def change_size(self, viewer, width, height):
-        """Answers the requester, once more if it did not have the keyboard for all that was typed."""
+        """Answers the requester, again if it did not have the keyboard for everything that was typed."""
 
         def is_changed():
             self.open_requester("m")
@@ -101,12 +102,29 @@ class FirstStart(wayland.Case):
         self.assertTrue(viewer.out().startswith("display parameters: 0x00000002, 320, 256\n"))
 
 
+class HostKeys(wayland.Case):
+    def test_list_of_keys_and_another_object(self):
+        desktop.write_object(self.work / "knot.lwo", 12, 6)
+        self.write_settings()
+        viewer = self.start(self.object)
+        self.wait_until_viewing(viewer)
+        self.open_requester("F1")
+        self.close_requester("Escape")
+        self.wait_until_viewing(viewer)
+        self.display.key("Next")
+        desktop.wait_until(lambda: "number of frames" in viewer.out(), "the end of the first run")
+        self.wait_until_viewing(viewer)
+        viewer.process.terminate()
+        self.assert_ends_well(viewer)
+        self.assertEqual(viewer.out().count("number of frames"), 2)
+
+
 def load_tests(loader, _, pattern):
-    """Every case on each compositor; the scaled display and the software renderer where a window's frame is drawn
-    by the viewer itself."""
+    """Runs every case on each compositor. On weston, where the viewer draws its window frame, the requesters also run
+    on a scaled display and with the software renderer."""
     suite = unittest.TestSuite()
     for compositor in (wayland.Weston, wayland.Sway):
-        for case in (Requesters, Sizes, FirstStart):
+        for case in (Requesters, Sizes, FirstStart, HostKeys):
             made = type(f"{case.__name__}On{compositor.__name__}", (case,), {"COMPOSITOR": compositor})
             suite.addTests(loader.loadTestsFromTestCase(made))
     for name, change in (("Scaled", {"SCALE": 2}), ("InSoftware", {"DRIVER": "software"})):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Where the picture is in the window, and how the window behaves on the desktop."""
+"""Tests of the picture's place in the window, and of the window's behaviour on the desktop."""
 
 import pathlib
 import re
@@ -22,17 +22,18 @@ class Scaling(desktop.Case):
         return self.start_viewing()
 
     def assert_shows_still(self, window, width, height, factor):
-        """After the greeting: the still picture, enlarged, in the middle of a window that is black elsewhere."""
+        """Waits until the greeting is gone and the window shows the still picture, enlarged and centred on black."""
         expected = self.still.enlarged(factor).centred_on_black(width, height)
         self.assert_shows(window, expected, f"the still picture {factor} times as large")
 
     def lit_columns(self, picture):
-        """The first and the last column of a picture that are not black."""
+        """The first and the last column of a picture that is not black."""
         lit = [x for x in range(picture.width) if any(picture.part(x, 0, 1, picture.height).rgb)]
         return (lit[0], lit[-1]) if lit else None
 
     def assert_shows_scaled(self, window, width, height, factor):
-        """After the greeting: the object, as wide as in the still picture times the factor, under a black edge."""
+        """Waits until the greeting is gone and the object is `factor` times as wide as in the still picture, below a
+        black edge."""
         first, last = (column * factor for column in self.lit_columns(self.still))
         edge = (height - round(256 * factor)) // 2
 
@@ -60,7 +61,7 @@ class Scaling(desktop.Case):
         self.assert_shows_still(self.display.root(), 800, 600, 2)
         self.quit(viewer)
 
-    def test_full_screen_keys_go_there_and_back(self):
+    def test_full_screen_keys_switch_there_and_back(self):
         viewer, window = self.start_still()
         for name in ("F11", "alt+Return"):
             self.display.key(name)
@@ -102,7 +103,7 @@ class Scaling(desktop.Case):
         )
         self.quit(viewer)
 
-    def test_a_full_screen_made_by_the_window_manager_is_left_by_the_key(self):
+    def test_a_full_screen_made_by_the_window_manager_can_be_left_by_key(self):
         viewer, window = self.start_still()
         self.display.change_state(window, "add", "fullscreen")
         desktop.wait_until(lambda: self.display.place_of(window)[2:] == (800, 600), "the full screen")
@@ -123,7 +124,7 @@ class Scaling(desktop.Case):
         self.display.wait_for(desktop.VIEWER_TITLE)
         self.quit(viewer)
 
-    def test_leaving_a_full_screen_mode_leads_to_a_window(self):
+    def test_leaving_a_full_screen_mode_opens_a_window(self):
         viewer, window = self.start_still(mode=0)
         self.display.key("F11")
         self.assert_shows_still(window, 640, 512, 2)
@@ -142,8 +143,8 @@ class Scaling(desktop.Case):
         self.quit(viewer)
 
     def assert_is_sharp_at_one_and_a_half(self, window):
-        """At this scale the first and the third of three window pixels each lie inside one picture pixel and have its
-        colour; only the one between them is a mixture."""
+        """Of three window pixels, the first and the third are each inside one picture pixel and have its colour. Only
+        the one between them may be a mixture."""
         self.display.xdotool("windowsize", "--sync", window, 480, 480)
         desktop.wait_until(lambda: self.picture(window).width == 480, "the new size")
         top = 48
@@ -161,7 +162,7 @@ class Scaling(desktop.Case):
                                 return x + column, y + half
             return None
 
-        # The window is redrawn a pass after it got its size.
+        # The window is redrawn one pass after it got its size.
         desktop.wait_until(lambda: first_blurred() is None, "a sharp picture", 10.0)
 
     def test_a_fractional_scale_is_sharp(self):
@@ -206,7 +207,7 @@ class Scaling(desktop.Case):
     def test_the_software_renderer_needs_no_opengl(self):
         self.assert_shows_doubled(LIBGL_ALWAYS_INDIRECT="1", SDL_RENDER_DRIVER="software")
 
-    def test_a_tiny_picture_has_a_window_that_can_be_held(self):
+    def test_a_tiny_picture_has_a_window_that_the_mouse_can_grab(self):
         self.write_settings(width=1, height=1)
         viewer = self.start(self.object)
         window = self.display.wait_for(desktop.VIEWER_TITLE)
@@ -230,7 +231,7 @@ class Focus(desktop.Case):
         return tuple(int(word.split(":")[1]) for word in words[:2])
 
     def open_other_window(self):
-        """Another program's window at the top left, which takes the focus."""
+        """Opens another program's window at the top left, which takes the focus."""
         other = subprocess.Popen(["xmessage", "-geometry", "200x100+0+0", "another program"], env=self.display.environment)
         self.addCleanup(other.wait)
         self.addCleanup(other.terminate)
@@ -252,7 +253,7 @@ class Focus(desktop.Case):
         self.display.xdotool("mousemove", 5, 5)
         self.assertEqual(self.pointer(), (5, 5))
         self.display.xdotool("keyup", "alt")
-        # It is taken again only where it is over the picture. This is time for several passes that do not take it.
+        # The viewer captures the pointer again only over the picture. This time is enough for several passes.
         desktop.time.sleep(0.3)
         self.assertEqual(self.pointer(), (5, 5))
         self.display.xdotool("mousemove", 640, 512)
@@ -274,20 +275,20 @@ class Focus(desktop.Case):
         self.display.wait_until_pointer_is_held(self.window)
         self.quit(self.viewer)
 
-    def test_the_window_manager_has_its_menu(self):
-        """A menu of the window manager needs the pointer."""
+    def test_the_window_managers_menu_opens(self):
+        """Opens a menu of the window manager, which needs the pointer."""
         self.display.xdotool("keydown", "alt")
         self.display.wait_until_pointer_is_free(self.window)
         shown = self.picture(self.display.root())
         self.display.xdotool("key", "space")
         desktop.wait_until(lambda: self.picture(self.display.root()).difference(shown), "the menu")
         self.display.xdotool("keyup", "alt")
-        # While the menu has the pointer the viewer goes on, and a signal ends it.
+        # While the menu has the pointer the viewer keeps running, and a signal ends it.
         self.viewer.process.terminate()
         self.assert_ends_well(self.viewer)
 
     def test_holding_the_title_bar_leaves_the_pointer_to_the_window_manager(self):
-        """For longer than SDL would wait for the pointer; afterwards it must still be possible to take it."""
+        """Holds it for longer than SDL would wait for the pointer. Afterwards the viewer must be able to capture it."""
         self.open_other_window()
         self.display.wait_until_pointer_is_free(self.window)
         x, y, _, _ = self.display.place_of(self.window)
@@ -323,7 +324,7 @@ class Focus(desktop.Case):
         )
         self.quit(self.viewer)
 
-    def test_losing_the_focus_frees_the_pointer_and_ends_the_steering(self):
+    def test_losing_the_focus_frees_the_pointer_and_stops_tilting(self):
         self.open_other_window()
         self.display.wait_until_pointer_is_free(self.window)
         self.display.xdotool("mousemove", 5, 5)
@@ -331,7 +332,7 @@ class Focus(desktop.Case):
         self.display.xdotool("mousemove", 640, 512)
         self.display.xdotool("mousemove_relative", "--", 30, 30)
         self.display.xdotool("windowactivate", "--sync", self.window)
-        # The viewer takes the pointer after it has read what came before the focus.
+        # The viewer captures the pointer after it has read all events from before the focus.
         self.display.wait_until_pointer_is_held(self.window)
         unmoved = self.rehearse("", 5, 5)[0].rows(14, 256)
         desktop.wait_until(lambda: self.picture(self.window).rows(14, 256).rgb == unmoved.rgb, "the object as it was")
@@ -356,7 +357,7 @@ class Focus(desktop.Case):
         self.display.wait_for(desktop.VIEWER_TITLE)
         desktop.time.sleep(desktop.HELD_KEY_SECONDS)
         self.display.xdotool("keyup", "1")
-        # Released, it is a key like any other.
+        # After its release the key works as usual.
         self.display.key("1", "p", "s")
         desktop.wait_until(lambda: "dots: 1" in self.env_file.read_text(), "the saved settings")
         self.assertEqual(self.env_file.read_text(), desktop.settings(dots=1, gammas="0.900000 1.000000 1.000000"))
@@ -374,19 +375,19 @@ class Focus(desktop.Case):
         )
         self.quit(self.viewer)
 
-    def test_a_minimised_window_costs_next_to_nothing_and_comes_back(self):
+    def test_a_minimised_window_makes_few_passes_and_returns(self):
         still = self.rehearse("", 250, 250, tick=0.01)[0]
         self.assert_shows(self.window, still, "the picture without its greeting")
         self.display.xdotool("windowminimize", "--sync", self.window)
         minimised = desktop.time.monotonic()
-        # So long that passes at the display's rate would be too many.
+        # Long enough that passes at the display's rate would be too many.
         desktop.time.sleep(5.0)
         minimised = desktop.time.monotonic() - minimised
         self.display.xdotool("windowactivate", "--sync", self.window)
         self.display.wait_for(desktop.VIEWER_TITLE)
         self.assert_shows(self.window, still, "the picture again")
         self.quit(self.viewer)
-        # Four passes per second, and the display's rate in the rest of the time. A slow machine makes fewer.
+        # At most four passes per second while minimised, and the display's rate in the rest of the time.
         seen = desktop.time.monotonic() - self.started - minimised
         self.assertLess(self.viewer.frames(), 75 * seen + 6 * minimised)
 
@@ -397,7 +398,7 @@ class Focus(desktop.Case):
 
 
 class Place(desktop.Case):
-    """A window opens where the one before it was."""
+    """Tests that a window opens where the one before it was."""
 
     def change_mode(self, width=None):
         self.display.key("m")
@@ -429,7 +430,7 @@ class Place(desktop.Case):
         desktop.wait_until(lambda: self.display.end_of(window) == (1280, 1024), "the window in the display's corner")
         self.quit(viewer)
 
-    def test_a_maximised_window_leaves_the_next_one_in_the_centre(self):
+    def test_after_a_maximised_window_the_next_one_is_centred(self):
         self.write_settings()
         viewer, window = self.start_viewing()
         self.display.change_state(window, "add", "maximized_vert", "maximized_horz")
@@ -441,7 +442,7 @@ class Place(desktop.Case):
         self.assertAlmostEqual(y + height / 2, 512, delta=60)
         self.quit(viewer)
 
-    def test_a_larger_window_is_moved_so_far_that_it_fits(self):
+    def test_a_larger_window_is_moved_to_fit(self):
         self.write_settings()
         viewer, window = self.start_viewing()
         self.display.xdotool("windowmove", "--sync", window, 900, 700)
@@ -454,7 +455,7 @@ class Place(desktop.Case):
         self.assertLessEqual(y + height, 1024)
         self.quit(viewer)
 
-    def test_a_full_screen_leaves_the_next_window_in_the_centre(self):
+    def test_after_a_full_screen_the_next_window_is_centred(self):
         self.write_settings(mode=0)
         viewer, window = self.start_viewing()
         self.display.key("m")

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""Two private Wayland compositors: weston in a window of the X server without a screen, and sway without any display.
-They have the same methods as the X display, so that a test reads the same on each."""
+"""Two private Wayland compositors: weston in a window of an X server without a screen, and sway without any display.
+They have the same methods as the X display, so that a test is the same on each."""
 
 import json
 import os
@@ -15,22 +15,23 @@ import desktop
 import pictures
 import wayland_seat
 
-# The backgrounds of the toolkit's dialogs and of its list of places. Nothing else here has so many pixels of them.
+# The background colours of the toolkit's dialogs and of its list of places. Nothing else has so many pixels of these
+# colours.
 DIALOG_COLOURS = (b"\xf6\xf5\xf4", b"\xfb\xfa\xfa")
 DIALOG_PIXELS = 5000
 
-# The rate of a very quick user, in seconds per key or motion. A compositor drops a client that leaves hundreds of
-# events unread, as the viewer would while it saves a file.
+# The pace of a very quick user, in seconds per key or motion. A compositor disconnects a client that leaves hundreds of
+# events unread, as the viewer could while it saves a file.
 KEY_SECONDS, MOTION_SECONDS = 0.02, 0.005
 
-# A key without an effect after this time is lost: its window did not have the keyboard yet. A requester has more time
-# to close, since another Escape would end the viewer if the requester had just closed.
+# A key without an effect after this time was lost, because its window did not have the keyboard yet. A requester has
+# more time to close, since a second Escape would end the viewer if the requester had just closed.
 OPENING_PATIENCE, CLOSING_PATIENCE = 5.0, 15.0
 
-# What weston shows where no window is; red, green and blue are the same.
+# The brightness of weston's background; red, green and blue are the same.
 BACKGROUND = 0x5A
 
-# Sway refuses to run as root, and runs as this user then.
+# Sway refuses to run as root, so it then runs as this user.
 NOBODY = 65534
 
 SWAY_SETTINGS = """
@@ -43,14 +44,14 @@ output HEADLESS-1 resolution {width}x{height} scale {scale}
 
 
 class Weston:
-    """The reference compositor, with the window frames of libdecor. Its keys and motion are those of the X server;
-    what it shows is read from its window."""
+    """The reference compositor, with window frames of libdecor. It gets keys and motion through the X server, and its
+    picture is read from its X window."""
 
     def __init__(self, environment, width=1000, height=700, scale=1):
         self.x = desktop.Display()
         self.size = (width, height)
         self.at = (width // 2, height // 2)
-        # Without a panel, whose button starts other programs.
+        # No panel, because its button starts other programs.
         settings = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "weston.ini"
         settings.write_text(f"[shell]\npanel-position=none\nbackground-color=0xff{BACKGROUND * 0x10101:06x}\n")
         self.socket = pathlib.Path(environment["XDG_RUNTIME_DIR"]) / "zelvo-test"
@@ -82,7 +83,7 @@ class Weston:
         self.x.type(text)
 
     def move(self, x, y):
-        # Within the compositor's window. Outside it, a click opens the window manager's menu.
+        # Stays within the compositor's window. Outside it, a click opens the window manager's menu.
         self.at = tuple(min(max(at + by, 20), size - 20) for at, by, size in zip(self.at, (x, y), self.size))
         self.x.xdotool("mousemove", "--window", self.screen, *self.at)
 
@@ -99,26 +100,25 @@ class Weston:
         self.x.xdotool("mousemove", "--window", self.screen, *self.at)
 
     def park_pointer(self):
-        """Puts the pointer, which is part of what is shown, where it covers no picture: only the frames of windows
-        reach so far up."""
+        """Moves the pointer, which is visible, to where it covers no picture: only window frames are so far up."""
         self.x.xdotool("mousemove", "--window", self.screen, 500, 2)
 
     def click(self, button):
         self.x.xdotool("click", button)
 
     def shown(self):
-        """What the display shows."""
+        """The picture on the display."""
         return pictures.of_window(self.screen, self.x.environment)
 
 
 class Sway:
-    """A tiling compositor that draws window frames itself, with a keyboard and a mouse of the test's."""
+    """A tiling compositor that draws window frames itself. The test provides its keyboard and mouse."""
 
-    # What its settings say of windows: none of the viewer's is tiled.
+    # Its rules for windows: the viewer's windows are not tiled.
     RULES = 'for_window [app_id="zelvo"] floating enable'
 
     def __init__(self, environment, width=1000, height=700, scale=1):
-        # Not in the test's folder, into which other users cannot look.
+        # Not in the test's folder, which other users cannot read.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zelvo-sway-"))
         self.socket = self.folder / "wayland-1"
         self.environment = {**environment, "WAYLAND_DISPLAY": str(self.socket)}
@@ -179,11 +179,11 @@ class Sway:
         return found
 
     def find(self, title):
-        """The state of the window whose title matches, None if there is none."""
+        """The state of the window whose title matches; None if there is none."""
         return next((window for window in self.windows() if re.search(title, window["name"] or "")), None)
 
     def focused(self):
-        """The title of the window that has the focus, empty if none has it."""
+        """The title of the window that has the focus; empty if none has it."""
         return next((window["name"] or "" for window in self.windows() if window["focused"]), "")
 
     def key(self, *names):
@@ -199,7 +199,7 @@ class Sway:
         time.sleep(MOTION_SECONDS)
 
     def park_pointer(self):
-        """Nothing: windows open in the middle, where the pointer is not."""
+        """Does nothing: windows open in the middle, where the pointer is not."""
 
     def click(self, button):
         self.seat.click(button)
@@ -214,7 +214,7 @@ class Sway:
 
 
 class Case(desktop.Case):
-    """A test on a compositor; subclasses say on which."""
+    """A test on a compositor, which subclasses choose."""
 
     COMPOSITOR = None
     SCALE = 1
@@ -250,16 +250,16 @@ class Case(desktop.Case):
             self._fail_and_show("the picture")
 
     def is_requester_shown(self):
-        """Whether a dialog is visible, in whatever window."""
+        """Whether a dialog is visible in any window."""
         shown = self.picture().rgb
         return sum(map(shown.count, DIALOG_COLOURS)) > DIALOG_PIXELS
 
     def open_requester(self, key):
-        """Presses a key of the viewer until it has the keyboard and a requester is visible."""
+        """Presses a key until the viewer gets it and a requester is visible."""
         self._press_until(key, self.is_requester_shown, OPENING_PATIENCE, "a requester after " + key, self.ask_for_focus)
 
     def close_requester(self, key):
-        """Presses a key of the requester until it has the keyboard and is gone."""
+        """Presses a key until the requester gets it and is gone."""
         self._press_until(key, lambda: not self.is_requester_shown(), CLOSING_PATIENCE, "no requester after " + key)
 
     def _press_until(self, key, condition, patience, what, between=lambda: None):
@@ -278,13 +278,13 @@ class Case(desktop.Case):
         self.fail(f"timed out waiting for {what}; see {shown}")
 
     def ask_for_focus(self):
-        """What a user does when no window takes keys; nothing, unless a test says otherwise."""
+        """Does what a user does when no window reacts to keys. By default nothing."""
 
     def wait_until_viewing(self, viewer, *texts):
-        """Until the viewer has the keyboard: it saves its settings, which hold these texts."""
+        """Waits until the viewer has the keyboard: it then saves its settings, which must contain these texts."""
 
         def state():
-            # Not the time when the file was read, which the viewer does when it starts.
+            # Without the time of the last access: the viewer also reads the file when it starts.
             return self.env_file.stat().st_mtime_ns if self.env_file.exists() else None
 
         def saved():

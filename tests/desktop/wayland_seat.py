@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: MIT
-"""A keyboard and a mouse for a Wayland compositor that has none, as a client of the compositor: it speaks the few
-requests of the wire protocol that make virtual devices, and stays connected, so that the devices stay too."""
+"""A keyboard and a mouse for a Wayland compositor that has none. This is a client that uses the few requests of the
+wire protocol for virtual devices. The devices exist as long as it is connected."""
 
 import os
 import socket
 import struct
 import time
 
-# The compositor compiles it, and gives its clients the result.
+# The compositor compiles it and gives its clients the result.
 KEYMAP = b"""xkb_keymap {
 xkb_keycodes { include "evdev+aliases(qwerty)" };
 xkb_types { include "complete" };
@@ -15,15 +15,15 @@ xkb_compat { include "complete" };
 xkb_symbols { include "pc+us+inet(evdev)" };
 };\0"""
 
-# The kernel's numbers of the keys, by the names that X gives them.
+# The kernel's key codes, by the keys' X names.
 _ROWS = {2: "1234567890-=", 16: "qwertyuiop[]", 30: "asdfghjkl;'`", 43: "\\zxcvbnm,./"}
 KEYS = {character: first + at for first, row in _ROWS.items() for at, character in enumerate(row)}
 KEYS.update({f"F{number}": 58 + number for number in range(1, 11)})
 KEYS.update(Escape=1, BackSpace=14, Tab=15, Return=28, space=57, F11=87, F12=88, Home=102, Delete=111)
-KEYS.update(Up=103, Left=105, Right=106, Down=108)
+KEYS.update(Up=103, Left=105, Right=106, Down=108, Prior=104, Next=109)
 KEYS.update({" ": 57, "minus": 12, "plus": 13})
 
-# What shift makes of a key, and the keys that modify, with their bits in a key's state.
+# The keys that give these characters with Shift, and the modifier keys with their bits in the keyboard's state.
 SHIFTED = dict(zip('!@#$%^&*()_+{}:"~|<>?', "1234567890-=[];'`\\,./"))
 MODIFIERS = {"shift": (42, 1), "ctrl": (29, 4), "alt": (56, 8)}
 
@@ -38,12 +38,12 @@ def _string(text):
 
 
 class Seat:
-    """The compositor's seat, with a keyboard and a mouse of this client's; `path` is the compositor's socket."""
+    """The compositor's seat, with this client's keyboard and mouse; `path` is the compositor's socket."""
 
     def __init__(self, path):
         self.socket = socket.socket(socket.AF_UNIX)
         self.socket.connect(str(path))
-        # The compositor wants a client's numbers without gaps.
+        # The compositor requires a client's object numbers to have no gaps.
         self.next_id = _REGISTRY + 1
         self.globals = {}
         self._send(_DISPLAY, 1, struct.pack("=I", _REGISTRY))
@@ -85,7 +85,7 @@ class Seat:
         return data
 
     def _take_event(self):
-        """Reads one event; returns the object that it concerns and its number."""
+        """Reads one event; returns its object and its number."""
         target, word = struct.unpack("=2I", self._receive(8))
         body = self._receive((word >> 16) - 8)
         if (target, word & 0xFFFF) == (_REGISTRY, 0):
@@ -96,18 +96,18 @@ class Seat:
         return target
 
     def _round_trip(self):
-        """Waits until the compositor has carried out everything so far."""
+        """Waits until the compositor has handled all requests so far."""
         done = self._new_id()
         self._send(_DISPLAY, 0, struct.pack("=I", done))
         while self._take_event() != done:
             pass
 
     def plug_keyboard_in(self):
-        """Another keyboard; its number."""
+        """Makes another keyboard; returns its number."""
         keyboard = self._new_id()
         keymap = os.memfd_create("keymap")
         os.write(keymap, KEYMAP)
-        # In one piece: SDL 2.26 does not survive a keyboard that has no keymap yet.
+        # In one message, because SDL 2.26 crashes on a keyboard that has no keymap yet.
         made = self._message(self.keyboards, 0, struct.pack("=2I", self.seat, keyboard))
         mapped = self._message(keyboard, 0, struct.pack("=2I", 1, len(KEYMAP)))
         socket.send_fds(self.socket, [made + mapped], [keymap])
@@ -126,7 +126,7 @@ class Seat:
         self._send(keyboard, 1, struct.pack("=3I", self._now(), code, int(is_down)))
 
     def press(self, name, keyboard=None, hold=0.0):
-        """Presses and releases a key; the name may begin with modifiers, such as alt+Return."""
+        """Presses and releases a key. Its name may begin with modifiers, such as alt+Return."""
         keyboard = keyboard or self.keyboard
         *modifiers, key = name.split("+") if len(name) > 1 else [name]
         if len(key) == 1 and (key in SHIFTED or key.isupper()):

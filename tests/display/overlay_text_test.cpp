@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The message line and the frame-rate counter.
+// Tests of the message line and the frame-rate counter.
 #include "display/frame_buffers.h"
 #include "display/overlay_text.h"
 #include "support/open_display.h"
@@ -16,7 +16,7 @@ class MessageLine : public DisplayTest {};
 
 class FrameRate : public DisplayTest {
 protected:
-    /// The reading of one more pass that takes so long.
+    /// The counter's text after one more pass of this length.
     std::string reading(double seconds) {
         draw_frame_rate(seconds);
         const std::string text = new_calls().back();
@@ -40,14 +40,14 @@ TEST_F(MessageLine, IsNotDrawnWhenItsTimeIsUp) {
     }
 }
 
-TEST_F(MessageLine, IsDrawnOnceMoreWhenTheTimeRunsOutInThisPass) {
+TEST_F(MessageLine, IsDrawnInThePassInWhichItsTimeRunsOut) {
     viewer.message_timer = 0.01;
     draw_message_line(0.5);
     EXPECT_EQ(new_calls().size(), 2U);
     EXPECT_EQ(viewer.message_timer, 0.01 - 0.5);
 }
 
-TEST_F(MessageLine, StaysForAsManyFramesAsFillTwoSeconds) {
+TEST_F(MessageLine, StaysForTwoSecondsOfFrames) {
     int drawn = 0;
     show_message("stays");
     for (int pass = 0; pass < 40; ++pass) {
@@ -97,7 +97,7 @@ TEST_F(MessageLine, PaintsItsCellsInTheTextPenOnBlack) {
     EXPECT_LT(white, 100);
 }
 
-TEST_F(FrameRate, ClimbsInFifthsAtASteadyRate) {
+TEST_F(FrameRate, RisesInFifthsAtASteadyRate) {
     EXPECT_EQ(reading(0.02), "fps:10.00 ");
     EXPECT_EQ(reading(0.02), "fps:20.00 ");
     EXPECT_EQ(reading(0.02), "fps:30.00 ");
@@ -114,7 +114,7 @@ TEST_F(FrameRate, IsAtTheBottomLeft) {
     EXPECT_EQ(new_calls().front(), "Move(1, 65)");
 }
 
-TEST_F(FrameRate, LeavesALowPictureAtItsTop) {
+TEST_F(FrameRate, MovesAboveTheTopOfALowPicture) {
     frame_height = 10;
     draw_frame_rate(0.02);
     EXPECT_EQ(new_calls().front(), "Move(1, 0)");
@@ -128,7 +128,7 @@ TEST_F(FrameRate, FillsItsTenCharactersAtAHundred) {
     EXPECT_EQ(reading(0.01), "fps:100.00");
 }
 
-TEST_F(FrameRate, WipesALongerReadingWithBlanks) {
+TEST_F(FrameRate, OverwritesALongerReadingWithBlanks) {
     frame_rates = {0.0, 7.5, 7.5, 7.5, 7.5, 7.5};
     EXPECT_EQ(reading(1.0 / 7.5), "fps:7.50  ");
 }
@@ -143,16 +143,16 @@ TEST_F(FrameRate, LosesTheLastDigitsFromAThousandOn) {
 }
 
 TEST_F(FrameRate, CutsEvenTheLongestReading) {
-    // A fifth of 2^100 is 253530120045645880299340641075.2.
+    // 2^100 / 5 is 253530120045645880299340641075.2.
     EXPECT_EQ(reading(std::ldexp(1.0, -100)), "fps:253530");
     frame_rates = {};
-    // The largest number of all begins with 17976931.., of which a fifth is shown.
+    // 2^1022 / 5 has 307 digits and begins with 898846.
     EXPECT_EQ(reading(std::ldexp(1.0, -1022)), "fps:898846");
 }
 
 TEST_F(FrameRate, ShowsInfinityOnAStoppedClock) {
     EXPECT_EQ(reading(0.0), "fps:inf   ");
-    // It stays until the fifth reading after it has pushed it out.
+    // Infinity stays in the average until five later readings have replaced it.
     EXPECT_EQ(reading(0.02), "fps:inf   ");
     EXPECT_EQ(reading(0.02), "fps:inf   ");
     EXPECT_EQ(reading(0.02), "fps:inf   ");
@@ -169,7 +169,7 @@ TEST_F(FrameRate, KeepsTheFiveLatestRatesNewestFirst) {
 
 class OverlayTexts : public ViewerTest {
 protected:
-    /// The counter's readings of a run.
+    /// The texts of the counter in a run.
     static Lines readings(const ProgramRun &run) {
         Lines texts = texts_drawn(run);
         std::erase_if(texts, [](const std::string &text) { return !text.starts_with("fps:"); });
@@ -185,30 +185,30 @@ protected:
     }
 };
 
-TEST_F(OverlayTexts, CountFromTwoStagesInTheFirstPassAndFourLater) {
-    // Two readings of 1/256 s give 128 a second, four give 64.
+TEST_F(OverlayTexts, UseTwoStagesInTheFirstPassAndFourLater) {
+    // Two readings of 1/256 s give 128 per second, four give 64.
     EXPECT_EQ(readings(run_with_tick(256)), (Lines{"fps:25.60 ", "fps:38.40 ", "fps:51.20 ", "fps:64.00 ",
                                                    "fps:76.80 ", "fps:64.00 ", "fps:64.00 "}));
 }
 
-TEST_F(OverlayTexts, CountASlowClockWithTwoBlanks) {
-    // Readings of 1/32 s: 16 a second, then 8.
+TEST_F(OverlayTexts, ShowASlowClockWithTwoBlanks) {
+    // Readings of 1/32 s: 16 per second, then 8.
     EXPECT_EQ(readings(run_with_tick(2048)), (Lines{"fps:3.20  ", "fps:4.80  ", "fps:6.40  ", "fps:8.00  ",
                                                     "fps:9.60  ", "fps:8.00  ", "fps:8.00  "}));
 }
 
-TEST_F(OverlayTexts, CountTheFastestClockInTenCharacters) {
-    // Readings of 1/65536 s: 32768 a second, then 16384.
+TEST_F(OverlayTexts, ShowTheFastestClockInTenCharacters) {
+    // Readings of 1/65536 s: 32768 per second, then 16384.
     EXPECT_EQ(readings(run_with_tick(1)), (Lines{"fps:6553.6", "fps:9830.4", "fps:13107.", "fps:16384.",
                                                  "fps:19660.", "fps:16384.", "fps:16384."}));
 }
 
-TEST_F(OverlayTexts, CountAStoppedClockAsInfinite) {
+TEST_F(OverlayTexts, ShowAStoppedClockAsInfinity) {
     EXPECT_EQ(readings(run_with_tick(0)), Lines(7, "fps:inf   "));
 }
 
 TEST_F(OverlayTexts, KeepTheHistoryWhileTheCounterIsOff) {
-    // Off in passes 3 to 5: the third reading is the third rate, not the sixth.
+    // Off in passes 3 to 5: the third reading shows the third rate, not the sixth.
     offscreen::Setup setup = first_start(7);
     setup.events = {key(2, 'f'), key(5, 'f')};
     EXPECT_EQ(readings(run_program(std::move(setup))),

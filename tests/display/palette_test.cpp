@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The gamma-bent grey ramp, against integer arithmetic where that gives it exactly.
+// Tests of the grey ramp with gamma, compared with exact integer arithmetic where that is possible.
 #include "display/palette.h"
 #include "support/open_display.h"
 
@@ -49,7 +49,8 @@ TEST_F(Palette, IsTheIdentityWithoutGamma) {
 
 TEST_F(Palette, TruncatesEveryLevel) {
     // 255 (i / 255)^(1/2) is the root of 255 i, 255 (i / 255)^2 is i i / 255, and 255 (i / 255)^(1/3) is the
-    // cube root of 255 255 i. None of them is whole but at both ends, so rounding cannot hide.
+    // cube root of 255 255 i. These are integers only at both ends, so rounding instead of truncating would
+    // show.
     build(2.0, 0.5, 3.0);
     for (int i = 0; i < 256; ++i) {
         const Colour expected{static_cast<std::uint8_t>(whole_root(255 * i, 2)),
@@ -74,14 +75,14 @@ TEST_F(Palette, GivesEachChannelItsOwnGamma) {
     EXPECT_EQ(palette()[64], (Colour{16, 160, 127}));
 }
 
-TEST_F(Palette, SinksAlmostEverythingAtTheSmallestGamma) {
+TEST_F(Palette, IsAlmostBlackAtTheSmallestGamma) {
     build(0.02, 1.0, 0.02);
     EXPECT_EQ(palette()[128], (Colour{0, 128, 0}));
     EXPECT_EQ(palette()[254], (Colour{209, 254, 209}));
     EXPECT_EQ(palette()[255], (Colour{255, 255, 255}));
 }
 
-TEST_F(Palette, IsBlackButForTheLastEntryAtGammaZero) {
+TEST_F(Palette, IsBlackExceptTheLastEntryAtGammaZero) {
     build(0.0, 1.0, 1.0);
     for (std::size_t i = 0; i < 255; ++i) {
         EXPECT_EQ(palette()[i][0], 0) << i;
@@ -98,7 +99,7 @@ TEST_F(Palette, KeepsBlackAndWhiteAtBothEndsForEveryGammaOfTheKeys) {
     }
 }
 
-TEST_F(Palette, TakesGammasBeyondTheKeysAsTheyAre) {
+TEST_F(Palette, AcceptsGammasBeyondTheKeysRange) {
     // (64 / 255)^(1/10) = 0.8708.., and a gamma of a million leaves all but index 0 at 254.99..
     build(10.0, 1e6, 1.0);
     EXPECT_EQ(palette()[64][0], 222);
@@ -113,7 +114,7 @@ TEST_F(Palette, SurvivesGammasThatAreNaN) {
     // 1 / infinity is 0, and anything to the power 0 is 1.
     EXPECT_EQ(palette()[0][1], 255);
     EXPECT_EQ(palette()[100][1], 255);
-    // A negative gamma turns the ramp round; level 255 stays at index 255.
+    // A negative gamma reverses the ramp; index 255 keeps level 255.
     EXPECT_EQ(palette()[255][2], 255);
 }
 
@@ -135,7 +136,7 @@ TEST_F(Palette, ShowsTwoDecimalsOfWhatTheStepsAddUpTo) {
     EXPECT_STREQ(viewer.message_line.data(), "R-gamma:2.50 G-gamma:1.50 B-gamma:1.00");
 }
 
-TEST_F(Palette, CutsAMessageThatOnlyAnEditedFileCanBring) {
+TEST_F(Palette, CutsAnOverlongMessageOfAnEditedFile) {
     build(1e300, 1e300, 1e300);
     const std::string line = viewer.message_line.data();
     EXPECT_EQ(line.size(), viewer.message_line.size() - 1);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Frames on their way to the screen.
+// Tests of how frames reach the screen.
 #include "display/frame_buffers.h"
 #include "display/presentation.h"
 #include "support/open_display.h"
@@ -11,7 +11,7 @@ using Lines = std::vector<std::string>;
 
 class Presentation : public DisplayTest {
 protected:
-    /// Makes pixel i of a buffer (i * factor) mod 256.
+    /// Sets pixel i of a buffer to (i * factor) mod 256.
     static void fill(std::uint8_t *buffer, std::size_t count, unsigned factor) {
         for (std::size_t i = 0; i < count; ++i) {
             buffer[i] = static_cast<std::uint8_t>(i * factor);
@@ -38,7 +38,7 @@ TEST_F(Presentation, ShowsTheFrameOfThePreviousPass) {
     }
 }
 
-TEST_F(Presentation, UsesItsOwnWidthForRowsWhateverTheBitmapsIs) {
+TEST_F(Presentation, UsesTheFramesWidthForRowsNotTheBitmaps) {
     set_frame(10, 6);
     fill(chunkybuf2.get(), 60, 1);
     for (const int bitmap_width : {4, 10, 16}) {
@@ -72,7 +72,7 @@ TEST_F(Presentation, ExchangesBothPairsOfBuffersByPointer) {
     EXPECT_EQ(planarbuf1.get(), planar[0]);
 }
 
-TEST_F(Presentation, PointsTheContextBackAtTheScreensOwnBitmap) {
+TEST_F(Presentation, PointsTheContextBackAtTheScreensBitmap) {
     open_display();
     (void)new_calls();
     display_context.BitMap = nullptr;
@@ -83,7 +83,7 @@ TEST_F(Presentation, PointsTheContextBackAtTheScreensOwnBitmap) {
 
 class PresentationInARun : public ViewerTest {
 protected:
-    /// Notes each pass's frame as it is written, and what the screen shows, as checksums.
+    /// Notes checksums of each pass's frame and of what the screen shows.
     static void note_pictures(offscreen::Setup &setup) {
         setup.on_frame = [](const offscreen::Picture &frame) { note("frame " + checksum(frame)); };
         setup.on_picture = [](const offscreen::Picture &picture) { note("screen " + checksum(picture)); };
@@ -120,7 +120,7 @@ TEST_F(PresentationInARun, NeverShowsAnotherBuffer) {
 }
 
 TEST_F(PresentationInARun, IsTheSameWithTheInternalConversion) {
-    // The same message is on both screens, since the toggle's own would differ.
+    // Both runs show another message than the toggle's, which would differ.
     ProgramRun runs[2];
     for (int enabled = 0; enabled < 2; ++enabled) {
         offscreen::Setup setup = later_start(6, {{"internal c2p enabled", std::to_string(enabled)}});
@@ -160,7 +160,7 @@ TEST_F(PresentationInARun, PutsTheTextsOnTopOfTheFrame) {
         frame_pixels_of_pass.assign(frame.pixels.begin(), frame.pixels.end());
     };
     setup.on_picture = [](const offscreen::Picture &picture) {
-        // "Zelvo" covers 5 cells from x 1 in rows 4 to 11, ten characters of the counter cover rows 240 to
+        // "Zelvo" covers 5 cells from x = 1 in rows 4 to 11. The counter's ten characters cover rows 240 to
         // 247.
         int outside = 0;
         int inside = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A display that does not open, in runs of the whole program.
+// Tests of a display that does not open, in runs of the whole program.
 #include "support/viewer_test.h"
 
 namespace {
@@ -38,7 +38,7 @@ protected:
         return {run.calls.begin() + last, run.calls.end()};
     }
 
-    /// The calls of an ending with these between the command line's and the libraries' release.
+    /// The calls that end a run: these, between the release of the command line and that of the libraries.
     static Lines ending_with(const Lines &middle) {
         Lines calls{"FreeArgs()"};
         calls.insert(calls.end(), middle.begin(), middle.end());
@@ -62,7 +62,7 @@ TEST_F(DisplayFailure, OfTheWindowClosesTheScreen) {
     EXPECT_EQ(calls_after(run, "OpenWindowTagList"), ending_with({"CloseScreen()"}));
 }
 
-TEST_F(DisplayFailure, OfTheFirstScreenBufferIsSaidTwiceAndShowsNoBuffer) {
+TEST_F(DisplayFailure, OfTheFirstScreenBufferIsPrintedTwiceAndShowsNoBuffer) {
     const ProgramRun run = run_refusing("AllocScreenBuffer#1");
     expect_failure(run, std::string(default_display_line) +
                             "AllocScreenBuffer() failed\nAllocScreenBuffer() failed");
@@ -71,7 +71,7 @@ TEST_F(DisplayFailure, OfTheFirstScreenBufferIsSaidTwiceAndShowsNoBuffer) {
               ending_with({"FreeScreenBuffer()", "FreeScreenBuffer()", "CloseWindow()", "CloseScreen()"}));
 }
 
-TEST_F(DisplayFailure, OfTheSecondOrThirdScreenBufferIsSaidTwiceAroundTheClose) {
+TEST_F(DisplayFailure, OfTheSecondOrThirdScreenBufferIsPrintedTwiceAroundTheClose) {
     for (const char *refused : {"AllocScreenBuffer#2", "AllocScreenBuffer#3"}) {
         const ProgramRun run = run_refusing(refused);
         expect_failure(run, std::string(default_display_line) + "AllocScreenBuffer() failed\n" +
@@ -82,7 +82,7 @@ TEST_F(DisplayFailure, OfTheSecondOrThirdScreenBufferIsSaidTwiceAroundTheClose) 
     }
 }
 
-TEST_F(DisplayFailure, OfAllScreenBuffersIsSaidTwice) {
+TEST_F(DisplayFailure, OfAllScreenBuffersIsPrintedTwice) {
     const ProgramRun run = run_refusing("AllocScreenBuffer");
     expect_failure(run, std::string(default_display_line) +
                             "AllocScreenBuffer() failed\nAllocScreenBuffer() failed");
@@ -99,7 +99,7 @@ TEST_F(DisplayFailure, OfAScreenBufferInAModeChangeIsTheSame) {
                             "AllocScreenBuffer() failed");
 }
 
-TEST_F(DisplayFailure, OfAnImpossibleSizeIsTheScreens) {
+TEST_F(DisplayFailure, OfAnImpossibleSizeIsAFailureOfTheScreen) {
     const std::vector<std::pair<LONG, LONG>> sizes{{0, 256},   {320, 0}, {0, 0}, {16385, 1},
                                                    {1, 16385}, {-5, -5}, {0, -1}};
     for (const auto &[width, height] : sizes) {
@@ -107,7 +107,7 @@ TEST_F(DisplayFailure, OfAnImpossibleSizeIsTheScreens) {
     }
 }
 
-TEST_F(DisplayFailure, OfANegativeOrOverflowingProductIsTheFirstBuffers) {
+TEST_F(DisplayFailure, OfANegativeOrOverflowingAreaIsAFailureOfTheFirstBuffer) {
     // 46341 squared is the first square beyond 2^31 - 1.
     const std::vector<std::pair<LONG, LONG>> sizes{
         {-1, 256}, {320, -256}, {65536, 65536}, {46341, 46341}, {2147483647, 2}, {-2147483648, -2147483648}};
@@ -118,14 +118,14 @@ TEST_F(DisplayFailure, OfANegativeOrOverflowingProductIsTheFirstBuffers) {
     }
 }
 
-TEST_F(DisplayFailure, OfTheSettingsSizeComesAfterTheObject) {
+TEST_F(DisplayFailure, OfASizeInTheSettingsComesAfterTheObject) {
     const ProgramRun run = run_program(later_start(1, {{"width", "0"}}));
     expect_failure(run, "Couldn't open screen\n");
     EXPECT_LT(call_place(run, "open_file(Zelvo_envmap.chunky"), call_place(run, "OpenScreenTagList"));
     expect_failure(run_program(later_start(1, {{"height", "-1"}})), "Couldn't allocate *chunkybuf1 memory\n");
 }
 
-TEST_F(DisplayFailure, NeverHappensForAModeOfWhateverNumber) {
+TEST_F(DisplayFailure, NeverDependsOnTheModesNumber) {
     offscreen::Setup setup = first_start();
     setup.answers = {{{}, offscreen::ModeAnswer{0xFFFFFFFF, 320, 256}}};
     const ProgramRun run = run_program(std::move(setup));

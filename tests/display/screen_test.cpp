@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opening, closing and changing the display, call by call.
+// Tests of opening, closing and changing the display, call by call.
 #include "display/frame_buffers.h"
 #include "display/screen.h"
 #include "support/open_display.h"
@@ -17,7 +17,7 @@ Lines opening(const std::string &mode, const std::string &width, const std::stri
             ", SA_Height=" + height +
             ", SA_Depth=8, SA_AutoScroll=1, SA_Pens=0 1 1 2 1 3 2 0 2 1 2 1, SA_Title=\"<Esc> to quit.\", "
             "SA_ShowTitle=0, SA_Quiet=1, SA_Interleaved=1, SA_Font=topaz.font/8/0/1)",
-        // 3146776 is 0x00300418. The right mouse button's trap is set twice.
+        // 3146776 is 0x00300418. The program sets the trap for the right mouse button twice.
         "OpenWindowTagList(WA_Activate=1, WA_ReportMouse=1, WA_IDCMP=3146776, WA_Borderless=1, "
         "WA_RMBTrap=1, WA_SizeBRight=1, WA_CustomScreen=set, WA_RMBTrap=1, WA_NoCareRefresh=1)",
         "AllocScreenBuffer(1)",
@@ -54,7 +54,7 @@ class OpenDisplay : public DisplayTest {};
 class CloseDisplay : public DisplayTest {};
 class ChooseDisplayMode : public DisplayTest {};
 
-TEST(DisplayTags, AreTheSystemsOwnNumbers) {
+TEST(DisplayTags, AreTheSystemsNumbers) {
     EXPECT_EQ(IDCMP_MOUSEBUTTONS | IDCMP_MOUSEMOVE | IDCMP_RAWKEY | IDCMP_DELTAMOVE | IDCMP_VANILLAKEY,
               0x00300418U);
     EXPECT_EQ(WA_RMBTrap, 0x8000008AU);
@@ -66,7 +66,7 @@ TEST_F(OpenDisplay, MakesEveryCallInOrderWithItsTags) {
     EXPECT_EQ(printed(), "");
 }
 
-TEST_F(OpenDisplay, TakesModeAndSizeFromTheState) {
+TEST_F(OpenDisplay, UsesModeAndSizeOfTheState) {
     viewer.ModeID = -2147479552;
     viewer.width = 333;
     viewer.height = 217;
@@ -85,7 +85,7 @@ TEST_F(OpenDisplay, HoldsAScreenAWindowAndThreeBuffers) {
     EXPECT_NE(window->RPort, nullptr);
 }
 
-/// An allocation's size; the heap may round it up, but not by a page or more of this much.
+/// Whether an allocation has this size. The heap may round it up, but by less than a page.
 void expect_bytes(void *memory, std::size_t bytes) {
     ASSERT_NE(memory, nullptr);
     EXPECT_GE(malloc_usable_size(memory), bytes);
@@ -109,7 +109,7 @@ TEST_F(OpenDisplay, StartsWithBlackFramesAndNoDepths) {
     EXPECT_EQ(std::count(zbuf.get(), zbuf.get() + 81920, 0), 81920);
 }
 
-TEST_F(OpenDisplay, DrawsIntoTheScreensOwnBitmap) {
+TEST_F(OpenDisplay, DrawsIntoTheScreensBitmap) {
     open_display();
     BitMap *visible = host::state.screens.back()->shown;
     EXPECT_EQ(display_context.BitMap, visible);
@@ -132,7 +132,7 @@ TEST_F(OpenDisplay, LeavesThePalettesMessage) {
     EXPECT_EQ(viewer.message_timer, 2.0);
 }
 
-TEST_F(OpenDisplay, TakesTheLargestAndTheSmallestSides) {
+TEST_F(OpenDisplay, AcceptsTheLargestAndTheSmallestSides) {
     for (const auto &[width, height] : {std::pair{16384, 1}, {1, 16384}, {1, 1}}) {
         viewer.width = width;
         viewer.height = height;
@@ -188,7 +188,7 @@ TEST_F(CloseDisplay, LetsTheDisplayOpenAgainInAnotherSize) {
     EXPECT_EQ(host::state.screens.back()->bitmap.width, 64);
 }
 
-TEST_F(ChooseDisplayMode, ClosesAsksAndOpensAgain) {
+TEST_F(ChooseDisplayMode, ClosesAsksAndReopens) {
     open_display();
     (void)new_calls();
     offscreen::state.setup.answers = {{{}, offscreen::ModeAnswer{0x29004, 640, 480}}};
@@ -208,7 +208,7 @@ TEST_F(ChooseDisplayMode, OpensAClosedDisplay) {
     EXPECT_EQ(printed(), "display parameters: 0x00000000, 320, 256\n");
 }
 
-TEST_F(ChooseDisplayMode, TakesWhatACancelledRequesterHolds) {
+TEST_F(ChooseDisplayMode, UsesTheContentsOfACancelledRequester) {
     viewer.ModeID = 3;
     viewer.width = 64;
     viewer.height = 48;

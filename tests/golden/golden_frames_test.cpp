@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every frame of every golden case, exact to the byte.
+// Tests that every frame of every golden case is exact to the byte.
 #include "support/golden_cases.h"
 #include "support/program_run.h"
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Writes the frame, and a picture of where it differs, and says where they are.
+/// Writes the frame and a picture of the difference, and says where these files are.
 std::string explain_difference(const GoldenCase &golden, int pass, const std::string &expected,
                                const std::string &actual) {
     const std::filesystem::path folder = std::filesystem::current_path() / "golden-differences";
@@ -60,7 +60,7 @@ TEST_P(GoldenFrames, AreExactInEveryPass) {
     std::ifstream script(test_file("golden/scripts/" + golden.script + ".txt"));
     ASSERT_TRUE(script);
     ASSERT_FALSE(offscreen::read_script(script, setup));
-    // The run's process notes each exact pass, and explains the first that differs.
+    // The process of the run notes each exact pass and explains the first one that differs.
     bool has_differed = false;
     setup.on_frame = [&](const offscreen::Picture &picture) {
         const std::string pgm = frame_header(picture.width, picture.height) +

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What each key and mouse event does to the state, and what it shows to the user.
+// Tests of what each key and mouse event does to the state, and of its message.
 #include "platform/intuition.h"
 #include "support/viewer_test.h"
 
@@ -18,7 +18,7 @@ constexpr UWORD cursor_down = 0x4D;
 constexpr UWORD cursor_right = 0x4E;
 constexpr UWORD cursor_left = 0x4F;
 
-/// The events arrive in the second of three passes, so that the first shows the start text and the third the
+/// The events arrive in the second of three passes: the first pass shows the start text, and the third the
 /// message.
 constexpr int event_pass = 2;
 constexpr int all_passes = 3;
@@ -32,14 +32,14 @@ constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 /// One line of the command tables.
 struct Command {
     const char *name;
-    /// What the first pass changes about the state that the program starts with.
+    /// Changes the program's start state in the first pass.
     Change start;
     Events events;
-    /// What the events do to it.
+    /// What the events change.
     Change effect;
-    /// Empty for none.
+    /// The message; empty for none.
     std::string message;
-    /// How often the palette is loaded because of them.
+    /// How often the events load the palette.
     int palette_loads = 0;
 };
 
@@ -92,12 +92,12 @@ void negate_lights(ViewerState &state) {
     }
 }
 
-/// The state at the end of the run by the rules of the frame loop.
+/// The expected state at the end of the run, by the rules of the frame loop.
 ViewerState expected_state(const Command &command) {
     ViewerState state;
     command.start(state);
     for (int pass = 1; pass <= all_passes; ++pass) {
-        // The first pass has no frame before it whose time could be taken off.
+        // The first pass has no earlier frame whose time could be subtracted.
         state.message_timer -= pass == 1 ? 0.0 : pass_time;
         if (pass == event_pass) {
             command.effect(state);
@@ -115,11 +115,11 @@ ViewerState expected_state(const Command &command) {
 
 class Commands : public ViewerTest, public testing::WithParamInterface<Command> {};
 
-TEST_P(Commands, ChangeWhatTheySayAndNothingElse) {
+TEST_P(Commands, ChangeOnlyWhatTheyShould) {
     const Command &command = GetParam();
     offscreen::Setup setup = first_start(all_passes);
     setup.events = command.events;
-    // Not before start-up, which also turns the light by the mouse once.
+    // Not before start-up, because start-up turns the light by the mouse once.
     setup.on_frame = [&command](const offscreen::Picture &frame) {
         if (frame.pass == 1) {
             command.start(viewer);
@@ -429,7 +429,7 @@ offscreen::Event event_of(ULONG event_class, int code) {
     return event;
 }
 
-/// All codes of an event class but these.
+/// All codes of an event class except these.
 Events all_but(ULONG event_class, const std::vector<int> &codes, int end = 256) {
     Events events;
     for (int code = 0; code < end; ++code) {

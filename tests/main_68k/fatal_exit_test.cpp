@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one way out: what it releases, in which order, what it prints, and its exit codes.
+// Tests of fatal_exit: what it releases and in which order, what it prints, and its exit codes.
 #include "core/fatal_exit.h"
 #include "display/frame_buffers.h"
 #include "object/model.h"
@@ -12,19 +12,19 @@ namespace {
 
 class FatalExit : public ViewerTest {};
 
-/// A run that ends itself before the program has done anything.
+/// A run that calls fatal_exit before the program has done anything.
 ProgramRun end_at_once(const char *text) {
     RunOptions options;
     options.before = [text] { fatal_exit(text); };
     return run_program(offscreen::Setup{}, options);
 }
 
-/// The calls from the first one that begins like this.
+/// The calls from the first one on that begins with this text.
 std::vector<std::string> calls_from(const ProgramRun &run, const std::string &beginning) {
     return {run.calls.begin() + call_place(run, beginning), run.calls.end()};
 }
 
-/// How the libraries are given back.
+/// The calls that give the libraries back.
 const std::vector<std::string> libraries_closed{
     "DropInterface()", "CloseLibrary(asl.library)",       "DropInterface()", "CloseLibrary(lowlevel.library)",
     "DropInterface()", "CloseLibrary(intuition.library)", "DropInterface()", "CloseLibrary(graphics.library)",
@@ -35,7 +35,7 @@ std::vector<std::string> followed_by_libraries(std::vector<std::string> calls) {
     return calls;
 }
 
-/// How an open display is given back, after the command line.
+/// The calls that give an open display back, after the command line.
 const std::vector<std::string> everything_closed = followed_by_libraries({
     "FreeArgs()",
     "ChangeScreenBuffer()",
@@ -114,7 +114,7 @@ TEST_F(FatalExit, WithoutAParsedCommandLineFreesNone) {
     EXPECT_EQ(count_calls(run, "FreeArgs"), 0);
 }
 
-TEST_F(FatalExit, InTheMiddleOfTheRunReleasesEverythingInOrder) {
+TEST_F(FatalExit, DuringARunReleasesEverythingInOrder) {
     offscreen::Setup setup = first_start(5);
     setup.on_picture = [](const offscreen::Picture &picture) {
         if (picture.pass == 3) {
@@ -161,7 +161,7 @@ TEST_F(FatalExit, FreesMemoryInAFixedOrder) {
         note(call_before_freeing("envmap") + ", " + call_before_freeing("zbuf") + ", " +
              call_before_freeing("dot_image"));
     };
-    // The buffers of the frames are exchanged once more in the pass that is the last.
+    // The last pass exchanges the frame buffers once more.
     const std::vector<std::string> expected{"lwofis lwonormals3 lwonormals2 lwopoints3 lwopoints2 envmap "
                                             "planarbuf2 planarbuf1 chunkybuf2 chunkybuf1 "
                                             "zbuf dot_image ",
@@ -169,7 +169,7 @@ TEST_F(FatalExit, FreesMemoryInAFixedOrder) {
     EXPECT_EQ(run_program(std::move(setup), options).notes, expected);
 }
 
-TEST_F(FatalExit, FindsEverythingStillHeldBeforeIt) {
+TEST_F(FatalExit, EverythingIsStillHeldDuringARun) {
     offscreen::Setup setup = first_start();
     setup.on_picture = [](const offscreen::Picture &) {
         note_what_is_allocated();

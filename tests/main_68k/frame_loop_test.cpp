@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The order of a pass, what outlives it, and how the loop ends.
+// Tests of the order of a pass, of what lasts from pass to pass, and of how the loop ends.
 #include "display/frame_buffers.h"
 #include "display/screen.h"
 #include "main_68k/frame_loop.h"
@@ -19,7 +19,7 @@ Lines loop_calls(const ProgramRun &run) {
             run.calls.begin() + call_place(run, "FreeArgs")};
 }
 
-/// The calls that draw, out of the frame loop's.
+/// Those of the frame loop's calls that draw.
 Lines drawing_calls(const ProgramRun &run) {
     Lines calls = loop_calls(run);
     std::erase_if(calls, [](const std::string &call) {
@@ -29,7 +29,7 @@ Lines drawing_calls(const ProgramRun &run) {
     return calls;
 }
 
-/// Messages on the message line in order, each with how many passes drew it.
+/// The messages on the message line, in order, and how many passes drew each.
 std::vector<std::pair<std::string, int>> messages_drawn(const ProgramRun &run) {
     std::vector<std::pair<std::string, int>> messages;
     for (const std::string &text : texts_drawn(run)) {
@@ -65,8 +65,8 @@ TEST_F(FrameLoop, GivesControlBackAfterEachPass) {
 TEST_F(FrameLoop, MeasuresDrawsAndListensInAFixedOrder) {
     const ProgramRun run = run_program(later_start(3));
     expect_normal_end(run);
-    // The rates by the first readings: 1/128 s of the two stages measured so far, then 1/64 s a pass, each
-    // average over five entries of which the missing ones are 0.
+    // The first rates: the two stages measured so far take 1/128 s, then each pass takes 1/64 s. Each average
+    // is over five entries, of which the missing ones are 0.
     Lines expected{"ElapsedTime()"};
     for (const std::string rate : {"25.60 ", "38.40 ", "51.20 "}) {
         const Lines pass{
@@ -83,7 +83,7 @@ TEST_F(FrameLoop, MeasuresDrawsAndListensInAFixedOrder) {
         };
         expected.insert(expected.end(), pass.begin(), pass.end());
         if (rate == "51.20 ") {
-            // The Esc of the last pass.
+            // The last pass gets Esc.
             expected.emplace_back("GetMsg()");
         }
         expected.emplace_back("ElapsedTime()");
@@ -98,18 +98,18 @@ TEST_F(FrameLoop, DrawsNoCounterWhileItIsOff) {
     EXPECT_EQ(count_calls(run, "Move"), 5);
 }
 
-TEST_F(FrameLoop, GreetsInPlaceOfThePalettesMessage) {
+TEST_F(FrameLoop, ReplacesThePalettesMessageByTheGreeting) {
     EXPECT_EQ(texts_drawn(run_program(first_start())).at(0), "Zelvo");
 }
 
 TEST_F(FrameLoop, ShowsAMessageUntilTheFramesAddUpToTwoSeconds) {
-    // The first pass takes nothing off, every later one 1/64 s, so 128 more passes still find time left.
+    // The first pass subtracts nothing and every later one 1/64 s, so there is time left for 128 more passes.
     const ProgramRun run = run_program(first_start(140, "triangle"));
     EXPECT_EQ(messages_drawn(run), (std::vector<std::pair<std::string, int>>{{"Zelvo", 129}}));
 }
 
 TEST_F(FrameLoop, LetsTheMessageTimerEndBelowZero) {
-    // 1.25 s a pass: 2, then 0.75, then -0.5, which nothing draws or counts down any more.
+    // At 1.25 s per pass: 2, then 0.75, then -0.5. From then on the message is not drawn and the timer stays.
     offscreen::Setup setup = first_start(6);
     setup.tick = 20480;
     RunOptions options;
@@ -122,7 +122,7 @@ TEST_F(FrameLoop, LetsTheMessageTimerEndBelowZero) {
 TEST_F(FrameLoop, RestartsTheTimerWithEveryMessage) {
     offscreen::Setup setup = first_start(12);
     setup.tick = 16384;
-    // A second a pass: without the keys the greeting would be gone after pass 3.
+    // At one second per pass the greeting would be gone after pass 3 without the keys.
     setup.events = {key(3, 'p'), key(4, 'd'), key(9, 'l')};
     const ProgramRun run = run_program(std::move(setup));
     EXPECT_EQ(
@@ -208,7 +208,7 @@ TEST_F(FrameLoop, FinishesThePassInWhichTheUserQuits) {
     EXPECT_EQ(count_calls(run, "WriteChunkyPixels"), 2);
 }
 
-TEST_F(FrameLoop, CarriesOutAModeChangeBeforeItQuits) {
+TEST_F(FrameLoop, ChangesTheModeBeforeItQuits) {
     offscreen::Setup setup = first_start(0);
     setup.events = {key(1, 'q'), key(1, 'm')};
     setup.answers = {{{}, offscreen::ModeAnswer{1, 64, 48}}, {{}, offscreen::ModeAnswer{2, 80, 60}}};
@@ -232,7 +232,7 @@ TEST_F(FrameLoop, ChangesTheModeAfterTheLastStageWasMeasured) {
     ASSERT_NE(closes, calls.end());
     const Lines before(closes - 3, closes);
     EXPECT_EQ(before, (Lines{"GetMsg()", "GetMsg()", "ElapsedTime()"}));
-    // The next pass begins with the clock, so that the time for the requester counts nowhere.
+    // The next pass begins with a reading of the clock, so the time of the requester is not counted.
     const auto opened = std::find_if(closes, calls.end(),
                                      [](const std::string &call) { return call.starts_with("SetPointer"); });
     ASSERT_LT(opened + 1, calls.end());
@@ -253,7 +253,7 @@ TEST_F(FrameLoop, DrawsInTheNewSizeAfterAModeChange) {
     setup.answers = {{{}, offscreen::ModeAnswer{0, 64, 48}}, {{}, offscreen::ModeAnswer{5, 200, 100}}};
     const ProgramRun run = run_program(std::move(setup));
     expect_normal_end(run);
-    // Opening the display rebuilds the palette, whose message this time nothing replaces.
+    // Opening the display rebuilds the palette. This time nothing replaces the palette's message.
     EXPECT_EQ(drawing_calls(run), (Lines{
                                       "WriteChunkyPixels(0, 0, 63, 47, 64)",
                                       "Move(1, 10)",
@@ -274,7 +274,7 @@ TEST_F(FrameLoop, DrawsInTheNewSizeAfterAModeChange) {
 }
 
 TEST_F(FrameLoop, ShowsEachFrameOnePassAfterItWasDrawn) {
-    // The renderer's own result is seen after the pass that drew it, in the buffer that is shown next.
+    // After a pass the drawn frame is in the buffer that is shown next.
     offscreen::Setup setup = first_start(4);
     setup.events = {mouse_move(1, 20, 0), mouse_move(2, 20, 0), mouse_move(3, 20, 0)};
     static std::vector<std::uint8_t> drawn;
@@ -292,7 +292,8 @@ TEST_F(FrameLoop, ShowsEachFrameOnePassAfterItWasDrawn) {
 
 TEST_F(FrameLoop, PointsItsContextAtTheVisibleBitmapAtTheEndOfEveryPass) {
     offscreen::Setup setup = first_start(2);
-    // What strays into another bitmap after the pixels were written takes only this pass's texts with it.
+    // If the context stayed on another bitmap after the pixels were written, only this pass's texts would be
+    // lost.
     setup.on_frame = [](const offscreen::Picture &) { display_context.BitMap = shown_buffers[1]->sb_BitMap; };
     setup.on_picture = [](const offscreen::Picture &) {
         note(display_context.BitMap == shown_buffers[0]->sb_BitMap ? "visible" : "hidden");

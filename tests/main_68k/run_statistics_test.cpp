@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The stage clock and the three lines printed at the end of a run.
+// Tests of the stage clock and of the three lines printed at the end of a run.
 #include "main_68k/run_statistics.h"
 #include "support/model_builder.h"
 #include "support/viewer_test.h"
@@ -10,7 +10,7 @@ namespace {
 
 class RunStatistics : public ViewerTest {
 protected:
-    /// What a normal run of this many passes prints between opening and closing its display.
+    /// The output of a normal run of this many passes, between opening and closing its display.
     std::string statistics(int passes, std::optional<ULONG> tick) const {
         offscreen::Setup setup = later_start(passes);
         setup.tick = tick;
@@ -23,20 +23,20 @@ protected:
 };
 
 TEST_F(RunStatistics, CountAFrameWhenItBegins) {
-    // Four readings of 1/256 s each make a pass.
+    // A pass has four readings of 1/256 s.
     EXPECT_EQ(statistics(1, offscreen::default_tick), "number of frames: 1\n"
                                                       "all time: 0.015625  average frametime: 0.015625\n"
                                                       "average framerate: 64.000000 fps\n");
 }
 
-TEST_F(RunStatistics, SumFourStagesOfEveryPass) {
+TEST_F(RunStatistics, AddUpFourStagesOfEveryPass) {
     EXPECT_EQ(statistics(40, offscreen::default_tick), "number of frames: 40\n"
                                                        "all time: 0.625000  average frametime: 0.015625\n"
                                                        "average framerate: 64.000000 fps\n");
 }
 
 TEST_F(RunStatistics, ReadTheClockAsUnsignedFixedPoint) {
-    // The largest reading is 65535 + 65535/65536 seconds; four of them make 262143.99993896484375.
+    // The largest reading is 65535 + 65535/65536 seconds; four of them are 262143.99993896484375.
     EXPECT_EQ(statistics(1, 0xFFFFFFFF), "number of frames: 1\n"
                                          "all time: 262143.999939  average frametime: 262143.999939\n"
                                          "average framerate: 0.000004 fps\n");
@@ -68,13 +68,13 @@ TEST_F(RunStatistics, GrowWithTheRealClock) {
 }
 
 TEST_F(RunStatistics, IgnoreTheTimeBetweenTheStages) {
-    // The clock is also read at the top of each pass; those readings are thrown away.
+    // The clock is also read at the top of each pass. Those readings are not used.
     EXPECT_EQ(statistics(2, 65536), "number of frames: 2\n"
                                     "all time: 8.000000  average frametime: 4.000000\n"
                                     "average framerate: 0.250000 fps\n");
 }
 
-TEST(StageClock, KeepsEachStageInItsSlotAndAddsUpTotals) {
+TEST(StageClock, StoresEachStageInItsSlotAndAddsUpTotals) {
     reset_program_state();
     offscreen::Setup setup;
     setup.tick = 65536 / 4;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keys that save and load settings, choose a texture and change the screen mode.
+// Tests of the keys that save and load settings, choose a texture and change the screen mode.
 #include "raster/texture_map.h"
 #include "settings/environment_map.h"
 #include "support/viewer_test.h"
@@ -13,15 +13,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
-    return {offscreen::FileAnswer{drawer, name}, {}};
-}
-
-offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
-    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
-}
-
-/// What a run prints after its display lines: the statistics of these passes, and the close.
+/// The output of a run after its display lines: the statistics of these passes, and the close.
 std::string ordinary_end(int passes) {
     std::array<char, 200> text{};
     std::snprintf(text.data(), text.size(),
@@ -54,7 +46,7 @@ const std::map<std::string, std::string> other_settings{
     {"height", "480"},
 };
 
-/// The same in the state.
+/// Sets the same values in the state.
 void make_other(ViewerState &state) {
     state.gammas = {0.5, 2.0, 3.0};
     state.rotate = -1.25;
@@ -98,7 +90,7 @@ TEST_F(SettingsKeys, SaveForTheSessionAndThenForGood) {
               call_place(run, "open_file(ENVARC:Zelvo.vars, w)"));
 }
 
-TEST_F(SettingsKeys, SaveInTheOnePlaceThatTakesAFile) {
+TEST_F(SettingsKeys, SaveInTheOnlyWritablePlace) {
     for (const std::string missing : {"ENV", "ENVARC"}) {
         const TemporaryFiles folder;
         offscreen::Setup setup = first_start(2);
@@ -116,7 +108,7 @@ TEST_F(SettingsKeys, SaveInTheOnePlaceThatTakesAFile) {
     }
 }
 
-TEST_F(SettingsKeys, LoadASpinThatIsNoOrdinaryNumber) {
+TEST_F(SettingsKeys, LoadAnInfiniteOrNaNSpin) {
     for (const char *rotate : {"nan", "inf", "-inf", "1e308"}) {
         env.write("Zelvo.vars", settings_text({{"rotate", rotate}}));
         offscreen::Setup setup = first_start(8);
@@ -125,7 +117,7 @@ TEST_F(SettingsKeys, LoadASpinThatIsNoOrdinaryNumber) {
         }
         setup.events.push_back(key(8, 's'));
         expect_normal_end(run_program(std::move(setup)));
-        // The frames spin by it, and it is saved as it was loaded.
+        // The frames spin with this value, and it is saved as it was loaded.
         const std::string saved = env.read("Zelvo.vars");
         const double value = std::strtod(saved.c_str() + saved.find("rotate: ") + 8, nullptr);
         const double expected = std::strtod(rotate, nullptr);
@@ -229,8 +221,8 @@ TEST_F(SettingsKeys, LoadEvenAnImpossibleSizeWithoutHarm) {
     }
 }
 
-TEST_F(SettingsKeys, LoadASizeThatTheNextDisplayIsOpenedWith) {
-    // The requester of the mode key would replace it, so there is none.
+TEST_F(SettingsKeys, LoadTheSizeOfTheNextDisplay) {
+    // The mode key's requester would replace the size, so it is refused.
     offscreen::Setup setup = first_start(3);
     envarc.write("Zelvo.vars", settings_text({{"ModeID", "9"}, {"width", "64"}, {"height", "48"}}));
     setup.events = {key(1, 'W'), key(2, 'm')};
@@ -264,7 +256,8 @@ class TextureKey : public ViewerTest {
 protected:
     void SetUp() override { files.write("start", std::string(65536, 'a')); }
 
-    /// A run with the texture key in its first pass; the second notes the texture as runs of equal bytes.
+    /// A run with the texture key in its first pass. The second pass notes the texture as runs of equal
+    /// bytes.
     offscreen::Setup key_run(const std::deque<offscreen::Answer> &answers) const {
         offscreen::Setup setup = later_start(2);
         setup.stand_ins[default_envmap_filename] = files.path("start");
@@ -302,8 +295,8 @@ TEST_F(TextureKey, ReadsTheChosenFileAndPrintsItsName) {
               1);
 }
 
-TEST_F(TextureKey, TakesTheInitialFileWhenCancelled) {
-    // The stored name is another one by then, so the reading of the initial file shows.
+TEST_F(TextureKey, UsesTheInitialFileWhenCancelled) {
+    // The stored name has changed by then, so this proves that the initial file is read.
     env.write("steel", std::string(65536, 's'));
     offscreen::Setup setup = key_run({offscreen::Answer{}});
     env.write("Zelvo.vars", settings_text({{"envmap filename", "ENV:steel"}}));
@@ -328,7 +321,7 @@ TEST_F(TextureKey, ReadsTheStoredFileWhenThereIsNoRequester) {
     files.write("steel", std::string(65536, 's'));
     offscreen::Setup setup = key_run({});
     setup.refused = {"AllocAslRequest"};
-    // Settings loaded by key name another texture, which the next reading takes.
+    // Settings loaded by key name another texture, which is read next time.
     envarc.write("Zelvo.vars", settings_text({{"envmap filename", files.path("steel")}}));
     setup.events = {key(1, 'W'), key(1, 't')};
     const ProgramRun run = run_program(std::move(setup));
@@ -357,8 +350,8 @@ TEST_F(TextureKey, EndsTheProgramWhenTheFileIsMissing) {
 
 class ModeKey : public ViewerTest {};
 
-TEST_F(ModeKey, TakesACancelledRequesterAsConfirmed) {
-    // The settings say one size, the requester holds another when it appears.
+TEST_F(ModeKey, TreatsACancelledRequesterAsConfirmed) {
+    // The settings have one size, and the requester initially holds another.
     offscreen::Setup setup = later_start(2, {{"ModeID", "3"}, {"width", "64"}, {"height", "48"}});
     setup.default_mode = {0x29004, 100, 75};
     setup.answers = {offscreen::Answer{}};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What start-up asks the user for: the object, the screen mode, the texture.
+// Tests of the requesters at start-up: for the object, the screen mode and the texture.
 #include "raster/texture_map.h"
 #include "settings/environment_map.h"
 #include "support/viewer_test.h"
@@ -14,14 +14,6 @@ constexpr char object_requester[] = "AllocAslRequest(0, ASLFR_TitleText=\"Select
 constexpr char texture_requester[] =
     "AllocAslRequest(0, ASLFR_DoPatterns=1, ASLFR_TitleText=\"Select Zelvo_envmap.chunky file\", "
     "ASLFR_InitialFile=\"Zelvo_envmap.chunky\")";
-
-offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
-    return {offscreen::FileAnswer{drawer, name}, {}};
-}
-
-offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
-    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
-}
 
 const offscreen::Answer cancelled{};
 
@@ -57,7 +49,7 @@ TEST_F(ObjectRequester, AppearsWithTooManyArguments) {
     EXPECT_EQ(count_calls(run, object_requester), 1);
 }
 
-TEST_F(ObjectRequester, StaysAwayWithTheKeywordOfTheTemplate) {
+TEST_F(ObjectRequester, DoesNotAppearWithTheTemplatesKeyword) {
     for (const Lines &words :
          {Lines{"FILE=" + objects() + "/cube.lwo"}, Lines{"file", objects() + "/cube.lwo"}}) {
         offscreen::Setup setup = later_start();
@@ -91,7 +83,7 @@ TEST_F(ObjectRequester, EndsTheProgramWhenNothingIsChosen) {
     expect_failure(run_asked({chosen_file("", "")}), "No filename given\n");
 }
 
-TEST_F(ObjectRequester, EndsTheProgramWhenThereIsNone) {
+TEST_F(ObjectRequester, EndsTheProgramIfItCannotBeMade) {
     offscreen::Setup setup = later_start();
     setup.command_line = {};
     setup.refused = {"AllocAslRequest"};
@@ -101,7 +93,7 @@ TEST_F(ObjectRequester, EndsTheProgramWhenThereIsNone) {
     EXPECT_EQ(count_calls(run, "FreeAslRequest"), 0);
 }
 
-TEST_F(ObjectRequester, JoinsDrawerAndFileWhereASlashIsNeeded) {
+TEST_F(ObjectRequester, JoinsDrawerAndFileByASlashIfNeeded) {
     expect_normal_end(run_asked({chosen_file(objects() + "/", "cube.lwo")}));
     expect_normal_end(run_asked({chosen_file("", objects() + "/cube.lwo")}));
     std::filesystem::copy(objects() + "/cube.lwo", env.path("box.lwo"));
@@ -110,12 +102,12 @@ TEST_F(ObjectRequester, JoinsDrawerAndFileWhereASlashIsNeeded) {
     EXPECT_EQ(count_calls(run, "open_file(ENV:box.lwo, rb)"), 1);
 }
 
-TEST_F(ObjectRequester, LeadsToAFileThatMayBeMissing) {
+TEST_F(ObjectRequester, MayNameAMissingFile) {
     expect_failure(run_asked({chosen_file(env.folder(), "missing.lwo")}), "File open error\n");
 }
 
-TEST_F(ObjectRequester, NeverNamesMoreThanItsBufferHolds) {
-    // A path of exactly 1023 characters fits with its end; one more leaves the drawer alone.
+TEST_F(ObjectRequester, NeverNamesMoreThanItsBufferCanHold) {
+    // A path of exactly 1023 characters fits with its terminator. With one more, only the drawer is used.
     const std::string drawer(1000, 'd');
     const ProgramRun fits = run_asked({chosen_file(drawer, std::string(22, 'f'))});
     expect_failure(fits, "File open error\n");
@@ -157,7 +149,7 @@ TEST_F(ScreenModeRequester, AppearsWithoutASettingsFile) {
     EXPECT_EQ(run.notes, Lines{"-65535 64 48"});
 }
 
-TEST_F(ScreenModeRequester, LeavesTheSettingsWhenThereIsNone) {
+TEST_F(ScreenModeRequester, LeavesTheSettingsIfItCannotBeMade) {
     offscreen::Setup setup = first_start();
     setup.default_mode = {7, 64, 48};
     setup.refused = {"AllocAslRequest"};
@@ -172,7 +164,7 @@ TEST_F(ScreenModeRequester, LeavesTheSettingsWhenThereIsNone) {
               1);
 }
 
-TEST_F(ScreenModeRequester, StaysAwayWithAnEmptySettingsFile) {
+TEST_F(ScreenModeRequester, DoesNotAppearWithAnEmptySettingsFile) {
     env.write("Zelvo.vars", "");
     const ProgramRun run = run_program(first_start());
     expect_normal_end(run);
@@ -191,7 +183,7 @@ protected:
         }
     }
 
-    /// A run whose stored name cannot be opened, with this answer for the requester.
+    /// A run whose stored texture cannot be opened, with this answer to the requester.
     offscreen::Setup without_texture() const {
         offscreen::Setup setup = later_start();
         setup.stand_ins[default_envmap_filename] = files.path("missing");
@@ -236,7 +228,7 @@ TEST_F(TextureRequester, AppearsOnlyOnce) {
     EXPECT_EQ(count_calls(run, "AllocAslRequest"), 1);
 }
 
-TEST_F(TextureRequester, LeadsToTheOldNameWhenThereIsNone) {
+TEST_F(TextureRequester, UsesTheOldNameIfItCannotBeMade) {
     offscreen::Setup setup = without_texture();
     setup.refused = {"AllocAslRequest"};
     const ProgramRun run = run_program(std::move(setup));
@@ -244,7 +236,7 @@ TEST_F(TextureRequester, LeadsToTheOldNameWhenThereIsNone) {
     EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky, rb)"), 2);
 }
 
-TEST_F(TextureRequester, IsFollowedByTheClosingOfAnOpenDisplay) {
+TEST_F(TextureRequester, EndsTheProgramWithAnOpenDisplayClosed) {
     offscreen::Setup setup = first_start();
     setup.stand_ins[default_envmap_filename] = files.path("missing");
     expect_failure(run_program(std::move(setup)), std::string(default_display_line) +
@@ -252,7 +244,7 @@ TEST_F(TextureRequester, IsFollowedByTheClosingOfAnOpenDisplay) {
                                                       display_closed_line + "envmap file open error\n");
 }
 
-/// Notes how many bytes of the texture from the first on are these, and how many after them are zero.
+/// Notes how many bytes at the start of the texture have this value, and how many after them are zero.
 void note_texture(const std::string &bytes) {
     const auto *texels = reinterpret_cast<const char *>(envmap.get());
     const std::string held(texels, texels + envmap_bytes);
@@ -270,7 +262,7 @@ TEST_F(TextureRequester, GivesAWholeTexture) {
     EXPECT_EQ(run_program(std::move(setup)).notes, Lines{"read, then zeros"});
 }
 
-TEST_F(TextureRequester, DoesNotTakeAFolderForATexture) {
+TEST_F(TextureRequester, DoesNotAcceptAFolder) {
     offscreen::Setup setup = without_texture();
     setup.stand_ins[default_envmap_filename] = files.folder();
     const ProgramRun run = run_program(std::move(setup));

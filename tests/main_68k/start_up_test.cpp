@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The order of start-up, and the failures that end it.
+// Tests of the order of start-up, and of the failures that end it.
 #include "main_68k/start_up.h"
 #include "object/model.h"
 #include "pipeline/rotation.h"
@@ -107,7 +107,7 @@ TEST_F(StartUp, ReadsTheSettingsBeforeTheObjectAndOpensNothingForABadOne) {
     EXPECT_EQ(count_calls(run, "OpenScreenTagList"), 0);
 }
 
-TEST_F(StartUp, TakesDisplayAndTogglesFromTheSettings) {
+TEST_F(StartUp, UsesDisplayAndTogglesOfTheSettings) {
     offscreen::Setup setup = later_start(1, {{"ModeID", "-2147483647"},
                                              {"width", "100"},
                                              {"height", "75"},
@@ -129,8 +129,8 @@ TEST_F(StartUp, TakesDisplayAndTogglesFromTheSettings) {
 }
 
 TEST_F(StartUp, PreparesTheObjectInTheSizeOfTheSettings) {
-    // The effect draws no object, so that its points are still those of the preparation in the first pass; a
-    // light that turns leaves them as they are for longer.
+    // The effect mode does not draw the object, so in the first pass its points are still those of the
+    // preparation. While the light turns instead of the object they stay so for longer.
     offscreen::Setup setup = later_start(1, {{"width", "640"}, {"height", "480"}, {"obj style", "0"}});
     setup.on_frame = [](const offscreen::Picture &) {
         const auto count = static_cast<std::size_t>(point_count());
@@ -152,7 +152,7 @@ TEST_F(StartUp, PreparesTheObjectInTheSizeOfTheSettings) {
     EXPECT_EQ(run.notes[0], run.notes[1]);
 }
 
-TEST_F(StartUp, TakesTheTexturesNameFromTheSettings) {
+TEST_F(StartUp, UsesTheTextureNameOfTheSettings) {
     const ProgramRun run =
         run_program(later_start(1, {{"envmap filename", test_file("golden/envmap.chunky")}}));
     expect_normal_end(run);
@@ -160,7 +160,7 @@ TEST_F(StartUp, TakesTheTexturesNameFromTheSettings) {
     EXPECT_EQ(count_calls(run, "open_file(Zelvo_envmap.chunky"), 0);
 }
 
-TEST_F(StartUp, PutsTheDefaultTextureNameBackBeforeTheSettings) {
+TEST_F(StartUp, RestoresTheDefaultTextureNameBeforeTheSettings) {
     RunOptions options;
     options.before = [] { std::snprintf(viewer.envmap_filename.data(), 8, "another"); };
     const ProgramRun run = run_program(first_start(), options);

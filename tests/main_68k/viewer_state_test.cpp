@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The state's start values, its reset, and the message line.
+// Tests of the state's start values, its reset, and the message line.
 #include "main_68k/viewer_state.h"
 #include "raster/texture_map.h"
 #include "support/model_builder.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Every field away from its start value, negative where that makes sense.
+/// A state in which no field has its start value; negative where that makes sense.
 ViewerState changed_state() {
     ViewerState state;
     state.gammas = {0.5, 2.0, 3.0};
@@ -40,7 +40,7 @@ ViewerState changed_state() {
     return state;
 }
 
-TEST(ViewerStateAtStart, HoldsTheDefaults) {
+TEST(ViewerStateAtStart, HasTheDefaults) {
     const std::vector<std::string> expected{
         "red gamma=1",
         "green gamma=1",

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the object reader: what it accepts and keeps. What it refuses is tested through the whole program.
+// Tests of what the object reader accepts. The tests of refused objects run the whole program.
 #include "object/lwo_reader.h"
 
 #include "object/model.h"
@@ -16,7 +16,7 @@ class LwoReader : public testing::Test {
 protected:
     void SetUp() override { reset_program_state(); }
 
-    /// Programs that later tests run are forked from this process and begin with its state.
+    /// Later tests fork this process to run the program, which begins with this state.
     void TearDown() override { reset_program_state(); }
 
     void read(const std::string &bytes) {
@@ -36,7 +36,7 @@ void expect_point(std::size_t index, float x, float y, float z) {
     EXPECT_EQ(point_chunk[index].z, z) << index;
 }
 
-/// Chunks by name, for forms put together by hand.
+/// Chunks for forms that a test assembles itself.
 std::string points(const std::vector<float> &coordinates) {
     std::string data;
     for (const float coordinate : coordinates) {
@@ -50,13 +50,6 @@ std::string polygons(const std::vector<std::uint16_t> &words) {
         data += big_endian_16(word);
     }
     return chunk("POLS", data);
-}
-std::string other_chunks(int count) {
-    std::string chunks;
-    for (int i = 0; i < count; ++i) {
-        chunks += chunk("SRFS", "name");
-    }
-    return chunks;
 }
 
 const std::string one_point = points({1, 2, 3});
@@ -74,21 +67,21 @@ TEST_F(LwoReader, ReadsBigEndianPointsAndPolygons) {
     EXPECT_EQ(polygon_words(), (std::vector<std::uint16_t>{3, 0, 1, 258, 0xFFFE}));
 }
 
-TEST_F(LwoReader, BytesAreTakenInTheFilesOrder) {
+TEST_F(LwoReader, BytesAreReadInTheFilesOrder) {
     read(form("LWOB", chunk("PNTS", {"\x3F\x80\x00\x00\xC0\x00\x00\x00\x41\x20\x00\x00", 12}) +
                           chunk("POLS", {"\x01\x02\x80\x04", 4})));
     expect_point(0, 1.0F, -2.0F, 10.0F);
     EXPECT_EQ(polygon_words(), (std::vector<std::uint16_t>{0x0102, 0x8004}));
 }
 
-TEST_F(LwoReader, StopsAtAChunkOfNegativeSizeEvenWhereTheFileGoesOn) {
+TEST_F(LwoReader, StopsAtAChunkOfNegativeSizeBeforeTheEndOfTheFile) {
     if constexpr (sizeof(long) == 4) {
         GTEST_SKIP() << "no file is that large here";
     }
     const std::string start =
         form("LWOB", one_point + one_polygon) + "SRFS" + std::string("\x80\x00\x00\x00", 4);
     const std::string path = files.write("object.lwo", start);
-    // The 2 GB in between take no room.
+    // The 2 GB in between are a hole and need no room on the disk.
     std::FILE *file = std::fopen(path.c_str(), "r+b");
     ASSERT_NE(file, nullptr);
     ASSERT_EQ(std::fseek(file, static_cast<long>(start.size() + 0x80000000), SEEK_SET), 0);
@@ -164,25 +157,25 @@ TEST_F(LwoReader, OddLastByteOfThePolygonListIsIgnored) {
     expect_point(0, 1, 2, 3);
 }
 
-TEST_F(LwoReader, ASecondChunkReplacesTheFirst) {
+TEST_F(LwoReader, SecondChunkReplacesTheFirst) {
     read(form("LWOB", one_point + one_polygon + points({9, 8, 7, 6, 5, 4}) + polygons({4, 0, 1, 0, 1, 2})));
     EXPECT_EQ(point_count(), 2);
     expect_point(1, 6, 5, 4);
     EXPECT_EQ(polygon_words(), (std::vector<std::uint16_t>{4, 0, 1, 0, 1, 2}));
 }
 
-TEST_F(LwoReader, TheHundredAndFirstChunkIsStillRead) {
-    read(form("LWOB", one_polygon + other_chunks(99) + one_point));
+TEST_F(LwoReader, ChunkNumber101IsStillRead) {
+    read(form("LWOB", one_polygon + skipped_chunks(99) + one_point));
     expect_point(0, 1, 2, 3);
 }
 
-TEST_F(LwoReader, TheHundredAndSecondChunkIsNeverSeen) {
-    read(form("LWOB", one_polygon + one_point + other_chunks(99) + points({7, 7, 7})));
+TEST_F(LwoReader, ChunkNumber102IsIgnored) {
+    read(form("LWOB", one_polygon + one_point + skipped_chunks(99) + points({7, 7, 7})));
     expect_point(0, 1, 2, 3);
 }
 
 TEST_F(LwoReader, PointsCutShortAreFilledUpWithZerosAndKeepTheSizeOfTheirHeader) {
-    // 24 bytes are promised; 14 are there.
+    // The header says 24 bytes; the file has 14.
     read(form("LWOB", one_polygon + "PNTS" + big_endian_32(24) + big_endian_float(1) + big_endian_float(2) +
                           big_endian_float(3) + big_endian_16(0x4080)));
     EXPECT_EQ(point_chunk_bytes, 24);
@@ -202,20 +195,20 @@ TEST_F(LwoReader, ChunkHeaderCutShortEndsTheFile) {
     expect_point(0, 1, 2, 3);
 }
 
-TEST_F(LwoReader, OtherChunkThatReachesBeyondTheFileEndsIt) {
+TEST_F(LwoReader, OtherChunkThatIsCutShortEndsTheFile) {
     read(form("LWOB", one_polygon + one_point + "SURF" + big_endian_32(0x7FFFFFFF) + "....."));
     expect_point(0, 1, 2, 3);
 }
 
 TEST_F(LwoReader, OtherChunkOfNegativeSizeEndsTheFile) {
-    // Taken as a step back, the size would lead to the last points again.
+    // If the size were used to seek backwards, the reader would find the last points again.
     read(form("LWOB", one_polygon + one_point + "SURF" + big_endian_32(0xFFFFFFF8) + points({9, 9, 9})));
     expect_point(0, 1, 2, 3);
 }
 
 TEST_F(LwoReader, ClosesTheFile) {
     const std::string path = files.write("object.lwo", object_file({{1, 2, 3}}, {3, 0, 0, 0, 1}));
-    // Far more files than a process may have open.
+    // More files than a process may have open.
     for (int i = 0; i < 5000; ++i) {
         std::FILE *file = std::fopen(path.c_str(), "rb");
         ASSERT_NE(file, nullptr) << "after " << i << " objects";

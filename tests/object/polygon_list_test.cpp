@@ -26,7 +26,7 @@ std::ostream &operator<<(std::ostream &out, const Visited &visited) {
     return out << (visited.has_valid_indices ? " } usable" : " } unusable");
 }
 
-/// Three points by default.
+/// Sets the polygon list; three points by default.
 std::vector<Visited> walk(const std::vector<std::uint16_t> &words, std::size_t points = 3) {
     reset_program_state();
     set_model(std::vector<Vec3>(points), words);
@@ -66,7 +66,7 @@ TEST_F(PolygonList, EndsAtAPolygonThatTheListCutsShort) {
     EXPECT_EQ(walk({65535, 0, 1, 2, 0}), Walk{});
 }
 
-TEST_F(PolygonList, PolygonWithAnIndexThatIsNoPointIsUnusableAndTheWalkGoesOn) {
+TEST_F(PolygonList, PolygonWithAnInvalidIndexIsUnusableAndTheWalkContinues) {
     const std::vector<std::uint16_t> words{3, 0, 1, 3, 0, 3, 0, 1, 2, 0};
     EXPECT_EQ(walk(words), (Walk{{3, {0, 1, 3}, false}, {3, {0, 1, 2}, true}}));
 }
@@ -75,7 +75,7 @@ TEST_F(PolygonList, OneBadIndexAfterTheFirstThreeMakesAPolygonUnusable) {
     EXPECT_EQ(walk({4, 0, 1, 2, 65535, 0}), (Walk{{4, {0, 1, 2, 65535}, false}}));
 }
 
-TEST_F(PolygonList, SurfaceWordIsNotTakenForAPoint) {
+TEST_F(PolygonList, SurfaceWordIsNotAPoint) {
     EXPECT_EQ(walk({3, 0, 1, 2, 500}), (Walk{{3, {0, 1, 2}, true}}));
 }
 
@@ -90,7 +90,7 @@ TEST_F(PolygonList, SinglePointReachesIntoTheNextPolygon) {
     EXPECT_EQ(walk(words), (Walk{{1, {0, 1, 2}, true}, {2, {1, 0, 2}, true}}));
 }
 
-TEST_F(PolygonList, PolygonWithoutPointsTakesTwoWords) {
+TEST_F(PolygonList, PolygonWithoutPointsHasTwoWords) {
     const std::vector<std::uint16_t> words{0, 1, 3, 0, 1, 2, 0};
     EXPECT_EQ(walk(words, 4), (Walk{{0, {1, 3, 0}, true}, {3, {0, 1, 2}, true}}));
 }
@@ -113,7 +113,7 @@ TEST_F(PolygonList, IgnoresAnOddLastByte) {
     EXPECT_EQ(polygons, 1);
 }
 
-TEST_F(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
+TEST_F(PolygonList, VisitsTheFirstPolygonOfUnreadZerosAndCountsTheOthers) {
     std::vector<std::uint16_t> words{3, 0, 1, 2, 1};
     constexpr std::size_t unread = 1000;
     words.resize(words.size() + unread);
@@ -122,7 +122,8 @@ TEST_F(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
     int visited = 0;
     const std::int32_t counted = for_each_polygon([&visited](const Polygon &) { ++visited; });
     EXPECT_EQ(visited, 2);
-    // Without that number the walk goes through all of them: 499 of two words, and one that is cut short.
+    // Without `unread_polygon_words` the walk visits all of them: 499 of two words, and one that is cut
+    // short.
     EXPECT_EQ(visited + counted, 1 + 499);
     unread_polygon_words = 0;
     visited = 0;
@@ -130,7 +131,7 @@ TEST_F(PolygonList, OfUnreadZerosVisitsTheFirstPolygonAndCountsTheOthers) {
     EXPECT_EQ(visited, 1 + 499);
 }
 
-TEST_F(PolygonList, TrailingPartialPointIsNoPoint) {
+TEST_F(PolygonList, TrailingPartialPointDoesNotCount) {
     set_model(std::vector<Vec3>(4), {3, 0, 1, 3, 0});
     point_chunk_bytes = 3 * 12 + 11;
     bool usable = true;

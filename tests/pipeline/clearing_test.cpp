@@ -18,7 +18,7 @@ class Clearing : public testing::Test {
 protected:
     void SetUp() override { reset_program_state(); }
 
-    /// A frame of this size that holds 77 everywhere, and a black previous one.
+    /// Sets a frame of this size that is 77 everywhere, and a black previous one.
     static void set_frames(int width, int height) {
         set_frame(width, height);
         std::fill_n(chunkybuf1.get(), frame_pixels(), std::uint8_t{77});
@@ -56,7 +56,7 @@ using RisingBlur = Clearing;
 
 } // namespace
 
-TEST_F(ZeroBlocks, WritesWholeBlocksOfSixteenBytesOnly) {
+TEST_F(ZeroBlocks, WritesOnlyWholeBlocksOfSixteenBytes) {
     for (const std::int32_t count : {16, 17, 31, 32, 40}) {
         Bytes bytes(64, 9);
         zero_blocks(bytes.data(), count);
@@ -81,7 +81,7 @@ TEST_F(ClearFrame, BlackensTheFrame) {
     EXPECT_EQ(frame_bytes(), Bytes(1024));
 }
 
-TEST_F(ClearFrame, LeavesTheRemainderOfAFrameThatIsNoMultipleOfSixteen) {
+TEST_F(ClearFrame, LeavesTheRemainderOfAFrameThatIsNotAMultipleOfSixteen) {
     // 100 x 15 pixels are 93 blocks and 12 bytes.
     set_frames(100, 15);
     clear_with_style(0);
@@ -117,7 +117,7 @@ TEST_F(ClearFrame, UsesTheSizeOfTheOpenDisplay) {
     EXPECT_EQ(frame_bytes(), Bytes(800));
 }
 
-TEST_F(Clearing, DepthsAreClearedByTheBlockToo) {
+TEST_F(Clearing, DepthsAreAlsoClearedInBlocks) {
     // 1500 depths are 3000 bytes, 187 blocks and 8 bytes.
     set_frames(100, 15);
     std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0x1234});
@@ -127,7 +127,7 @@ TEST_F(Clearing, DepthsAreClearedByTheBlockToo) {
     EXPECT_EQ(frame_depths(), expected);
 }
 
-TEST_F(FadeFrame, TakesASixteenthAndOne) {
+TEST_F(FadeFrame, SubtractsASixteenthAndOne) {
     set_frames(16, 3);
     const std::array<std::pair<int, int>, 9> cases{
         {{255, 239}, {240, 224}, {100, 93}, {32, 29}, {17, 15}, {16, 14}, {15, 14}, {1, 0}, {0, 0}}};
@@ -169,11 +169,11 @@ TEST_F(FadeFrame, WritesOneRowOfTwoAndNoneOfOne) {
     EXPECT_EQ(frame_bytes(), Bytes(4, 77));
 }
 
-TEST_F(BlurFrame, SpreadsOnePixelToItsFourNeighboursAndLosesItself) {
+TEST_F(BlurFrame, SpreadsAPixelToItsFourNeighboursAndClearsIt) {
     set_frames(20, 12);
     previous(10, 6) = 255;
     clear_with_style(2);
-    // 255 / 4 less 255 / 64 and one.
+    // 255 / 4, less 255 / 64 and one.
     EXPECT_EQ(pixel(9, 6), 59);
     EXPECT_EQ(pixel(11, 6), 59);
     EXPECT_EQ(pixel(10, 5), 59);
@@ -212,7 +212,7 @@ TEST_F(BlurFrame, LeavesTwoRowsAtEitherEndAlone) {
     }
 }
 
-TEST_F(BlurFrame, EndsOfARowSeeTheRowsAboveAndBelow) {
+TEST_F(BlurFrame, EndsOfARowUseTheRowsAboveAndBelow) {
     set_frames(20, 12);
     previous(19, 5) = 255;
     clear_with_style(2);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the dots effect, against its formulas written out dot by dot.
+// Tests of the dots effect, compared with its formulas dot by dot.
 #include "pipeline/dots_effect.h"
 
 #include "pipeline/sine_table.h"
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-/// Sine of a number of 4096ths of a turn, from its low 12 bits.
+/// The sine of an angle in 4096ths of a turn, of which only the low 12 bits count.
 float table_sine(std::int64_t units) {
     const auto index = static_cast<float>(units & 4095);
     const float fraction = index * (1.0F / 4096.0F);
@@ -53,7 +53,7 @@ Point turned(const Point &p, double a, double b, double c) {
     return {x1 * cos_b - z2 * sin_b, y2, x1 * sin_b + z2 * cos_b};
 }
 
-/// The effect's frame for the state as it is, and how many dots it has.
+/// The effect's frame for the current state, and its number of dots.
 std::vector<std::uint8_t> reference_effect(int &dots_plotted) {
     std::vector<std::uint8_t> frame(frame_pixels());
     const std::vector<std::uint8_t> sprite = reference_sprite();
@@ -90,7 +90,7 @@ TEST_F(DotsEffect, Plots2286Dots) {
     EXPECT_EQ(triangles_drawn, 7) << "no triangle is drawn, and none counted";
 }
 
-TEST_F(DotsEffect, MatchesItsFormulasDotByDot) {
+TEST_F(DotsEffect, MatchesItsFormulasForEveryDot) {
     struct Case {
         double spin;
         std::int32_t tilt_x;

@@ -20,8 +20,8 @@ using FaceLightTest = Lighting;
 using VertexLightTest = Lighting;
 using ResetVertexColours = Lighting;
 
-// The light is (-1, -1, 3); these two and it are perpendicular to one another, and along x across is twice
-// it.
+// The light is (-1, -1, 3). It and these two are perpendicular to one another, and `along` x `across` is
+// twice the light.
 constexpr Vec3 along{1, -1, 0};
 constexpr Vec3 across{3, 3, 2};
 constexpr Vec3 corner{50, 60, 70};
@@ -69,13 +69,13 @@ TEST_F(FaceLightTest, DegenerateFaceIsNaN) {
     EXPECT_TRUE(std::isnan(face_light(corner, corner, corner)));
 }
 
-TEST_F(VertexLightTest, SeesXAndYOfTheLightWithTheOtherSign) {
+TEST_F(VertexLightTest, NegatesXAndYOfTheLight) {
     EXPECT_FLOAT_EQ(vertex_light({1, 1, 3}), 255.0F);
     // (-1 - 1 + 9) of 11.
     EXPECT_FLOAT_EQ(vertex_light({-1, -1, 3}), static_cast<float>(25 + 230.0 * 7 / 11));
 }
 
-TEST_F(VertexLightTest, IsAmbientFacingAwayAndGrazed) {
+TEST_F(VertexLightTest, IsAmbientIfFacingAwayOrGrazed) {
     EXPECT_EQ(vertex_light({-1, -1, -3}), 25.0F);
     EXPECT_EQ(vertex_light({1, -1, 0}), 25.0F);
 }

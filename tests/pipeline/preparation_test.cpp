@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of what is done once to an object: centring, scaling, normals, and the first projection.
+// Tests of the preparation of an object: centring, scaling, normals, and the first projection.
 #include "pipeline/preparation.h"
 
 #include "object/model.h"
@@ -7,6 +7,7 @@
 #include "raster/dots.h"
 #include "support/frame_copies.h"
 #include "support/model_builder.h"
+#include "support/near_vectors.h"
 
 #include <gtest/gtest.h>
 
@@ -29,12 +30,6 @@ protected:
     }
 };
 
-void expect_near(const Vec3 &actual, const Vec3 &expected, float tolerance) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
-
 float length(const Vec3 &v) {
     return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
 }
@@ -48,13 +43,13 @@ Vec3 as_normal(const Vec3 &v) {
 const std::vector<Vec3> unit_cube{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0},
                                   {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
 
-/// Four points that preparation only mirrors: the origin is the middle of their box, the farthest is 110
-/// away.
+/// Four points that preparation only mirrors: the middle of their box is the origin, and the farthest point
+/// is 110 away from it.
 const std::vector<Vec3> prepared_cross{{-110, 0, 0}, {110, 0, 0}, {0, -110, 0}, {0, 110, 0}};
 
 /// The first three points span a triangle so small that its normal is no larger than the bias. Prepared, its
-/// sides of 0.01 are 0.01 x 110 / (1.005 sqrt 2) long; they run from (0, 0) along -x and y, so that the
-/// normal (C - B) x (A - B) = (side, side, 0) x (side, 0, 0) is minus their product along z.
+/// sides of 0.01 are 0.01 x 110 / (1.005 sqrt 2) long. They run from (0, 0) along -x and y, so the normal (C
+/// - B) x (A - B) = (side, side, 0) x (side, 0, 0) is minus their product along z.
 const std::vector<Vec3> small_triangle_in_a_large_object{
     {0, 0, 0}, {0.01F, 0, 0}, {0, 0.01F, 0}, {-1, -1, 0}, {1.01F, 1.01F, 0}};
 constexpr float small_side = 0.7739477F;
@@ -74,7 +69,7 @@ TEST_F(PrepareObject, CentresAndScalesAUnitCubeWithItsXMirrored) {
     }
 }
 
-TEST_F(PrepareObject, CentresTheBoxNotTheMeanOfThePoints) {
+TEST_F(PrepareObject, CentresTheBoundingBoxNotTheMean) {
     prepare({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {8, 0, 0}}, {3, 0, 1, 2, 0});
     expect_near(lwopoints2[0], {110, 0, 0}, 1e-3F);
     expect_near(lwopoints2[3], {-110, 0, 0}, 1e-3F);
@@ -82,8 +77,7 @@ TEST_F(PrepareObject, CentresTheBoxNotTheMeanOfThePoints) {
 
 TEST_F(PrepareObject, CentresEachAxisByItself) {
     prepare({{100, -7, 3}, {102, -7, 3}, {101, -5, 3}, {101, -6, 5}}, {3, 0, 1, 2, 0});
-    // The box's middle is (101, -6, 4); every point but the last is at a distance of sqrt 3 or sqrt 2 from
-    // it.
+    // The middle of the box is (101, -6, 4). Every point but the last is sqrt 3 or sqrt 2 away from it.
     const auto scale = static_cast<float>(110 / std::sqrt(3.0));
     expect_near(lwopoints2[0], {scale, -scale, -scale}, 1e-2F);
     expect_near(lwopoints2[2], {0, scale, -scale}, 1e-2F);
@@ -102,7 +96,7 @@ TEST_F(PrepareObject, ChangesThePointsAsReadInPlace) {
 
 TEST_F(PrepareObject, ProjectsTheObjectOnce) {
     prepare(prepared_cross, {3, 0, 1, 2, 0});
-    // Mirrored by preparation, turned back by the rotation at rest.
+    // Preparation mirrors the point, and the rotation at rest turns it back.
     expect_near(lwopoints3[0], {50, 128, 128}, 1e-2F);
     expect_near(lwopoints3[1], {270, 128, 128}, 1e-2F);
     expect_near(lwopoints3[2], {160, 238, 128}, 1e-2F);
@@ -152,8 +146,8 @@ TEST_F(PrepareObject, NormalsAre123Long) {
 }
 
 TEST_F(PrepareObject, LargeFacesWeighMore) {
-    // Point 0 belongs to a face square to z of 110 x 220 and to one square to y of 110 x 110, both spanned
-    // from it; the cross product of a face's sides is its area.
+    // Point 0 belongs to two faces that begin at it: one of 110 x 220 perpendicular to z, and one of 110 x
+    // 110 perpendicular to y. The length of the cross product of a face's sides is its area.
     prepare({{0, 0, 0}, {-110, 0, 0}, {110, 0, 0}, {0, -110, 0}, {0, 110, 0}, {0, 0, -110}, {0, 0, 110}},
             {3, 1, 0, 4, 0, 3, 1, 0, 5, 0, 3, 1, 0, 5, 0});
     // After mirroring, 1 is at (110, 0, 0), 4 at (0, 110, 0) and 5 at (0, 0, -110). (C - B) x (A - B) is
@@ -170,10 +164,10 @@ TEST_F(PrepareObject, PolygonsNormalIsThatOfItsFirstThreePointsForAllOfThem) {
     for (std::size_t i = 0; i < 4; ++i) {
         expect_near(lwonormals2[i], expected, 1e-2F);
     }
-    EXPECT_LT(expected.z, -100.0F) << "the fourth point lies off the plane of the first three";
+    EXPECT_LT(expected.z, -100.0F) << "the fourth point is not in the plane of the first three";
 }
 
-TEST_F(PrepareObject, PointThatOccursTwiceReceivesTheNormalTwice) {
+TEST_F(PrepareObject, PointThatOccursTwiceGetsTheNormalTwice) {
     prepare(small_triangle_in_a_large_object, {4, 0, 1, 2, 0, 0});
     expect_near(lwonormals2[0], as_normal({1, 1, 1 - 2 * small_area}), 1e-2F);
     expect_near(lwonormals2[1], as_normal({1, 1, 1 - small_area}), 1e-2F);
@@ -195,7 +189,7 @@ TEST_F(PrepareObject, PolygonCutShortContributesNothing) {
 }
 
 TEST_F(PrepareObject, LineGetsTheNormalOfTheThreeWordsAfterItsCount) {
-    // The surface word 1 serves as third point, but only the line's own two points receive the normal.
+    // The surface word 1 is used as third point, but only the line's two points receive the normal.
     prepare(prepared_cross, {2, 0, 3, 1});
     expect_near(lwonormals2[0], as_normal({1, 1, 1 + 24200}), 1e-2F);
     expect_near(lwonormals2[3], as_normal({1, 1, 1 + 24200}), 1e-2F);
@@ -203,7 +197,7 @@ TEST_F(PrepareObject, LineGetsTheNormalOfTheThreeWordsAfterItsCount) {
     expect_near(lwonormals2[1], {component, component, component}, 1e-3F);
 }
 
-TEST_F(PrepareObject, TrailingPartialPointIsLeftAlone) {
+TEST_F(PrepareObject, TrailingPartialPointIsUnchanged) {
     set_model({{0, 0, 0}, {2, 0, 0}, {500, 600, 700}}, {});
     point_chunk_bytes = 2 * 12 + 8;
     lwonormals2[2] = {-4, -5, -6};
@@ -213,7 +207,7 @@ TEST_F(PrepareObject, TrailingPartialPointIsLeftAlone) {
     EXPECT_EQ(lwonormals2[2].x, -4.0F);
 }
 
-TEST_F(PrepareObject, ObjectWithoutExtentHasNoNumbersAndDoesNoHarm) {
+TEST_F(PrepareObject, ObjectWithoutExtentBecomesNaNHarmlessly) {
     prepare({{3, 4, 5}, {3, 4, 5}, {3, 4, 5}}, {3, 0, 1, 2, 0});
     EXPECT_TRUE(std::isnan(lwopoints2[0].x));
     EXPECT_TRUE(std::isnan(lwonormals2[0].x));

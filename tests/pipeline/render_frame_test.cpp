@@ -20,15 +20,14 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::uint16_t stale_depth = 0x0123;
 constexpr float stale = -777.0F;
 
-/// Shows a solid that faces the viewer with a point standing by itself at its right, on a screen of 160 x
-/// 120.
+/// Shows a solid that faces the viewer, and an isolated point to its right, on a screen of 160 x 120.
 class RenderFrame : public testing::Test {
 protected:
     void SetUp() override {
         reset_program_state();
         set_frame(160, 120);
         std::fill_n(envmap.get(), envmap_bytes, std::uint8_t{90});
-        // A pyramid whose faces slope down from its top, which points at the viewer.
+        // A pyramid whose top points at the viewer.
         set_model({{-60, -60, 20},
                    {60, -60, 20},
                    {60, 60, 20},
@@ -67,7 +66,7 @@ protected:
         return covered;
     }
 
-    /// Brightness where the point by itself shows, one pixel below its place, if anything does.
+    /// The brightness one pixel below the isolated point, where its dot is drawn.
     static int lone_dot() {
         const Vec3 &point = lwopoints3[5];
         return pixel(static_cast<int>(point.x), static_cast<int>(point.y) + 1);
@@ -130,8 +129,7 @@ TEST_F(RenderFrame, OnlyGouraudUsesTheVertexColours) {
 }
 
 TEST_F(RenderFrame, EachModeHasItsOwnColours) {
-    // The constant map is what modes 1 and 2 show; the top of the pyramid is the nearest and brightest in
-    // mode 5.
+    // Modes 1 and 2 show the constant map. In mode 5 the top of the pyramid is the nearest and brightest.
     const int x = 80;
     const int y = 60;
     render(1);
@@ -171,7 +169,7 @@ TEST_F(RenderFrame, SolidModesDrawTheDotsWithTheFlagOnly) {
         viewer.dots = 2;
         render(mode);
         EXPECT_GT(lone_dot(), 0) << mode;
-        EXPECT_EQ(faces_seen, 0) << mode << ": the overlay begins its count anew";
+        EXPECT_EQ(faces_seen, 0) << mode << ": the overlay resets the count";
     }
 }
 
@@ -202,7 +200,7 @@ TEST_F(RenderFrame, LightsourcedTurnsTheLightInsteadOfTheObject) {
 
     viewer.lightsource_rotating = 0;
     render(3);
-    EXPECT_NE(floats(lwopoints3), points) << "the object jumps to where the mouse and the spin have taken it";
+    EXPECT_NE(floats(lwopoints3), points) << "the object jumps to the angles of the mouse and the spin";
 }
 
 TEST_F(RenderFrame, GouraudTurnsTheLightInsteadOfTheObjectAndLightsEveryPointAnew) {
@@ -246,7 +244,7 @@ TEST_F(RenderFrame, LightsourceFlagTurnsTheObjectInOtherModes) {
     }
 }
 
-TEST_F(RenderFrame, FramesFadeIntoOneAnotherInEveryMode) {
+TEST_F(RenderFrame, EveryModeFadesIntoThePreviousFrame) {
     viewer.clear_style = 1;
     for (std::int32_t mode = 0; mode <= 6; ++mode) {
         blank_frame();

@@ -5,6 +5,7 @@
 #include "display/frame_buffers.h"
 #include "object/model.h"
 #include "support/model_builder.h"
+#include "support/near_vectors.h"
 
 #include <gtest/gtest.h>
 
@@ -26,19 +27,13 @@ using TransformAndProject = Rotation;
 using RotateNormals = Rotation;
 using RotateLight = Rotation;
 
-void expect_near(const Vec3 &actual, const Vec3 &expected, float tolerance) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
-
 void expect_same(const Vec3 &actual, const Vec3 &expected) {
     EXPECT_EQ(actual.x, expected.x);
     EXPECT_EQ(actual.y, expected.y);
     EXPECT_EQ(actual.z, expected.z);
 }
 
-/// What becomes of one point of the object.
+/// The projection of a single point of the object.
 Vec3 project(const Vec3 &point) {
     set_model({point}, {});
     transform_and_project();
@@ -52,7 +47,7 @@ Vec3 before_rest(const Vec3 &rotated) {
 
 } // namespace
 
-TEST_F(SetRotation, NoAnglesLeaveAPointAsItIs) {
+TEST_F(SetRotation, ZeroAnglesLeaveAPointUnchanged) {
     set_rotation(0, 0, 0);
     expect_same(rotate_point({1, 2, 3}), {1, 2, 3});
 }
@@ -87,7 +82,7 @@ TEST_F(SetRotation, IsKeptInSinglePrecision) {
 }
 
 TEST_F(SetRotation, DoublePointsAreTurnedInDoublePrecision) {
-    // A coordinate that a float cannot hold comes through a rotation by nothing.
+    // A coordinate that a float cannot represent survives a rotation by 0.
     set_rotation(0, 0, 0);
     constexpr double fine = 1.0 + 1e-12;
     EXPECT_EQ(rotate_point_d({fine, 0, 0}).x, fine);
@@ -98,17 +93,17 @@ TEST_F(SetRotation, DoublePointsAreTurnedInDoublePrecision) {
     EXPECT_NEAR(turned.z, 0.0, 1e-7);
 }
 
-TEST_F(RotateNormals, AtRestTheObjectIsTurnedHalfRoundAboutTheViewingAxis) {
+TEST_F(RotateNormals, AtRestTurnByHalfATurnAboutTheViewingAxis) {
     set_model({{0, 0, 0}, {0, 0, 0}}, {});
     lwonormals2[0] = {10, 20, 30};
     lwonormals2[1] = {-45.5F, 7.25F, -99};
     rotate_normals();
-    // The sine of pi is nothing beside these numbers.
+    // The sine of pi is negligible compared with these numbers.
     expect_same(lwonormals3[0], {-10, -20, 30});
     expect_same(lwonormals3[1], {45.5F, -7.25F, -99});
 }
 
-TEST_F(RotateNormals, EightyCountsOfTheMouseAreOneRadian) {
+TEST_F(RotateNormals, TurnByOneRadianForEightyCountsOfTheMouse) {
     set_model({{0, 0, 0}}, {});
     const auto sin1 = static_cast<float>(std::sin(1.0));
     const auto cos1 = static_cast<float>(std::cos(1.0));
@@ -125,7 +120,7 @@ TEST_F(RotateNormals, EightyCountsOfTheMouseAreOneRadian) {
     expect_near(lwonormals3[0], {0, -100 * cos1, -100 * sin1}, 1e-4F);
 }
 
-TEST_F(RotateNormals, AUnitOfSpinIsFourThousandthsOfARadianTheOtherWay) {
+TEST_F(RotateNormals, TurnBackwardsByFourThousandthsOfARadianPerUnitOfSpin) {
     set_model({{0, 0, 0}}, {});
     lwonormals2[0] = {100, 0, 0};
     viewer.tilt_x = 80;
@@ -150,7 +145,7 @@ TEST_F(RotateNormals, KeepTheirLength) {
     EXPECT_NEAR(std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z), 71.0F * std::sqrt(3.0F), 1e-3F);
 }
 
-TEST_F(TransformAndProject, OriginFallsOnTheMiddleOfAnyScreen) {
+TEST_F(TransformAndProject, OriginIsInTheMiddleOfAnyScreen) {
     for (const auto &[width, height] : {std::pair{320, 256}, {640, 480}, {333, 217}, {1, 1}, {16384, 3}}) {
         frame_width = width;
         frame_height = height;
@@ -180,14 +175,14 @@ TEST_F(TransformAndProject, ScalesWithTheFrame) {
     expect_near(project(before_rest({100, 0, 0})), {65, 256, 128}, 1e-3F);
 }
 
-TEST_F(TransformAndProject, TakesTheOpenDisplaysSizeNotTheSettings) {
+TEST_F(TransformAndProject, UsesTheOpenDisplaysSizeNotTheSettings) {
     viewer.width = 640;
     viewer.height = 512;
     expect_near(project(before_rest({110, 0, 0})), {270, 128, 128}, 1e-4F);
 }
 
 TEST_F(TransformAndProject, SnapsPositiveValuesToTheNearestThousandth) {
-    // A point whose x is 1.2344 less half a screen falls on 1.2344.
+    // A point at x = 1.2344 minus half a screen projects to 1.2344.
     EXPECT_FLOAT_EQ(project(before_rest({1.2344F - 160, 0, 0})).x, 1.234F);
     EXPECT_FLOAT_EQ(project(before_rest({1.2346F - 160, 0, 0})).x, 1.235F);
     EXPECT_FLOAT_EQ(project(before_rest({0, 1.2346F - 128, 0})).y, 1.235F);
@@ -233,7 +228,7 @@ TEST_F(TransformAndProject, LeavesTheObjectAndATrailingPartialPointAlone) {
 }
 
 TEST_F(TransformAndProject, PointInTheEyeSaturates) {
-    // z + 250 is 0 here: the quotients are infinite, and no integer holds them.
+    // z + 250 is 0 here, so the quotients are infinite and saturate.
     const Vec3 projected = project({-10, 10, -250});
     EXPECT_FLOAT_EQ(projected.x, 2147483.6F);
     EXPECT_FLOAT_EQ(projected.y, -2147483.6F);
@@ -256,7 +251,7 @@ TEST_F(RotateLight, AtRestIsTheReversedBaseExactly) {
 }
 
 TEST_F(RotateLight, FollowsTheMouseWithItsHorizontalSenseReversed) {
-    // 40 counts are half a radian, turned by minus that about y.
+    // 40 counts are half a radian; the light turns by minus that about y.
     viewer.tilt_x = 40;
     rotate_light();
     const auto sine = static_cast<float>(std::sin(0.5));

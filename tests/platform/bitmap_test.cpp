@@ -29,7 +29,7 @@ protected:
         host::draw_text(context, text, std::strlen(text));
     }
 
-    /// What the cell whose top left corner is at (x, y) must hold for a glyph.
+    /// Checks the pixels of a glyph's cell whose top left corner is at (x, y).
     void expect_cell(int x, int y, char character, int ink, int paper) const {
         for (int row = 0; row < 8; ++row) {
             for (int column = 0; column < 8; ++column) {
@@ -76,7 +76,7 @@ TEST_F(DrawText, AtYTenCoversRowsFourToEleven) {
     EXPECT_EQ(at(9, 8), 7);
 }
 
-TEST_F(DrawText, AdvancesByEightPixelsACharacter) {
+TEST_F(DrawText, AdvancesByEightPixelsPerCharacter) {
     draw(3, 10, "Zx");
     expect_cell(3, 4, 'Z', 255, 0);
     expect_cell(11, 4, 'x', 255, 0);
@@ -114,8 +114,7 @@ TEST_F(DrawText, IsClippedAtEveryEdge) {
             draw(x, y, "M");
         }
     }
-    // Four columns of the cell at x = -4 are inside, and of the one at 36; at y = 3 row -3 is the cell's
-    // first.
+    // Four columns of the cells at x = -4 and x = 36 are inside. At y = 3 the cell begins in row -3.
     EXPECT_EQ(at(3, 0), 9);
     EXPECT_EQ(at(4, 0), 0);
     EXPECT_EQ(at(35, 0), 0);
@@ -124,7 +123,7 @@ TEST_F(DrawText, IsClippedAtEveryEdge) {
     EXPECT_EQ(at(3, 5), 0);
 }
 
-TEST_F(DrawText, BeyondTheRightEdgeDoesNotGoOnInTheNextRow) {
+TEST_F(DrawText, PastTheRightEdgeDoesNotContinueInTheNextRow) {
     fill(7);
     draw(33, 10, "M");
     EXPECT_NE(at(39, 5), 7);
@@ -133,7 +132,7 @@ TEST_F(DrawText, BeyondTheRightEdgeDoesNotGoOnInTheNextRow) {
     }
 }
 
-TEST_F(DrawText, WithoutABitmapMovesThePenAlone) {
+TEST_F(DrawText, WithoutABitmapOnlyMovesThePen) {
     context.BitMap = nullptr;
     draw(5, 10, "abc");
     EXPECT_EQ(context.cp_x, 29);
@@ -178,14 +177,14 @@ TEST_F(WritePixels, IsClippedAtTheRightAndTheBottom) {
     EXPECT_EQ(at(0, 19), 0);
 }
 
-TEST_F(WritePixels, WithoutABitmapNothingIsWritten) {
+TEST_F(WritePixels, WithoutABitmapWritesNothing) {
     context.BitMap = nullptr;
     const std::uint8_t pixel = 5;
     host::write_pixels(context, 0, 0, 0, 0, &pixel, 1);
     EXPECT_EQ(at(0, 0), 0);
 }
 
-TEST(LoadPalette, TakesTheTopByteOfEachLevel) {
+TEST(LoadPalette, UsesTheTopByteOfEachLevel) {
     host::Palette palette{};
     const std::array<ULONG, 8> table{2U << 16 | 10, 0x11FFFFFF, 0x22000000, 0x33333333,
                                      0xFF000000,    0x80000000, 0x7FFFFFFF, 0};
@@ -196,7 +195,7 @@ TEST(LoadPalette, TakesTheTopByteOfEachLevel) {
     EXPECT_EQ(palette[12], host::Colour{});
 }
 
-TEST(LoadPalette, TakesOneRangeAfterAnotherUntilTheEnd) {
+TEST(LoadPalette, LoadsRangesUntilTheEnd) {
     host::Palette palette{};
     const std::array<ULONG, 9> table{1U << 16 | 255, ~0U,        ~0U,        ~0U, 1U << 16 | 0,
                                      0x01000000,     0x02000000, 0x03000000, 0};
@@ -216,11 +215,11 @@ TEST(LoadPalette, DropsEntriesBeyondThePalette) {
     host::load_palette(palette, table.data());
     EXPECT_EQ(palette[255], (host::Colour{255, 255, 255}));
     EXPECT_EQ(palette[0], host::Colour{});
-    EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the next range is read from its own place";
+    EXPECT_EQ(palette[3], (host::Colour{9, 8, 7})) << "the next range is read from the right place";
     EXPECT_EQ(memory.after, (std::array<host::Colour, 4>{}));
 }
 
-TEST(TrueColour, IsTheOpaqueColourOfEachPixelAndLeavesTheRestOfARow) {
+TEST(TrueColour, IsOpaqueAndLeavesThePaddingOfRowsAlone) {
     BitMap picture(3, 2);
     std::iota(picture.pixels.begin(), picture.pixels.end(), std::uint8_t{250});
     host::Palette palette{};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Names with white space, as names without.
+// Tests of names whose white space is replaced.
 #include "platform/shared/blank_free_names.h"
 
 #include <cctype>
@@ -14,7 +14,7 @@ TEST(BlankFreeNames, StayReadable) {
     EXPECT_EQ(with_blanks("My%20textures/soft%20waves.chunky"), "My textures/soft waves.chunky");
 }
 
-TEST(BlankFreeNames, HaveNoneOfTheWhiteSpaceThatFormattedInputEndsAt) {
+TEST(BlankFreeNames, HaveNoWhiteSpace) {
     EXPECT_EQ(without_blanks("a b\tc\nd\ve\ff\rg"), "a%20b%09c%0Ad%0Be%0Cf%0Dg");
     for (int code = 1; code < 256; ++code) {
         const std::string name{'x', static_cast<char>(code), 'y'};
@@ -32,14 +32,14 @@ TEST(BlankFreeNames, LeaveOrdinaryNamesAlone) {
     }
 }
 
-TEST(BlankFreeNames, KeepNamesApartThatLookLikeOneAnother) {
+TEST(BlankFreeNames, KeepSimilarNamesDistinct) {
     EXPECT_EQ(without_blanks("a%20b"), "a%2520b");
     EXPECT_EQ(without_blanks("a%25b"), "a%2525b");
     EXPECT_EQ(with_blanks("a%2520b"), "a%20b");
 }
 
-TEST(BlankFreeNames, ComeBackAsTheyWere) {
-    // All names of six characters that can make a form, or two that touch.
+TEST(BlankFreeNames, AreConvertedBackExactly) {
+    // All names of six of these characters: long enough for two forms in a row.
     const std::string characters = "% 205A\n";
     std::size_t count = 1;
     for (int i = 0; i < 6; ++i) {

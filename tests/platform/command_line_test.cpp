@@ -29,7 +29,7 @@ TEST(FileArgument, KeywordMayBeWrittenInAnyCase) {
     EXPECT_EQ(file_argument({"File=cow.lwo"}), "cow.lwo");
 }
 
-TEST(FileArgument, WhatOnlyResemblesTheKeywordIsTheFile) {
+TEST(FileArgument, WordThatOnlyResemblesTheKeywordIsTheFile) {
     EXPECT_EQ(file_argument({"FIL=cow.lwo"}), "FIL=cow.lwo");
     EXPECT_EQ(file_argument({"FILES=cow.lwo"}), "FILES=cow.lwo");
     EXPECT_EQ(file_argument({"PILE=cow.lwo"}), "PILE=cow.lwo");

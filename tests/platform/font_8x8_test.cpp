@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the bitmap font's shape as a whole; how a letter looks is for the eye.
+// Tests of properties that all characters of the bitmap font share.
 #include "platform/shared/font_8x8.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 
 using host::glyph_rows;
 
-TEST(Font, EveryPrintableCharacterHasAShapeOfItsOwn) {
+TEST(Font, EveryPrintableCharacterHasItsOwnShape) {
     std::set<std::array<std::uint8_t, 8>> shapes;
     for (char character = ' '; character <= '~'; ++character) {
         shapes.insert(glyph_rows(character));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Events between GetMsg and ReplyMsg: what a program must not do with them is seen at once.
+// Tests of events between GetMsg and ReplyMsg, and of their misuse.
 #include "platform/shared/held_messages.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ const IntuiMessage &as_event(const Message *message) {
     return *reinterpret_cast<const IntuiMessage *>(message);
 }
 
-TEST(HeldMessages, AreTheProgramsUntilItsReply) {
+TEST(HeldMessages, BelongToTheProgramUntilItReplies) {
     host::HeldMessages held;
     const Message *first = held.deliver(key_event('a'));
     const Message *second = held.deliver(key_event('b'));
@@ -30,7 +30,7 @@ TEST(HeldMessages, AreTheProgramsUntilItsReply) {
     EXPECT_EQ(held.size(), 0U);
 }
 
-TEST(HeldMessages, ReadAsNoEventAfterTheReply) {
+TEST(HeldMessages, AreNoEventAfterTheReply) {
     host::HeldMessages held;
     const Message *message = held.deliver(key_event('q'));
     held.take_back(message);
@@ -38,7 +38,7 @@ TEST(HeldMessages, ReadAsNoEventAfterTheReply) {
     EXPECT_EQ(as_event(message).Code, 0xFFFF);
 }
 
-TEST(HeldMessages, OneMayBeInHandWhenThePortCloses) {
+TEST(HeldMessages, OneMayBeHeldWhenThePortCloses) {
     host::HeldMessages held;
     held.clear();
     held.deliver(key_event('t'));
@@ -46,7 +46,7 @@ TEST(HeldMessages, OneMayBeInHandWhenThePortCloses) {
     EXPECT_EQ(held.size(), 0U);
 }
 
-TEST(HeldMessagesDeath, OfAReplyToWhatIsNotHeld) {
+TEST(HeldMessagesDeath, ReplyToAMessageThatIsNotHeld) {
     host::HeldMessages held;
     const Message *message = held.deliver(key_event('a'));
     held.take_back(message);
@@ -54,7 +54,7 @@ TEST(HeldMessagesDeath, OfAReplyToWhatIsNotHeld) {
     EXPECT_DEATH(held.take_back(nullptr), "a reply to a message that the program does not hold");
 }
 
-TEST(HeldMessagesDeath, OfEventsThatAreNeverRepliedTo) {
+TEST(HeldMessagesDeath, EventsThatAreNeverRepliedTo) {
     host::HeldMessages held;
     held.deliver(key_event('a'));
     held.deliver(key_event('b'));

@@ -19,7 +19,7 @@ Script read(const std::string &text) {
     return setup;
 }
 
-/// The line that makes a script unusable, 0 for none.
+/// The number of the line that is refused; 0 for none.
 int error_line(const std::string &text) {
     std::istringstream script(text);
     Script setup;
@@ -39,19 +39,19 @@ void expect_event(const offscreen::Event &event, int pass, ULONG event_class, in
 
 } // namespace
 
-TEST(InputScript, EmptyScriptHasNothing) {
+TEST(InputScript, EmptyScriptHasNoEventsAndNoAnswers) {
     const Script setup = read("");
     EXPECT_TRUE(setup.events.empty());
     EXPECT_TRUE(setup.answers.empty());
 }
 
-TEST(InputScript, EmptyLinesAndCommentsArePassedOver) {
+TEST(InputScript, EmptyLinesAndCommentsAreSkipped) {
     const Script setup = read("# comment\n\n   \n\t# 1 key a\n1 key b\r\n#\n");
     ASSERT_EQ(setup.events.size(), 1U);
     expect_event(setup.events[0], 1, IDCMP_VANILLAKEY, 'b');
 }
 
-TEST(InputScript, ManyEventsOfAPassKeepTheirOrder) {
+TEST(InputScript, EventsOfAPassKeepTheirOrder) {
     std::string lines;
     for (int i = 0; i < 200; ++i) {
         lines += std::to_string(1 + i % 2) + " move " + std::to_string(i) + " 0\n";
@@ -101,7 +101,7 @@ TEST(InputScript, ButtonsArePressed) {
     expect_event(setup.events[1], 1, IDCMP_MOUSEBUTTONS, 0x69);
 }
 
-TEST(InputScript, EventsAreOrderedByPassAndWithinAPassAsInTheScript) {
+TEST(InputScript, EventsAreSortedByPassAndKeepTheScriptsOrderWithinAPass) {
     const Script setup = read("5 key a\n2 key b\n5 key c\n2 key d\n1 key e\n");
     std::string order;
     for (const offscreen::Event &event : setup.events) {
@@ -110,7 +110,7 @@ TEST(InputScript, EventsAreOrderedByPassAndWithinAPassAsInTheScript) {
     EXPECT_EQ(order, "ebdac");
 }
 
-TEST(InputScript, WordsMayBeSetApartByAnyBlanks) {
+TEST(InputScript, WordsMayBeSeparatedByAnyBlanks) {
     const Script setup = read("  4\t move   1\t\t2  \n");
     ASSERT_EQ(setup.events.size(), 1U);
     EXPECT_EQ(setup.events[0].pass, 4);
@@ -121,7 +121,7 @@ TEST(InputScript, LastLineNeedsNoLineFeed) {
     EXPECT_EQ(read("1 key a").events.size(), 1U);
 }
 
-TEST(InputScript, AnswersStayInTheirOrder) {
+TEST(InputScript, AnswersKeepTheirOrder) {
     const Script setup = read("answer file Work:textures gold\nanswer cancel\nanswer mode 0x29000 640 480\n");
     ASSERT_EQ(setup.answers.size(), 3U);
     ASSERT_TRUE(setup.answers[0].file);
@@ -136,7 +136,7 @@ TEST(InputScript, AnswersStayInTheirOrder) {
     EXPECT_FALSE(setup.answers[2].file);
 }
 
-TEST(InputScript, QuotedNamesMayHoldBlanksOrNothing) {
+TEST(InputScript, QuotedNamesMayContainBlanksOrBeEmpty) {
     const Script setup = read("answer file \"\" \"two words\"\nanswer file \"Ram Disk:\" \"\"\n"
                               "answer file \"\" \" name\"\n");
     ASSERT_EQ(setup.answers.size(), 3U);
@@ -147,14 +147,14 @@ TEST(InputScript, QuotedNamesMayHoldBlanksOrNothing) {
     EXPECT_EQ(setup.answers[2].file->name, " name");
 }
 
-TEST(InputScript, QuoteAloneIsAKeyLikeAnyOther) {
+TEST(InputScript, LoneDoubleQuoteIsAKey) {
     const Script setup = read("1 key \"\n2 key \" \n");
     ASSERT_EQ(setup.events.size(), 2U);
     EXPECT_EQ(setup.events[0].message.Code, '"');
     EXPECT_EQ(setup.events[1].message.Code, '"');
 }
 
-TEST(InputScript, ModesMayBeImpossibleOnes) {
+TEST(InputScript, ModesMayHaveImpossibleSizes) {
     const Script setup = read("answer mode -1 0 -5\nanswer mode 4294967295 20000 20000\n");
     ASSERT_EQ(setup.answers.size(), 2U);
     EXPECT_EQ(setup.answers[0].mode->mode_id, 0xFFFFFFFFU);
@@ -163,7 +163,7 @@ TEST(InputScript, ModesMayBeImpossibleOnes) {
     EXPECT_EQ(setup.answers[1].mode->mode_id, 0xFFFFFFFFU);
 }
 
-TEST(InputScript, MalformedLineIsRefusedWithItsNumber) {
+TEST(InputScript, ErrorHasTheNumberOfItsLine) {
     EXPECT_EQ(error_line("1 key a\n\n# fine\n2 key\n3 key b\n"), 4);
     EXPECT_EQ(error_line("nonsense"), 1);
     EXPECT_EQ(error_line("1 key a\n1 nonsense b"), 2);
@@ -235,7 +235,7 @@ TEST(InputScript, RefusedScriptLeavesTheSetUpAsItWas) {
     EXPECT_EQ(setup.answers.size(), 2U);
 }
 
-TEST(InputScript, NothingButEventsAndAnswersIsSet) {
+TEST(InputScript, ChangesOnlyEventsAndAnswers) {
     std::istringstream script("1 key a\n");
     Script setup;
     setup.last_pass = 9;
@@ -243,4 +243,47 @@ TEST(InputScript, NothingButEventsAndAnswersIsSet) {
     EXPECT_FALSE(offscreen::read_script(script, setup).has_value());
     EXPECT_EQ(setup.last_pass, 9);
     EXPECT_EQ(setup.command_line, std::vector<std::string>{"object"});
+}
+
+TEST(InputScript, SaysWhatARunBeginsWith) {
+    const Script setup = read("object \"my knot.lwo\"\nfile a.chunky /b/c\nfile d \"\"\npasses 12   \n"
+                              "frames 11 0x00000000000000ff\n");
+    EXPECT_EQ(setup.command_line, std::vector<std::string>{"my knot.lwo"});
+    EXPECT_EQ(setup.stand_ins, (std::map<std::string, std::string>{{"a.chunky", "/b/c"}, {"d", ""}}));
+    EXPECT_EQ(setup.last_pass, 12);
+    ASSERT_TRUE(setup.recorded_frames);
+    EXPECT_EQ(setup.recorded_frames->passes, 11);
+    EXPECT_EQ(setup.recorded_frames->sum, 255U);
+}
+
+TEST(InputScript, TakesLinesOfSettingsAsTheyAre) {
+    const Script setup = read("env a: 1  \nenvarc\nenv  \"b\nenv\n");
+    EXPECT_EQ(setup.settings,
+              (std::map<std::string, std::string>{{"ENV", "a: 1  \n \"b\n"}, {"ENVARC", ""}}));
+    EXPECT_TRUE(read("").settings.empty());
+}
+
+TEST(InputScript, EveryKindOfMalformedLineAboutARunIsRefused) {
+    for (const char *line : {"object",
+                             "object a b",
+                             "file",
+                             "file a",
+                             "file a b c",
+                             "passes",
+                             "passes 0",
+                             "passes x",
+                             "passes 1 2",
+                             "passes -1",
+                             "passes 2147483648",
+                             "frames",
+                             "frames 1",
+                             "frames 1 2",
+                             "frames 1 0x12",
+                             "frames 1 0x00000000000000fg",
+                             "frames -1 0x0000000000000000",
+                             "frames 1 0x0000000000000000 2",
+                             "environment a",
+                             "Env a"}) {
+        EXPECT_EQ(error_line(line), 1) << line;
+    }
 }

@@ -13,7 +13,7 @@ namespace {
 using Lines = std::vector<std::string>;
 using Bytes = std::vector<std::uint8_t>;
 
-/// A picture as it was passed on.
+/// A picture as it was delivered.
 struct Seen {
     int pass;
     int width;
@@ -42,7 +42,7 @@ protected:
         return OpenScreenTagList(nullptr, tags.data());
     }
 
-    /// Starts the host with a screen of 4 x 3 and a context that draws into its own bitmap.
+    /// Starts the host with a screen of 4 x 3 and a context that draws into the screen's bitmap.
     void start() {
         offscreen::set_up(setup);
         screen = open_screen(4, 3);
@@ -57,7 +57,7 @@ protected:
         WriteChunkyPixels(&context, 0, 0, 3, 2, pixels.data(), 4);
     }
 
-    /// Takes every message that waits and replies to it.
+    /// The codes of all waiting messages. Replies to them.
     static std::string codes_waiting() {
         std::string codes;
         while (Message *message = GetMsg(nullptr)) {
@@ -115,7 +115,7 @@ TEST_F(OffscreenDisplay, TagsAreRecordedByNameAndValue) {
                                         "SA_Font=topaz.font/8/0/1, 0x80001234=5)"});
 }
 
-TEST_F(OffscreenDisplay, EverythingIsHeldUntilItIsClosed) {
+TEST_F(OffscreenDisplay, ListsWhatIsOpenUntilItIsClosed) {
     start();
     const std::array<TagItem, 2> tags{{{WA_CustomScreen, tag_pointer(screen)}, {TAG_DONE, 0}}};
     Window *window = OpenWindowTagList(nullptr, tags.data());
@@ -128,7 +128,7 @@ TEST_F(OffscreenDisplay, EverythingIsHeldUntilItIsClosed) {
     EXPECT_EQ(offscreen::held(), Lines{});
 }
 
-TEST_F(OffscreenDisplay, OpensThatAreRefusedGiveNull) {
+TEST_F(OffscreenDisplay, RefusedOpensReturnNull) {
     setup.refused = {"OpenScreenTagList#2", "OpenWindowTagList", "AllocScreenBuffer#2"};
     start();
     EXPECT_EQ(open_screen(320, 256), nullptr);
@@ -138,7 +138,7 @@ TEST_F(OffscreenDisplay, OpensThatAreRefusedGiveNull) {
     EXPECT_EQ(offscreen::held(), (Lines{"screen", "screen buffer"}));
 }
 
-TEST_F(OffscreenDisplay, FramesArePassedOnExactlyAsWritten) {
+TEST_F(OffscreenDisplay, FramesAreDeliveredExactlyAsWritten) {
     start();
     Bytes pixels;
     for (std::uint8_t value = 1; value <= 12; ++value) {
@@ -153,7 +153,7 @@ TEST_F(OffscreenDisplay, FramesArePassedOnExactlyAsWritten) {
     EXPECT_EQ(offscreen::current_pass(), 1);
 }
 
-TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsPassedOnWholeAndShownClipped) {
+TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsDeliveredWholeAndShownClipped) {
     start();
     Bytes pixels(6 * 5);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
@@ -167,14 +167,14 @@ TEST_F(OffscreenDisplay, FrameLargerThanTheScreenIsPassedOnWholeAndShownClipped)
     EXPECT_EQ(pictures[0].pixels, (Bytes{0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15}));
 }
 
-TEST_F(OffscreenDisplay, PictureIsPassedOnOncePerPassWithWhatWasDrawnOverTheFrame) {
+TEST_F(OffscreenDisplay, PictureIsDeliveredOncePerPassWithTheTextsOverTheFrame) {
     start();
     codes_waiting();
     EXPECT_TRUE(pictures.empty()) << "there is nothing to show before the first frame";
     write_frame(5);
     SetAPen(&context, 9);
     SetDrMd(&context, JAM2);
-    // The cell's second row is the screen's first; its first two columns are black.
+    // The cell's second row is in the screen's first row. The cell's first two columns are black.
     Move(&context, -4, 5);
     Text(&context, "I", 1);
     codes_waiting();
@@ -202,7 +202,7 @@ TEST_F(OffscreenDisplay, PictureHasTheScreensPalette) {
     EXPECT_EQ(pictures[0].palette[5], (host::Colour{0x10, 0x20, 0x30}));
 }
 
-TEST_F(OffscreenDisplay, PictureIsOfTheBufferThatTheScreenShows) {
+TEST_F(OffscreenDisplay, PictureShowsTheScreensCurrentBuffer) {
     start();
     ScreenBuffer *second = AllocScreenBuffer(screen, nullptr, 0);
     ASSERT_NE(second->sb_BitMap, buffer->sb_BitMap);
@@ -249,7 +249,7 @@ TEST_F(OffscreenEvents, WithoutALastPassNoEscapeArrives) {
     }
 }
 
-TEST_F(OffscreenEvents, QuitThatWasRequestedArrivesInTheNextInputStep) {
+TEST_F(OffscreenEvents, RequestedQuitArrivesInTheNextInputStep) {
     setup.last_pass = 100;
     start();
     write_frame(0);
@@ -258,7 +258,7 @@ TEST_F(OffscreenEvents, QuitThatWasRequestedArrivesInTheNextInputStep) {
     EXPECT_EQ(codes_waiting(), "\x1B");
 }
 
-TEST_F(OffscreenEvents, QuitThatWasRequestedOfAnEarlierRunIsForgotten) {
+TEST_F(OffscreenEvents, QuitRequestedInAnEarlierRunIsForgotten) {
     start();
     offscreen::request_quit();
     start();
@@ -266,7 +266,7 @@ TEST_F(OffscreenEvents, QuitThatWasRequestedOfAnEarlierRunIsForgotten) {
     EXPECT_EQ(codes_waiting(), "");
 }
 
-TEST_F(OffscreenEvents, AProgramThatGoesOnAfterEscapeIsEnded) {
+TEST_F(OffscreenEvents, ProgramThatIgnoresEscapeIsEnded) {
     setup.last_pass = 1;
     start();
     write_frame(0);
@@ -274,7 +274,7 @@ TEST_F(OffscreenEvents, AProgramThatGoesOnAfterEscapeIsEnded) {
     EXPECT_DEATH(write_frame(0), "the program goes on after Esc");
 }
 
-TEST_F(OffscreenEvents, MessagesAreHeldUntilTheyAreRepliedTo) {
+TEST_F(OffscreenEvents, AreListedUntilTheyAreRepliedTo) {
     add_key(1, 'a');
     start();
     write_frame(0);

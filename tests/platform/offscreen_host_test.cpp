@@ -24,7 +24,7 @@ protected:
 
     void start() { offscreen::set_up(setup); }
 
-    /// Opens a file by the name that a program would use; whether there was one.
+    /// Opens a file by the program's name for it; whether that succeeded.
     static bool can_open(const char *name, const char *mode = "rb") {
         std::FILE *file = open_file(name, mode);
         if (file == nullptr) {
@@ -74,7 +74,7 @@ TEST_F(OffscreenHost, RecordsNothingUnlessAsked) {
     EXPECT_EQ(offscreen::calls(), Lines{});
 }
 
-TEST_F(OffscreenHost, SetUpStartsAnew) {
+TEST_F(OffscreenHost, SetUpResetsTheHost) {
     start();
     OpenLibrary("asl.library", 38);
     offscreen::request_quit();
@@ -85,7 +85,7 @@ TEST_F(OffscreenHost, SetUpStartsAnew) {
     EXPECT_EQ(offscreen::current_pass(), 0);
 }
 
-TEST_F(OffscreenLibraries, AreHeldUntilTheyAreClosed) {
+TEST_F(OffscreenLibraries, AreListedUntilTheyAreClosed) {
     start();
     Library *graphics = OpenLibrary("graphics.library", 39);
     Library *asl = OpenLibrary("asl.library", 38);
@@ -97,7 +97,7 @@ TEST_F(OffscreenLibraries, AreHeldUntilTheyAreClosed) {
     EXPECT_EQ(offscreen::held(), Lines{});
 }
 
-TEST_F(OffscreenRefusal, ByNameRefusesEveryTime) {
+TEST_F(OffscreenRefusal, ByNameRefusesEveryCall) {
     setup.refused = {"OpenLibrary"};
     start();
     EXPECT_EQ(OpenLibrary("asl.library", 38), nullptr);
@@ -105,7 +105,7 @@ TEST_F(OffscreenRefusal, ByNameRefusesEveryTime) {
     EXPECT_EQ(offscreen::held(), Lines{});
 }
 
-TEST_F(OffscreenRefusal, ByNumberRefusesOneTime) {
+TEST_F(OffscreenRefusal, ByNumberRefusesOneCall) {
     setup.refused = {"OpenLibrary#2"};
     start();
     EXPECT_NE(OpenLibrary("a", 1), nullptr);
@@ -113,7 +113,7 @@ TEST_F(OffscreenRefusal, ByNumberRefusesOneTime) {
     EXPECT_NE(OpenLibrary("c", 1), nullptr);
 }
 
-TEST_F(OffscreenRefusal, ByFirstArgumentRefusesThatOne) {
+TEST_F(OffscreenRefusal, ByFirstArgumentRefusesCallsWithThatArgument) {
     setup.refused = {"OpenLibrary:asl.library", "open_file:ENV:Zelvo.vars"};
     start();
     EXPECT_EQ(OpenLibrary("asl.library", 38), nullptr);
@@ -180,7 +180,7 @@ TEST_F(OffscreenFiles, VolumesAreFolders) {
     EXPECT_TRUE(std::filesystem::exists(files.path("new")));
 }
 
-TEST_F(OffscreenFiles, ANameMayBeInTheDesktopsFormWithoutBlanks) {
+TEST_F(OffscreenFiles, NameMayHaveItsBlanksReplacedAsOnTheDesktop) {
     const TemporaryFiles files;
     files.write("my texture", "text");
     start();
@@ -191,7 +191,7 @@ TEST_F(OffscreenFiles, ANameMayBeInTheDesktopsFormWithoutBlanks) {
     EXPECT_TRUE(std::filesystem::exists(files.path("my%20new")));
 }
 
-TEST_F(OffscreenFiles, StandInsReplaceTheExactNameOnly) {
+TEST_F(OffscreenFiles, ReplacementsAreFoundByTheExactName) {
     const TemporaryFiles files;
     setup.stand_ins = {{"some name", files.write("file", "")}};
     start();
@@ -214,7 +214,7 @@ TEST_F(OffscreenRequesters, FileRequesterHoldsItsAnswer) {
     EXPECT_EQ(offscreen::held(), Lines{});
 }
 
-TEST_F(OffscreenRequesters, CancelledFileRequesterKeepsWhatItHeld) {
+TEST_F(OffscreenRequesters, CancelledFileRequesterKeepsItsContents) {
     setup.answers = {{}};
     start();
     FileRequester *requester = file_requester("initial");
@@ -240,7 +240,7 @@ TEST_F(OffscreenRequesters, WithoutAnswersFileRequestersAreCancelledAndModeReque
     EXPECT_EQ(offscreen::held(), Lines{});
 }
 
-TEST_F(OffscreenRequesters, ModeRequesterTakesItsAnswerOrIsCancelled) {
+TEST_F(OffscreenRequesters, ModeRequesterHoldsItsAnswerUnlessCancelled) {
     setup.answers = {{{}, offscreen::ModeAnswer{9, 100, 75}}, {}};
     start();
     ScreenModeRequester *first = mode_requester();
@@ -277,13 +277,13 @@ TEST_F(OffscreenHost, VolumeWithoutAFolderHasNoFiles) {
     EXPECT_FALSE(can_open("envarc:Zelvo.vars", "r"));
 }
 
-TEST_F(OffscreenHost, NoEscComesWithoutALastPass) {
+TEST_F(OffscreenHost, WithoutALastPassSendsNoEscape) {
     setup.last_pass = 0;
     start();
     EXPECT_EQ(GetMsg(nullptr), nullptr);
 }
 
-TEST_F(OffscreenClock, AdvancesByTheSameAmountAReading) {
+TEST_F(OffscreenClock, AdvancesByTheSameAmountWithEachReading) {
     start();
     EClockVal context{};
     EXPECT_EQ(ElapsedTime(&context), 256U);

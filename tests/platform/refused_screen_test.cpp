@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Values that no screen has, and where they come from.
+// Tests of the reports about values that no screen can have.
 #include "platform/shared/refused_screen.h"
 
 #include "support/temporary_files.h"
@@ -17,7 +17,7 @@ protected:
                                   "depth: 99999999999\nwidth: 20000\nheight:\n12\n");
 };
 
-/// What is printed on standard error meanwhile.
+/// What a function prints on standard error.
 template <typename Call>
 std::string errors_of(Call call) {
     testing::internal::CaptureStderr();
@@ -27,7 +27,7 @@ std::string errors_of(Call call) {
 
 } // namespace
 
-TEST_F(RefusedScreen, FindsTheLineThatAValueIsFrom) {
+TEST_F(RefusedScreen, FindsTheLineOfAValue) {
     EXPECT_EQ(host::line_of_value(path, "ModeID:", 7), 3);
     EXPECT_EQ(host::line_of_value(path, "width:", 16385), 4);
     EXPECT_EQ(host::line_of_value(path, "height:", -3), 5);
@@ -35,7 +35,7 @@ TEST_F(RefusedScreen, FindsTheLineThatAValueIsFrom) {
     EXPECT_EQ(host::line_of_value(path, "gammas:", 1), 1);
 }
 
-TEST_F(RefusedScreen, FindsAValueThatIsTooLongAsItIsLoaded) {
+TEST_F(RefusedScreen, FindsAnOverlongNumberByTheValueThatIsLoaded) {
     int loaded = 0;
     ASSERT_EQ(std::sscanf("99999999999", "%d", &loaded), 1);
     EXPECT_EQ(host::line_of_value(path, "depth:", loaded), 6);

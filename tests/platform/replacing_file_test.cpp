@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files that replace an older one only when they are whole.
+// Tests of files that replace an older one only when they are complete.
 #include "platform/posix/replacing_file.h"
 
 #include "support/temporary_files.h"
@@ -22,17 +22,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// What the system does not do; everything else it does.
+/// The faults of the system's calls.
 struct Refusals {
-    /// The errno that calls fail with; 0 for none.
+    /// The errno with which these calls fail; 0 if they succeed.
     int fsync = 0;
     int rename = 0;
     int close = 0;
-    /// Finding room; a part of it is taken before that fails, as a disk that fills up does.
+    /// Reserving room, which takes a part of it before it fails, as on a disk that fills up.
     int fallocate = 0;
-    /// Interrupted before the first byte of each write.
+    /// Whether each write is interrupted before its first byte.
     bool interrupts_writes = false;
-    /// The most bytes that a write takes.
+    /// The most bytes that a write accepts.
     std::size_t most_bytes = 1 << 20;
 };
 Refusals refusals;
@@ -88,12 +88,12 @@ extern "C" ssize_t __wrap_write(int descriptor, const void *bytes, std::size_t c
 
 namespace {
 
-/// As whom permissions count: nothing is read-only to the superuser.
+/// Another user while it exists, because nothing is read-only for the superuser.
 class AsSomebodyElse {
 public:
     AsSomebodyElse() : is_superuser(geteuid() == 0) {
         if (is_superuser && seteuid(65534) != 0) {
-            ADD_FAILURE() << "cannot become somebody else";
+            ADD_FAILURE() << "cannot become another user";
         }
     }
     ~AsSomebodyElse() {
@@ -113,7 +113,7 @@ constexpr fs::perms for_everybody =
     for_reading | fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 constexpr fs::perms for_passing = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
 
-/// Lets no file of the process grow beyond a size, for as long as it lives: writing fails as on a full disk.
+/// While it exists, no file of the process can grow beyond a size: writing fails as on a full disk.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) {
@@ -143,7 +143,7 @@ protected:
         fs::permissions(folder, fs::perms::owner_all);
     }
 
-    /// Saves this text; the result of opening and closing, and in `reason` why it failed.
+    /// Saves this text; whether that succeeded. `reason` says why it failed.
     bool save(const std::string &text, const fs::path &to) {
         reason = 0;
         failures = 0;
@@ -159,7 +159,7 @@ protected:
     }
     bool save(const std::string &text) { return save(text, path); }
 
-    /// The folder does not take new files, and the file is what it was made.
+    /// Gives the file this mode, and makes its folder read-only.
     void close_folder(fs::perms of_file) {
         fs::permissions(path, of_file);
         fs::permissions(folder, fs::perms::owner_read | for_passing);
@@ -185,7 +185,7 @@ protected:
 
 } // namespace
 
-TEST_F(ReplacingFile, IsThereOnlyWhenItIsClosed) {
+TEST_F(ReplacingFile, ExistsOnlyAfterItIsClosed) {
     std::FILE *file = host::open_for_saving(path);
     ASSERT_NE(file, nullptr);
     std::fputs("new", file);
@@ -226,7 +226,7 @@ TEST_F(ReplacingFile, KeepsTheOldFilesMode) {
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
 }
 
-TEST_F(ReplacingFile, GivesANewFileTheUsualMode) {
+TEST_F(ReplacingFile, GivesANewFileTheDefaultMode) {
     const mode_t mask = umask(027);
     std::FILE *file = host::open_for_saving(path);
     EXPECT_EQ(std::fclose(file), 0);
@@ -264,7 +264,7 @@ TEST_F(ReplacingFile, IsCompleteWhenItTakesItsPlace) {
     EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "rename"}));
 }
 
-TEST_F(ReplacingFile, WritesOnWhereAWriteTookOnlyAPart) {
+TEST_F(ReplacingFile, ContinuesAfterAPartialWrite) {
     refusals.most_bytes = 3;
     refusals.interrupts_writes = true;
     const std::string text = "ten bytes.";
@@ -310,14 +310,14 @@ TEST_F(ReplacingFile, ReportsNothingWhenItWasSaved) {
     EXPECT_EQ(failures, 0);
 }
 
-TEST_F(ReplacingFile, NeedsNobodyToReportTo) {
+TEST_F(ReplacingFile, NeedsNoCallbackForFailures) {
     EXPECT_EQ(host::open_for_saving(folder / "missing" / "settings"), nullptr);
     std::FILE *file = host::open_for_saving("/dev/full");
     std::fputs("new", file);
     EXPECT_EQ(std::fclose(file), EOF);
 }
 
-TEST_F(ReplacingFile, IsNotReplacedWhereItIsReadOnly) {
+TEST_F(ReplacingFile, IsNotReplacedIfReadOnly) {
     write_old();
     fs::permissions(folder, fs::perms::all);
     fs::permissions(path, for_reading);
@@ -328,7 +328,7 @@ TEST_F(ReplacingFile, IsNotReplacedWhereItIsReadOnly) {
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(ReplacingFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
+TEST_F(ReplacingFile, IsWrittenInPlaceIfItsFolderIsReadOnly) {
     write_old();
     close_folder(for_everybody);
     const ino_t file_before = [&] {
@@ -352,7 +352,7 @@ TEST_F(ReplacingFile, IsWrittenInPlaceWhereItsFolderTakesNoFiles) {
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "fsync"), 3);
 }
 
-TEST_F(ReplacingFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
+TEST_F(ReplacingFile, IsLeftAloneIfItAndItsFolderAreReadOnly) {
     write_old();
     close_folder(for_reading);
     const AsSomebodyElse somebody;
@@ -363,8 +363,8 @@ TEST_F(ReplacingFile, IsNeitherMadeNorReplacedInAFolderThatTakesNoFiles) {
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(ReplacingFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
-    // Somebody else's file in a folder where only owners replace theirs, or a file that is a mount.
+TEST_F(ReplacingFile, IsWrittenInPlaceIfItCannotBeReplaced) {
+    // Another user's file in a folder where only owners may replace files, or a mount point.
     for (const int error : {EPERM, EACCES, EBUSY, EROFS}) {
         write_old();
         refusals.rename = error;
@@ -380,7 +380,7 @@ TEST_F(ReplacingFile, IsWrittenInPlaceWhereItCannotBeReplaced) {
     EXPECT_EQ(files_in_folder(), 0);
 }
 
-TEST_F(ReplacingFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
+TEST_F(ReplacingFile, IsNotTouchedInPlaceOnAFullDisk) {
     write_old();
     close_folder(for_everybody);
     const AsSomebodyElse somebody;
@@ -390,7 +390,7 @@ TEST_F(ReplacingFile, IsNotTouchedInPlaceWhereThereIsNoRoom) {
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(ReplacingFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
+TEST_F(ReplacingFile, KeepsItsLengthIfThereIsRoomForAPartOnly) {
     write_old();
     close_folder(for_everybody);
     refusals.fallocate = ENOSPC;
@@ -400,7 +400,7 @@ TEST_F(ReplacingFile, KeepsItsLengthWhereThereIsRoomForAPartOnly) {
     EXPECT_EQ(text_of(path), "old");
 }
 
-TEST_F(ReplacingFile, InPlaceFailsWithTheDisk) {
+TEST_F(ReplacingFile, InPlaceReportsADiskError) {
     for (const auto &[refused, error] : {std::pair(&Refusals::fsync, EIO), {&Refusals::close, EDQUOT}}) {
         fs::permissions(folder, fs::perms::owner_all);
         write_old();
@@ -414,13 +414,13 @@ TEST_F(ReplacingFile, InPlaceFailsWithTheDisk) {
     }
 }
 
-TEST_F(ReplacingFile, ADeviceTakesTheBytesItself) {
+TEST_F(ReplacingFile, DeviceIsWrittenToDirectly) {
     EXPECT_TRUE(save("new", "/dev/null"));
     EXPECT_FALSE(save("new", "/dev/full"));
     EXPECT_EQ(reason, ENOSPC);
 }
 
-TEST_F(ReplacingFile, MakesTheFileThatALinkNames) {
+TEST_F(ReplacingFile, CreatesTheTargetOfALink) {
     fs::create_directory(folder / "elsewhere");
     fs::create_symlink("elsewhere/second", folder / "first");
     fs::create_symlink(folder / "elsewhere" / "third", folder / "elsewhere" / "second");
@@ -435,7 +435,7 @@ TEST_F(ReplacingFile, MakesTheFileThatALinkNames) {
     EXPECT_TRUE(fs::is_symlink(folder / "elsewhere" / "third"));
 }
 
-TEST_F(ReplacingFile, IsNotMadeWhereALinkLeadsToNoFolderOrInACircle) {
+TEST_F(ReplacingFile, IsNotCreatedThroughABrokenOrCircularLink) {
     fs::create_symlink("missing/settings", folder / "nowhere");
     EXPECT_FALSE(save("new", folder / "nowhere"));
     EXPECT_EQ(reason, ENOENT);
@@ -458,7 +458,7 @@ TEST_F(ReplacingFile, FollowsAsManyLinksAsTheSystem) {
     EXPECT_EQ(text_of(folder / "link39"), "new");
 }
 
-TEST_F(ReplacingFile, KeepsTheModeOfWhatALinkNames) {
+TEST_F(ReplacingFile, KeepsTheModeOfALinksTarget) {
     write_old();
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink("settings", folder / "link");
@@ -470,12 +470,12 @@ TEST_F(ReplacingFile, KeepsTheModeOfWhatALinkNames) {
     EXPECT_EQ(fs::status(path).permissions(), every_bit);
 }
 
-TEST_F(ReplacingFile, IsHiddenBesideItsPlaceAndNobodyElsesUntilThen) {
+TEST_F(ReplacingFile, IsAPrivateHiddenFileUntilItIsClosed) {
     std::FILE *file = host::open_for_saving(path);
     ASSERT_EQ(files_in_folder(), 1);
     const std::string name = fs::directory_iterator(folder)->path().filename();
     EXPECT_TRUE(name.starts_with(".settings.")) << name;
-    // A program that is started meanwhile does not get it.
+    // A program that is started meanwhile does not inherit the descriptor.
     int open_files = 0;
     for (int descriptor = 3; descriptor < 100; ++descriptor) {
         const int flags = fcntl(descriptor, F_GETFD);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The null device replaces descriptors that are closed when a program starts.
+// Tests that the null device replaces descriptors that are closed when a program starts.
 #include "platform/posix/standard_streams.h"
 
 #include <fcntl.h>
@@ -17,9 +17,9 @@ bool is_null_device(int descriptor) {
            opened.st_rdev == device.st_rdev && S_ISCHR(opened.st_mode);
 }
 
-/// Which descriptors are the null device after those of `closed` were missing: bit n for descriptor n. All
-/// others were a pipe's. Bit 3 means a descriptor that was opened in vain, bit 4 one that cannot be
-/// both read and written.
+/// Opens the missing streams in a process whose descriptors of `closed` (bit n for descriptor n) are closed
+/// and the others are a pipe's. Bit n of the result says that descriptor n is then the null device. Bit 3
+/// means that a further descriptor was opened, bit 4 that one cannot be both read and written.
 int null_devices(int closed) {
     const pid_t child = fork();
     if (child == 0) {
@@ -51,7 +51,7 @@ int null_devices(int closed) {
 
 } // namespace
 
-TEST(StandardStreams, AreTheNullDeviceWhereTheyWereClosedAndStayElsewhere) {
+TEST(StandardStreams, AreTheNullDeviceIfTheyWereClosedAndOtherwiseUnchanged) {
     for (int closed = 0; closed < 8; ++closed) {
         EXPECT_EQ(null_devices(closed), closed);
     }

@@ -23,7 +23,7 @@ File open(const std::string &path, const char *mode) {
     return File(host::open_plain_file(path, mode));
 }
 
-/// The error that open_plain_file reports of a failed save; 0 if it reports none.
+/// The error of a failed save that open_plain_file reports; 0 if it reports none.
 int reason_against(const std::string &path, const char *mode) {
     int reason = 0;
     std::FILE *file = host::open_plain_file(path, mode, [&reason](int error) { reason = error; });
@@ -44,7 +44,7 @@ TEST(PathOf, NameOnAVolumeIsInItsFolder) {
     EXPECT_EQ(host::path_of(volumes, "ENV:drawer/file"), "/settings/now/drawer/file");
 }
 
-TEST(PathOf, VolumesAreKnownInAnyCase) {
+TEST(PathOf, VolumeNamesIgnoreCase) {
     EXPECT_EQ(host::path_of(volumes, "env:Zelvo.vars"), "/settings/now/Zelvo.vars");
     EXPECT_EQ(host::path_of(volumes, "EnvArc:x"), "/settings/always/x");
 }
@@ -82,7 +82,7 @@ TEST(OpenPlainFile, FolderIsNull) {
     EXPECT_EQ(open(files.folder(), "w"), nullptr);
 }
 
-TEST(OpenPlainFile, PipeIsNullAndIsNotWaitedFor) {
+TEST(OpenPlainFile, PipeIsNullWithoutWaiting) {
     const TemporaryFiles files;
     ASSERT_EQ(mkfifo(files.path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(open(files.path("pipe"), "rb"), nullptr);
@@ -95,7 +95,7 @@ TEST(OpenPlainFile, CharacterDeviceIsAFile) {
     EXPECT_EQ(std::fgetc(file.get()), EOF);
 }
 
-TEST(OpenPlainFile, ACharacterDeviceIsWrittenToItself) {
+TEST(OpenPlainFile, CharacterDeviceIsWrittenToDirectly) {
     EXPECT_EQ(reason_against("/dev/null", "w"), 0);
     EXPECT_EQ(reason_against("/dev/full", "w"), ENOSPC);
 }
@@ -109,13 +109,13 @@ TEST(OpenPlainFile, ReportsWhyAFileIsNotSaved) {
     EXPECT_EQ(reason_against(files.path("new"), "w"), 0);
 }
 
-TEST(OpenPlainFile, ReportsNothingOfAFileThatIsNotRead) {
+TEST(OpenPlainFile, ReportsNothingWhenAFileCannotBeRead) {
     const TemporaryFiles files;
     EXPECT_EQ(reason_against(files.folder(), "rb"), 0);
     EXPECT_EQ(reason_against(files.path("missing"), "rb"), 0);
 }
 
-TEST(OpenPlainFile, AnUnfinishedFileIsNotThereYet) {
+TEST(OpenPlainFile, UnfinishedFileDoesNotExistYet) {
     const TemporaryFiles files;
     files.write("old", "old");
     const File file = open(files.path("old"), "w");
@@ -129,7 +129,7 @@ TEST(ReportFailedSave, NamesTheFileItsPlaceAndTheReason) {
     EXPECT_EQ(text, "ENV:a was not saved: No space left on device (/b/a)");
 }
 
-TEST(ReportFailedSave, NamesNoPlaceWhereThereIsNone) {
+TEST(ReportFailedSave, NamesNoPlaceIfThereIsNone) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(host::report_failed_save("ENV:a", "", EPERM), "ENV:a was not saved: Operation not permitted");
     (void)testing::internal::GetCapturedStderr();
@@ -143,7 +143,7 @@ TEST(IsOnSettingsVolume, IsTrueOfEnvAndEnvarc) {
     EXPECT_FALSE(host::is_on_settings_volume("x/ENV:x"));
 }
 
-TEST(IsOnMissingVolume, IsTrueOfTheSettingsVolumesAlone) {
+TEST(IsOnMissingVolume, IsTrueOnlyOfTheSettingsVolumes) {
     EXPECT_TRUE(host::is_on_missing_volume({}, "ENV:x"));
     EXPECT_TRUE(host::is_on_missing_volume({}, "envarc:x"));
     EXPECT_FALSE(host::is_on_missing_volume(volumes, "ENV:x"));

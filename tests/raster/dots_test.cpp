@@ -52,7 +52,7 @@ TEST_F(DotSprite, FallsToZeroAtADistanceOfThirtyOne) {
     EXPECT_EQ(texel(0, 31), 0);
     EXPECT_EQ(texel(31, 0), 0);
     EXPECT_EQ(texel(31, 62), 0);
-    // 255 less 30 of 31 parts of 255.
+    // 255 minus 30/31 of 255.
     EXPECT_EQ(texel(1, 31), 8);
     EXPECT_EQ(texel(31, 61), 8);
 }
@@ -66,7 +66,7 @@ TEST_F(DotSprite, LastRowAndColumnAndTheCornersStayZero) {
     }
     EXPECT_EQ(texel(0, 0), 0);
     EXPECT_EQ(texel(62, 0), 0);
-    // The distance of (9, 9) is 22 times the root of 2, just beyond 31.
+    // The distance of (9, 9) is 22 sqrt 2, just beyond 31.
     EXPECT_EQ(texel(9, 9), 0);
     EXPECT_EQ(texel(10, 10), 10);
 }
@@ -98,7 +98,7 @@ TEST_F(PlotDot, AddsTheTexelTimesTheLuminance) {
     EXPECT_EQ(pixel(50, 30), 254);
 }
 
-TEST_F(PlotDot, TakesItsOwnLuminanceWhileFramesBlur) {
+TEST_F(PlotDot, UsesTheBlurLuminanceWhileFramesBlur) {
     set_sprite(255);
     viewer.dot_lum = 25600;
     viewer.dot_lum_in_blur = 2560;
@@ -114,14 +114,14 @@ TEST_F(PlotDot, TexelOfZeroLeavesThePixelUnchanged) {
     build_dot_image();
     set_pixels(90);
     plot_dot(50, 30, 8);
-    // The dot's square goes on to row 36, where the column of its centre meets the sprite's texel (32, 60).
+    // The dot's square reaches row 36, where the column of its centre shows the sprite's texel (32, 60).
     EXPECT_EQ(pixel(42, 22), 90);
     EXPECT_EQ(pixel(56, 36), 90);
     EXPECT_GT(pixel(49, 29), 180);
 }
 
 TEST_F(PlotDot, RadiusOfEightReachesAcrossFifteenPixels) {
-    // Four texels a pixel, the first pixel one step into the sprite: texels 4, 8, ... 60.
+    // Four texels per pixel, and the first pixel is one step into the sprite: texels 4, 8, ... 60.
     set_sprite(255);
     plot_dot(50, 30, 8);
     for (int row = 22; row <= 36; ++row) {
@@ -132,8 +132,8 @@ TEST_F(PlotDot, RadiusOfEightReachesAcrossFifteenPixels) {
 }
 
 TEST_F(PlotDot, RadiusOfOneSqueezesTheSpriteIntoAboutTwoPixels) {
-    // 32 texels a pixel. On a whole number the one pixel samples texel 32; half a pixel further there are
-    // two, at 16 and 48.
+    // 32 texels per pixel. At a whole position the single pixel samples texel 32; half a pixel further there
+    // are two pixels, at 16 and 48.
     set_sprite(255);
     plot_dot(50, 30, 1);
     EXPECT_EQ(lit_rows(), std::vector<int>{29});
@@ -162,7 +162,7 @@ TEST_F(PlotDot, FirstPixelSamplesOneStepLessTheFractionIntoTheSprite) {
     EXPECT_EQ(pixel(58, 30), 0);
 }
 
-TEST_F(PlotDot, DrawsFromRowSixOnOnly) {
+TEST_F(PlotDot, DrawsNothingAboveRowSix) {
     set_sprite(255);
     plot_dot(50, 8, 8);
     EXPECT_EQ(lit_rows(), (std::vector<int>{6, 7, 8, 9, 10, 11, 12, 13, 14}));
@@ -171,7 +171,7 @@ TEST_F(PlotDot, DrawsFromRowSixOnOnly) {
     EXPECT_TRUE(lit_rows().empty());
 }
 
-TEST_F(PlotDot, DrawsUpToRowHeightLessSixOnly) {
+TEST_F(PlotDot, DrawsNothingBelowRowHeightLessSix) {
     set_sprite(255);
     plot_dot(50, 56, 8);
     EXPECT_EQ(lit_rows(), (std::vector<int>{48, 49, 50, 51, 52, 53, 54}));
@@ -180,18 +180,18 @@ TEST_F(PlotDot, DrawsUpToRowHeightLessSixOnly) {
     EXPECT_TRUE(lit_rows().empty());
 }
 
-TEST_F(PlotDot, RowsCutOffDoNotMoveTheRestOfTheSprite) {
+TEST_F(PlotDot, ClippedRowsDoNotMoveTheRestOfTheSprite) {
     for (std::size_t i = 0; i < 64 * 64; ++i) {
         dot_image[i] = static_cast<std::uint8_t>(4 * (i / 64));
     }
     viewer.dot_lum = 65536;
     plot_dot(50, 8, 8);
-    // Row 0 samples the sprite's row 4, row 6 its row 28.
+    // Row 0 samples the sprite's row 4, and row 6 its row 28.
     EXPECT_EQ(pixel(50, 6), 4 * 28);
     EXPECT_EQ(pixel(50, 14), 4 * 60);
 }
 
-TEST_F(PlotDot, IsCutAtTheFramesSides) {
+TEST_F(PlotDot, IsClippedAtTheFramesSides) {
     for (std::size_t row = 0; row < 64; ++row) {
         for (std::size_t column = 0; column < 64; ++column) {
             dot_image[row * 64 + column] = static_cast<std::uint8_t>(4 * column);
@@ -225,14 +225,14 @@ TEST_F(PlotDot, DrawsNothingWithoutAPositiveStep) {
     plot_dot(50, 30, -0.0F);
     plot_dot(50, 30, -std::numeric_limits<float>::infinity());
     plot_dot(50, 30, std::nanf(""));
-    // The step is less than one 65536th of a texel from here on.
+    // From here on the step is less than 1/65536 of a texel.
     plot_dot(50, 30, 2097153.0F);
     plot_dot(50, 30, std::numeric_limits<float>::infinity());
     EXPECT_EQ(frame_bytes(), black());
 }
 
-TEST_F(PlotDot, LargestDotsShowTheSpriteHugelyMagnified) {
-    // With a step of one 65536th of a texel the frame lies within the texels (0, 0) before the dot's centre.
+TEST_F(PlotDot, LargestDotsMagnifyTheSpriteHugely) {
+    // With a step of 1/65536 of a texel, the whole frame before the dot's centre shows texel (0, 0).
     set_sprite(0);
     dot_image[0] = 255;
     plot_dot(2097152.0F, 2097152.0F, 2097152.0F);
@@ -241,7 +241,7 @@ TEST_F(PlotDot, LargestDotsShowTheSpriteHugelyMagnified) {
     dot_image[0] = 0;
     dot_image[31 * 64 + 31] = 255;
     plot_dot(50, 30, 2097152.0F);
-    // The texel one step short of (32, 32), the middle, ends at the dot's own place.
+    // At the dot's own place the pixels change to the texel one step before the middle (32, 32).
     EXPECT_EQ(lit_columns(28), columns(0, 48));
     EXPECT_EQ(lit_columns(29), std::vector<int>{});
 }
@@ -319,7 +319,7 @@ TEST_F(PlotDot, DrawsNothingFarOutsideTheFrame) {
     }
 }
 
-TEST_F(DotsOverlay, PlotsADotOnePixelBelowEveryPointLargerWhereItIsNearer) {
+TEST_F(DotsOverlay, PlotsALargerDotForNearerPointsOnePixelBelowEach) {
     build_dot_image();
     set_model(std::vector<Vec3>(3), {});
     lwopoints3[0] = {20, 20, 100};
@@ -346,7 +346,7 @@ TEST_F(DotsOverlay, ZeroesBothCounters) {
     EXPECT_EQ(triangles_drawn, 0);
 }
 
-TEST_F(DotsOverlay, PassesOverATrailingPartialPoint) {
+TEST_F(DotsOverlay, IgnoresATrailingPartialPoint) {
     set_sprite(255);
     set_model(std::vector<Vec3>(2), {});
     lwopoints3[0] = {20, 20, 100};

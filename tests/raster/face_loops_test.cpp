@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the face loops: culling, fans, counters, and what each mode hands to its filler.
+// Tests of the face loops: culling, fans, counters, and what each mode passes to its filler.
 #include "raster/face_loops.h"
 
 #include "object/model.h"
@@ -27,11 +27,11 @@ bool same(const LitFace &a, const LitFace &b) {
     return std::equal(a.begin(), a.end(), b.begin(), [](const Vec3 &p, const Vec3 &q) { return same(p, q); });
 }
 
-/// The different faces, and all the points, that the lighting stubs were called with, in order.
+/// The different faces and all the points that the lighting stubs were called with, in order.
 std::vector<LitFace> lit_faces;
 std::vector<std::uint32_t> lit_points;
 
-/// Gives the n-th different face the colour 100 + 10 n.
+/// Replaces the lighting: the n-th different face gets the colour 100 + 10 n.
 void numbered_lights(const FaceCorners &corners, std::size_t count, float *colours) {
     for (std::size_t i = 0; i < count; ++i) {
         const auto corner = [&corners, i](std::size_t c) {
@@ -51,7 +51,7 @@ void constant_lights(const FaceCorners &, std::size_t count, float *colours) {
     std::fill_n(colours, count, 150.0F);
 }
 
-/// A point's colour is its normal's x.
+/// Replaces the lighting: a point's colour is the x of its normal.
 void lights_of_normals(const std::uint32_t *points, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         lit_points.push_back(points[i]);
@@ -68,7 +68,7 @@ protected:
         lit_points.clear();
     }
 
-    /// A model whose points are on the screen already.
+    /// Sets a model whose points are already projected.
     static void set_scene(const std::vector<Vec3> &points, const std::vector<std::uint16_t> &words) {
         set_model(points, words);
         std::copy(points.begin(), points.end(), lwopoints3.get());
@@ -83,7 +83,7 @@ protected:
     }
 };
 
-/// A square with corners at 10 and 30, round which its points go the way that is drawn without flip.
+/// A square with corners at 10 and 30. Its points have the order that is visible without flip.
 const std::vector<Vec3> square{{10, 10, 100}, {30, 10, 100}, {30, 30, 100}, {10, 30, 100}};
 
 } // namespace
@@ -131,18 +131,18 @@ TEST_F(FaceLoops, FanCoversTheWholePolygon) {
     }
 }
 
-TEST_F(FaceLoops, FanTurnsRoundTheFirstPoint) {
-    // The fourth point lies inside the triangle of the first three, so the corner between the second and the
-    // third is cut off only if the fan turned round another point.
+TEST_F(FaceLoops, FanTurnsAroundTheFirstPoint) {
+    // The fourth point is inside the triangle of the first three. The corner between the second and the third
+    // would be missing only if the fan turned around another point.
     set_scene({{10, 10, 100}, {50, 10, 100}, {30, 40, 50}, {20, 20, 200}}, {4, 0, 1, 2, 3, 0});
     face_loop_zlight();
     EXPECT_EQ(triangles_drawn, 2);
     EXPECT_NE(pixel(40, 15), 0) << "(p1, p2, p3) reaches this pixel, (p1, p2, p4) does not";
-    // (p1, p3, p4) is nearer than (p1, p2, p3) beside the edge from p1 to p3.
+    // Next to the edge from p1 to p3, (p1, p3, p4) is nearer than (p1, p2, p3).
     EXPECT_GT(pixel(19, 22), 100);
 }
 
-TEST_F(FaceLoops, CulledPolygonCountsAsSeenOnly) {
+TEST_F(FaceLoops, CulledPolygonOnlyCountsAsSeen) {
     set_scene(square, {3, 2, 1, 0, 0});
     face_loop_zlight();
     EXPECT_EQ(faces_seen, 1);
@@ -181,14 +181,14 @@ TEST_F(FaceLoops, FlipReversesTheBackFaceTestAndDoublesideTurnsItOff) {
     }
 }
 
-TEST_F(FaceLoops, BackFaceTestLooksAtTheFirstThreePointsOnly) {
-    // The fan's second triangle faces away, and is drawn with its polygon all the same.
+TEST_F(FaceLoops, BackFaceTestUsesOnlyTheFirstThreePoints) {
+    // The fan's second triangle faces away, but is drawn with its polygon.
     set_scene({{10, 10, 100}, {30, 10, 100}, {30, 30, 100}, {35, 20, 100}}, {4, 0, 1, 2, 3, 0});
     face_loop_zlight();
     EXPECT_EQ(triangles_drawn, 2);
 }
 
-TEST_F(FaceLoops, PolygonWithABadIndexIsSeenAndPassedOver) {
+TEST_F(FaceLoops, PolygonWithABadIndexIsSeenAndSkipped) {
     set_scene(square, {3, 0, 1, 9, 0, 4, 0, 1, 2, 65535, 0, 3, 0, 1, 2, 0});
     face_loop_zlight();
     EXPECT_EQ(faces_seen, 3);
@@ -203,7 +203,7 @@ TEST_F(FaceLoops, PolygonCutShortIsNotSeen) {
 }
 
 TEST_F(FaceLoops, PolygonOfFewerThanThreePointsIsOneTriangle) {
-    // The line takes its surface word 2 as third point.
+    // The line uses its surface word 2 as third point.
     set_scene(square, {2, 0, 1, 2, 3, 0, 2, 3, 0});
     face_loop_lightsourced(numbered_lights);
     EXPECT_EQ(faces_seen, 2);
@@ -220,7 +220,7 @@ TEST_F(FaceLoops, LaterPolygonOfEqualDepthDoesNotOverwrite) {
     EXPECT_EQ(pixel(20, 15), 100);
 }
 
-TEST_F(FaceLoops, EnvmapLooksTheMapUpByTheRotatedNormals) {
+TEST_F(FaceLoops, EnvmapUsesTheRotatedNormals) {
     set_scene(square, {4, 0, 1, 2, 3, 0});
     std::fill_n(lwonormals3.get(), 4, Vec3{-20, 33, 99});
     std::fill_n(lwopoints2.get(), 4, Vec3{1, 1, 1});
@@ -232,7 +232,7 @@ TEST_F(FaceLoops, EnvmapLooksTheMapUpByTheRotatedNormals) {
 }
 
 TEST_F(FaceLoops, EnvmapGivesEachVertexItsOwnNormal) {
-    // From -20 at the left side to 20 at the right one, a column every half pixel.
+    // From -20 at the left side to 20 at the right side, one column per half pixel.
     set_scene(square, {4, 0, 1, 2, 3, 0});
     for (std::size_t i = 0; i < 4; ++i) {
         lwonormals3[i] = {square[i].x == 10 ? -20.0F : 20.0F, 0, 99};
@@ -241,12 +241,12 @@ TEST_F(FaceLoops, EnvmapGivesEachVertexItsOwnNormal) {
         envmap[128 * 256 + column] = static_cast<std::uint8_t>(column);
     }
     face_loop_envmap();
-    // x = 16 shows what belongs to x = 17, which is 7 of 20 pixels into the square.
+    // x = 16 shows the value of x = 17, which is 7 of 20 pixels into the square.
     EXPECT_EQ(pixel(16, 25), 128 - 20 + 2 * 7);
     EXPECT_EQ(pixel(24, 15), 128 - 20 + 2 * 15);
 }
 
-TEST_F(FaceLoops, TexturemapLooksTheMapUpByThePointsInTheObject) {
+TEST_F(FaceLoops, TexturemapUsesThePointsOfTheObject) {
     set_scene(square, {4, 0, 1, 2, 3, 0});
     std::fill_n(lwopoints2.get(), 4, Vec3{100, -110, 5});
     std::fill_n(lwonormals3.get(), 4, Vec3{1, 1, 1});
@@ -256,7 +256,7 @@ TEST_F(FaceLoops, TexturemapLooksTheMapUpByThePointsInTheObject) {
     EXPECT_EQ(pixel(25, 20), 182);
 }
 
-TEST_F(FaceLoops, PlainTexturemapLightsEachVisiblePolygonOnceAndDropsTheResult) {
+TEST_F(FaceLoops, PlainTexturemapLightsEachVisiblePolygonOnceForNothing) {
     set_scene(square, {4, 0, 1, 2, 3, 0, 3, 2, 1, 0, 0, 3, 0, 2, 3, 0});
     std::fill_n(envmap.get(), envmap_bytes, std::uint8_t{50});
     plain::face_loop_texturemap(numbered_lights);
@@ -306,7 +306,7 @@ TEST_F(FaceLoops, GouraudLightsAPointSharedBySixTrianglesOnce) {
     }
 }
 
-TEST_F(FaceLoops, GouraudTakesAColourThatIsAlreadyThere) {
+TEST_F(FaceLoops, GouraudReusesAColourThatIsAlreadyThere) {
     set_scene(square, {4, 0, 1, 2, 3, 0});
     std::fill_n(lwofis.get(), 4, 77.0F);
     face_loop_gouraud(lights_of_normals);
@@ -327,7 +327,7 @@ TEST_F(FaceLoops, GouraudInterpolatesBetweenItsPoints) {
         lwonormals3[i] = {square[i].x == 10 ? 60.0F : 100.0F, 0, 0};
     }
     face_loop_gouraud(lights_of_normals);
-    // Two levels a pixel, and a pixel shows the level one pixel to its right.
+    // Two levels per pixel, and each pixel shows the level of the pixel to its right.
     EXPECT_EQ(pixel(16, 25), 60 + 2 * 7);
     EXPECT_EQ(pixel(24, 15), 60 + 2 * 15);
 }

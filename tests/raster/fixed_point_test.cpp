@@ -9,7 +9,7 @@
 TEST(ToFixed, HasSixteenFractionBits) {
     EXPECT_EQ(as_signed(to_fixed(1.0F)), 65536);
     EXPECT_EQ(as_signed(to_fixed(-2.5F)), -163840);
-    // A third is 21845.33 of 65536; what is left of a bit is cut toward zero on both sides.
+    // A third of 65536 is 21845.33. The fraction is truncated toward zero for both signs.
     EXPECT_EQ(as_signed(to_fixed(1.0F / 3.0F)), 21845);
     EXPECT_EQ(as_signed(to_fixed(-1.0F / 3.0F)), -21845);
 }

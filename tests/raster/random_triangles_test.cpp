@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Compares the triangle fillers with the reference walk on thousands of random triangles, and makes sure that
-// hostile ones stay inside the frame.
+// Compares the triangle fillers with the reference walk on thousands of random triangles, and checks that
+// extreme ones stay inside the frame.
 #include "raster/reference_triangle_walker.h"
 #include "raster/texture_map.h"
 #include "support/frame_copies.h"
@@ -42,12 +42,13 @@ protected:
 
     float between(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random); }
 
-    /// Whole numbers make flat tops, flat bottoms, vertical edges and coinciding vertices frequent.
+    /// Whole numbers, so that flat tops, flat bottoms, vertical edges and coinciding vertices are frequent.
     float whole_between(int low, int high) {
         return static_cast<float>(std::uniform_int_distribution<int>(low, high)(random));
     }
 
-    /// A triangle with these positions, and depths, colours and map coordinates as the face loops make them.
+    /// A triangle with these positions, and with depths, colours and map coordinates as the face loops make
+    /// them.
     TriangleParams at(const std::function<float()> &x, const std::function<float()> &y) {
         TriangleParams block{};
         for (std::size_t v = 0; v < 3; ++v) {
@@ -61,7 +62,8 @@ protected:
         return block;
     }
 
-    /// Draws triangles both ways with every filler, on top of one another, and compares after each.
+    /// Draws triangles on top of one another with every filler and with the reference, and compares after
+    /// each.
     void compare(int triangles, const std::function<TriangleParams()> &next) {
         int drawn = 0;
         for (const FillerUnderTest &filler : fillers) {
@@ -84,7 +86,7 @@ protected:
                 }
             }
         }
-        EXPECT_GT(drawn, triangles / 4) << "most of the triangles must show";
+        EXPECT_GT(drawn, triangles / 4) << "too few triangles are visible";
     }
 
     std::mt19937 random{20050223};
@@ -98,7 +100,7 @@ TEST_F(RandomTriangles, OnTheFrameMatchTheReferenceWalk) {
     });
 }
 
-TEST_F(RandomTriangles, AcrossTheFramesSidesMatchTheReferenceWalk) {
+TEST_F(RandomTriangles, AcrossTheFramesEdgesMatchTheReferenceWalk) {
     compare(2000, [this] {
         return at([this] { return between(-150, 200); }, [this] { return between(-90, 140); });
     });
@@ -188,14 +190,13 @@ TEST_F(RandomTriangles, HostileNumbersStayOnTheDrawnRows) {
     }
 }
 
-TEST_F(RandomTriangles, TriangleOfTheLargestHeightEndsInBoundedTimeAndShowsWhatAWalkWould) {
-    // From the smallest row to the largest, with its middle vertex at (30, 0): walking it would take four
+TEST_F(RandomTriangles, OfTheLargestHeightAreDrawnCorrectlyInBoundedTime) {
+    // From the smallest row to the largest, with the middle vertex at (30, 0). A walk would take four
     // thousand million rows.
     TriangleParams block{10, -2147483648.0F, 50, 10, 2147483520.0F, 50, 30, 0, 50};
     block[9] = 200;
     fill_tri_flat(&block);
-    // The lower short edge falls in by a hundred-millionth of a pixel a row, which 16.16 holds as none at
-    // all.
+    // The lower short edge moves by a hundred-millionth of a pixel per row, which is 0 in 16.16.
     EXPECT_EQ(lit_columns(6), columns(10, 29));
     EXPECT_EQ(lit_columns(height - 6), columns(10, 29));
     EXPECT_EQ(lit_columns(5), std::vector<int>{});

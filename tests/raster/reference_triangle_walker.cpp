@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Walks a triangle row by row and pixel by pixel, off the frame as well, and leaves nothing out.
+// Walks a triangle row by row and pixel by pixel, including those outside the frame.
 #include "raster/reference_triangle_walker.h"
 
 #include "support/reference_conversion.h"
@@ -21,7 +21,7 @@ using Words = std::array<std::uint32_t, most_quantities>;
 struct Vertex {
     float x;
     float y;
-    /// Depth first, then colour or map coordinates.
+    /// The depth, then the colour or the map coordinates.
     Floats q;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A slow triangle filler that visits every row and every pixel, to compare the fast ones with.
+// A slow triangle filler that visits every pixel. The program's fillers are compared with it.
 #pragma once
 
 #include "raster/triangle_fillers.h"
@@ -10,7 +10,7 @@
 
 enum class Filler { zcolour, flat, gouraud, mapped };
 
-/// A frame of the reference's own.
+/// The frame that the reference draws into.
 struct ReferenceFrame {
     ReferenceFrame(int frame_columns, int frame_rows);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the triangle fillers on triangles whose pixels can be worked out by hand.
+// Tests of the triangle fillers on triangles whose pixels can be computed by hand.
 #include "raster/triangle_fillers.h"
 
 #include "raster/texture_map.h"
@@ -54,7 +54,7 @@ Corner wedge_corner(std::size_t vertex, float depth_value) {
 
 } // namespace
 
-TEST_F(TriangleFillers, AnyVertexOrderDrawsTheSamePixelsAndLeavesTheBlockSortedByY) {
+TEST_F(TriangleFillers, EveryVertexOrderDrawsTheSamePixelsAndLeavesTheBlockSortedByY) {
     struct Case {
         const char *name;
         void (*fill)(TriangleParams *);
@@ -119,8 +119,8 @@ TEST_F(TriangleFillers, TriangleInOneRowDrawsNothing) {
 }
 
 TEST_F(TriangleFillers, FlatTopBeginsARowBelowItsTop) {
-    // The sides fall in by half a pixel a row: 10.5 to 19.5 in row 11, 14.5 to 15.5 in row 19, and they meet
-    // in row 20.
+    // The sides approach each other by half a pixel per row and side: 10.5 to 19.5 in row 11, 14.5 to 15.5 in
+    // row 19, and they meet in row 20.
     fill_flat({10, 10, 100}, {20, 10, 100}, {15, 20, 100}, 200);
     EXPECT_EQ(lit_columns(10), std::vector<int>{});
     EXPECT_EQ(lit_columns(11), columns(10, 18));
@@ -129,16 +129,16 @@ TEST_F(TriangleFillers, FlatTopBeginsARowBelowItsTop) {
     EXPECT_EQ(lit_columns(20), std::vector<int>{});
 }
 
-TEST_F(TriangleFillers, FlatTopMayBeGivenFromRightToLeft) {
+TEST_F(TriangleFillers, FlatTopMayRunFromRightToLeft) {
     fill_flat({20, 10, 100}, {10, 10, 100}, {15, 20, 100}, 200);
     EXPECT_EQ(lit_columns(10), std::vector<int>{});
     EXPECT_EQ(lit_columns(11), columns(10, 18));
     EXPECT_EQ(lit_columns(19), columns(14, 14));
 }
 
-TEST_F(TriangleFillers, FlatTopTakesItsGradientFromTheTwoTopVertices) {
-    // The value is 40 + x along the top. The left edge crosses row 11 at 10.5 with 50.5, which is 50 at x
-    // = 10.
+TEST_F(TriangleFillers, FlatTopUsesTheGradientOfItsTwoTopVertices) {
+    // The value is 40 + x along the top. The left edge crosses row 11 at x = 10.5 with 50.5, which gives 50
+    // at x = 10.
     fill_zcolour({10, 10, 50}, {20, 10, 60}, {15, 20, 55});
     for (int x = 10; x <= 18; ++x) {
         EXPECT_EQ(pixel(x, 11), 41 + x) << x;
@@ -155,8 +155,8 @@ TEST_F(TriangleFillers, FlatTopWithFractionBeginsAfterItsRow) {
 }
 
 TEST_F(TriangleFillers, PointedTopIsWalkedFromTheRowItLiesIn) {
-    // Sides of slope -1 and 1 from (20, 10.5): the edges, extended back, cross in row 10, are half a pixel
-    // either side in row 11, and one more in each row below.
+    // The sides have slopes -1 and 1 from (20, 10.5). They are half a pixel to either side in row 11, and one
+    // more in each row below. Extended upwards they cross in row 10.
     fill_flat({20, 10.5F, 100}, {10, 20.5F, 100}, {30, 20.5F, 100}, 200);
     EXPECT_EQ(lit_columns(10), std::vector<int>{});
     EXPECT_EQ(lit_columns(11), columns(19, 19));
@@ -166,8 +166,8 @@ TEST_F(TriangleFillers, PointedTopIsWalkedFromTheRowItLiesIn) {
 }
 
 TEST_F(TriangleFillers, AlmostFlatTopDrawsTheRowOfItsTwoUpperVerticesByTheUpperEdges) {
-    // The middle vertex lies half a row below the top, in the same row. In row 10 both edges are at the top
-    // vertex; row 11 has the long edge at x = 10 and the lower edge at 26 - 0.5 x 16 / 16.
+    // The middle vertex is half a row below the top, in the same row. In row 10 both edges are at the top
+    // vertex. In row 11 the long edge is at x = 10 and the lower edge at 26 - 0.5 x 16 / 16.
     fill_flat({10, 10, 100}, {26, 10.5F, 100}, {10, 26.5F, 100}, 200);
     EXPECT_EQ(lit_columns(10), std::vector<int>{});
     EXPECT_EQ(lit_columns(11), columns(10, 24));
@@ -181,8 +181,8 @@ TEST_F(TriangleFillers, FlatBottomEndsWithTheTopHalf) {
     EXPECT_EQ(lit_columns(21), std::vector<int>{});
 }
 
-TEST_F(TriangleFillers, LongEdgeGoesOnAcrossTheMiddleVertex) {
-    // The long edge is x = 10 throughout, the other one falls out to 30 in row 20 and back in.
+TEST_F(TriangleFillers, LongEdgeContinuesPastTheMiddleVertex) {
+    // The long edge is at x = 10 throughout. The other side goes out to 30 in row 20 and back.
     fill_flat({10, 10, 100}, {30, 20, 100}, {10, 30, 100}, 200);
     EXPECT_EQ(lit_columns(19), columns(10, 27));
     EXPECT_EQ(lit_columns(20), columns(10, 29));
@@ -198,7 +198,7 @@ TEST_F(TriangleFillers, LastRowIsTheOneTheBottomVertexLiesIn) {
     EXPECT_EQ(lit_columns(21), std::vector<int>{});
 }
 
-TEST_F(TriangleFillers, OnlyRowsSixToHeightLessSixAreDrawn) {
+TEST_F(TriangleFillers, DrawsOnlyRowsSixToHeightLessSix) {
     fill_flat({10, -20, 100}, {60, 30, 100}, {10, 80, 100}, 200);
     std::vector<int> drawn_rows;
     for (int y = 6; y <= 42; ++y) {
@@ -230,14 +230,14 @@ TEST_F(TriangleFillers, FrameOfElevenRowsHasNoneToDraw) {
     EXPECT_EQ(lit_rows(), std::vector<int>{6});
 }
 
-TEST_F(TriangleFillers, SizeIsTheOpenDisplaysNotTheOneInTheSettings) {
+TEST_F(TriangleFillers, UsesTheOpenDisplaysSizeNotTheSettings) {
     viewer.width = 8;
     viewer.height = 12;
     fill_flat({10, 10, 100}, {30, 20, 100}, {10, 30, 100}, 200);
     EXPECT_EQ(lit_columns(20), columns(10, 29));
 }
 
-TEST_F(TriangleFillers, SpanLeavesOutThePixelOfItsRightEnd) {
+TEST_F(TriangleFillers, SpanExcludesThePixelOfItsRightEnd) {
     fill_flat(wedge_corner(0, 100), wedge_corner(1, 100), wedge_corner(2, 100), 200);
     EXPECT_EQ(lit_columns(13), columns(10, 12));
 }
@@ -296,7 +296,7 @@ TEST_F(TriangleFillers, EqualDepthDoesNotOverwrite) {
 TEST_F(TriangleFillers, DepthOfZeroOrLessIsNeverDrawnOnAClearedBuffer) {
     fill_flat(wedge_corner(0, 0), wedge_corner(1, 0), wedge_corner(2, 0), 200);
     fill_flat(wedge_corner(0, -5), wedge_corner(1, -5), wedge_corner(2, -5), 200);
-    // Less than one 256th is depth 0 as well.
+    // Less than 1/256 is depth 0 as well.
     fill_flat(wedge_corner(0, 0.003F), wedge_corner(1, 0.003F), wedge_corner(2, 0.003F), 200);
     EXPECT_TRUE(lit_rows().empty());
 }
@@ -333,7 +333,8 @@ TEST_F(TriangleFillers, ConstantDepthColourIsItsIntegerPartAndDepthItsEightBitFr
             ASSERT_EQ(chunkybuf1[i], 0);
         }
     }
-    // The triangle's area is 471.75 pixels; each of its 28 spans is less than a pixel off its true length.
+    // The triangle's area is 471.75 pixels. Each of its 28 spans differs by less than a pixel from its true
+    // length.
     EXPECT_NEAR(covered, 471.75, 28.0);
 }
 
@@ -353,7 +354,7 @@ TEST_F(TriangleFillers, FlatColourIsTruncatedToItsLowEightBits) {
     }
 }
 
-TEST_F(TriangleFillers, SpansAreCutAtTheFramesSidesWithTheirValuesGoingOn) {
+TEST_F(TriangleFillers, SpansAreClippedAtTheFramesSidesAndKeepTheirValues) {
     // From x = -6 to well beyond a frame 20 wide, with the value 50 + x.
     set_frame(20, 48);
     fill_zcolour({-6, 10, 44}, {26, 10, 76}, {-6, 42, 44});
@@ -373,7 +374,7 @@ TEST_F(TriangleFillers, TriangleBesideTheFrameDrawsNothing) {
 
 namespace {
 
-/// The index of the map's texel that a face of these constant map coordinates shows, found by its two bytes.
+/// The index of the texel that a face with these constant map coordinates shows.
 int texel_shown(float column, float row) {
     int index = 0;
     for (const int shift : {8, 0}) {

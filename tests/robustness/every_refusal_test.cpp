@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Refuses every call that the system could refuse, and every allocation, one after another, at the start and
-// in the middle of a run.
+// Refuses every call that the system could refuse, and every allocation, one per run, at the start and in the
+// middle of a run.
 #include "support/fixed_texts.h"
 #include "support/program_run.h"
 #include "support/settings_text.h"
@@ -33,7 +33,7 @@ int count_fatal_texts(const std::string &output) {
     return count;
 }
 
-/// A run that goes on: no text, exit code 0.
+/// Means that the run goes on: no text, exit code 0.
 constexpr char goes_on[] = "";
 
 /// A way to start, and what the user does then.
@@ -41,7 +41,7 @@ struct Scenario {
     const char *name;
     bool has_settings;
     const char *keys;
-    /// The object comes from the requester that a start without a command line brings up.
+    /// Whether there is no command line, so that the object is chosen in the requester.
     bool asks_for_object = false;
 };
 
@@ -49,8 +49,8 @@ void PrintTo(const Scenario &scenario, std::ostream *stream) {
     *stream << scenario.name;
 }
 
-/// The text that a run ends with when this recorded call is refused; `is_running` once the first frame was
-/// shown.
+/// The text with which a run ends when this recorded call is refused. `is_running` is true once the first
+/// frame was written.
 std::string text_for(const std::string &call, bool is_running, const Scenario &scenario) {
     const auto is = [&call](const std::string &beginning) { return call.starts_with(beginning); };
     for (const auto &[library, text] : library_texts) {
@@ -68,7 +68,7 @@ std::string text_for(const std::string &call, bool is_running, const Scenario &s
         return no_screen_buffer_text;
     }
     if (is("ReadArgs")) {
-        // The requester that appears instead is cancelled, unless the object was to be asked for anyway.
+        // The object requester appears instead. It is cancelled, unless the scenario answers it.
         return scenario.asks_for_object ? goes_on : no_filename_text;
     }
     if (is("AllocAslRequest(0, ASLFR_TitleText=\"Select a LightWave Object\"")) {
@@ -80,8 +80,8 @@ std::string text_for(const std::string &call, bool is_running, const Scenario &s
     if (is("open_file(") && call.find(".chunky") != std::string::npos && is_running) {
         return no_texture_text;
     }
-    // Settings that cannot be opened, other requesters that do not appear, and a texture at the start, which
-    // opens at the second try.
+    // The run goes on without settings and without other requesters. A texture at the start opens at the
+    // second try.
     return goes_on;
 }
 
@@ -95,8 +95,7 @@ bool is_refusable(const std::string &call) {
 
 class EveryRefusal : public testing::TestWithParam<Scenario> {
 protected:
-    /// The keys are pressed in one pass each, from the second pass on. Runs may save, so that each begins
-    /// with the same files.
+    /// Presses one key per pass, from the second pass on. Runs may save settings, so the files are reset.
     offscreen::Setup setup() const {
         std::filesystem::remove(files.path("Zelvo.vars"));
         if (GetParam().has_settings) {
@@ -141,7 +140,7 @@ protected:
     const TemporaryFiles files;
 };
 
-TEST_P(EveryRefusal, OfACallEndsWithItsMessageOrGoesOn) {
+TEST_P(EveryRefusal, OfACallEndsTheRunWithItsMessageOrIsHandled) {
     const ProgramRun whole = run_program(setup());
     ASSERT_EQ(whole.exit_code, 0) << whole.output << whole.errors;
     ASSERT_GT(whole.refusable_points, 15);
@@ -163,14 +162,14 @@ TEST_P(EveryRefusal, OfACallEndsWithItsMessageOrGoesOn) {
         });
         const std::string text = text_for(*refused, is_running, GetParam());
         expect_end(run, text);
-        // Screen buffers are checked together, and a command line that cannot be read leads to a requester.
+        // Screen buffers are checked together, and an unreadable command line leads to a requester.
         if (text != goes_on && text != no_screen_buffer_text && text != no_filename_text) {
-            EXPECT_FALSE(std::any_of(refused + 1, run.calls.end(), is_refusable)) << "it asks for more";
+            EXPECT_FALSE(std::any_of(refused + 1, run.calls.end(), is_refusable)) << "it makes more calls";
         }
     }
 }
 
-TEST_P(EveryRefusal, OfAnAllocationEndsWithItsMessage) {
+TEST_P(EveryRefusal, OfAnAllocationEndsTheRunWithItsMessage) {
     const ProgramRun whole = run_program(setup());
     ASSERT_EQ(whole.exit_code, 0);
     // In the order in which the program allocates, with one set of frame buffers for each opened display.
@@ -190,7 +189,7 @@ TEST_P(EveryRefusal, OfAnAllocationEndsWithItsMessage) {
         const ProgramRun run = run_program(setup(), options);
         const std::string &text = expected[static_cast<std::size_t>(number - 1)];
         expect_end(run, text);
-        // Before its text the run prints what it always does, and closes the display if that is open.
+        // Up to the text the output is as usual. The display is closed first if it is open.
         std::string before =
             run.output.substr(0, run.output.size() - std::min(run.output.size(), text.size()));
         const auto closings = std::count_if(run.calls.begin(), run.calls.end(), [](const std::string &call) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A process that is killed while it saves its settings leaves a whole old file or a whole new one.
+// Tests that a process that is killed while it saves settings leaves a complete old or new file.
 #include "main_68k/viewer_state.h"
 #include "platform/offscreen/host.h"
 #include "settings/settings_file.h"
@@ -21,14 +21,14 @@ namespace {
 
 constexpr int kills = 200;
 
-/// Settings that are all made from one number, so that parts of two versions would show.
+/// Settings that are all made from one number, so that a mixture of two versions would be noticed.
 void set_version(int version) {
     viewer.gammas = {version / 8.0, version / 8.0, version / 8.0};
     viewer.rotate = version / 8.0;
     viewer.obj_style = version;
     viewer.dot_lum = version;
     viewer.height = version;
-    // Versions are of different lengths, so that the end of a longer one would show as well.
+    // Versions have different lengths, so that the remains of a longer one would be noticed as well.
     const std::string name(static_cast<std::size_t>(1 + version % 900), 'n');
     std::snprintf(viewer.envmap_filename.data(), viewer.envmap_filename.size(), "%s", name.c_str());
 }
@@ -39,7 +39,7 @@ offscreen::Setup setup_in(const TemporaryFiles &files) {
     return setup;
 }
 
-/// Saves one version after another into both places, until it is killed. Says so after each of them.
+/// Saves one version after another into both places until it is killed. Reports each finished save.
 [[noreturn]] void save_for_ever(const TemporaryFiles &files, int first, int saved) {
     offscreen::set_up(setup_in(files));
     for (int version = first;; ++version) {
@@ -50,7 +50,7 @@ offscreen::Setup setup_in(const TemporaryFiles &files) {
     }
 }
 
-/// The version that a file holds; -1 if it is not whole.
+/// The version in a file; -1 if the file is not complete.
 int version_in(const std::string &bytes, const char *path) {
     reset_program_state();
     if (load_vars(path) != 1) {
@@ -68,7 +68,7 @@ int version_in(const std::string &bytes, const char *path) {
     return is_one_version && is_whole ? loaded.height : -1;
 }
 
-/// How long saving into both places takes, in microseconds; the disk must follow each time.
+/// How long saving into both places takes, in microseconds. Each save waits for the disk.
 long measure_saving(const TemporaryFiles &files) {
     using namespace std::chrono;
     offscreen::set_up(setup_in(files));
@@ -93,7 +93,7 @@ TEST(KilledSaves, LeaveWholeFiles) {
         if (child == 0) {
             save_for_ever(files, first, saved[1]);
         }
-        // One, two or three versions are whole, and the kill comes somewhere in the next one or later.
+        // The kill comes some time after one, two or three versions were saved.
         const int whole = 1 + kill_number % 3;
         for (int version = 0; version < whole; ++version) {
             char byte = 0;

@@ -1,28 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Runs of the program whose memory is measured.
+// Runs the program and measures its memory.
 #pragma once
 
+#include "core/sanitized.h"
 #include "support/program_run.h"
 
 #include <string>
 #include <sys/resource.h>
 #include <utility>
 
-/// What a run cost.
+/// A run and its memory.
 struct MeasuredRun {
     ProgramRun run;
-    /// Most memory that was resident at one time, in MiB; 0 if the run did not report it.
+    /// The largest resident memory, in MiB; 0 if the run did not report it.
     long resident_mib = 0;
 };
-
-/// Whether this build checks memory itself, and takes multiples of it to do so.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool is_sanitized = true;
-#elif defined(__has_feature)
-constexpr bool is_sanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool is_sanitized = false;
-#endif
 
 inline MeasuredRun run_measured(offscreen::Setup setup, RunOptions options = {}) {
     options.at_end = [] {

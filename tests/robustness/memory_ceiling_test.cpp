@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A small file takes little memory, whatever it claims to hold.
+// Tests that a small file needs little memory, whatever sizes it claims.
 #include "measured_run.h"
 #include "support/model_builder.h"
 #include "support/settings_text.h"
@@ -15,20 +15,20 @@ namespace {
 
 constexpr std::uint32_t largest_size = 0x7FFFFFF0;
 
-/// The test program itself has a few MiB; what a run adds must stay far below what its file claims.
-constexpr long most_resident_mib = 64;
+/// The test program itself needs a few MiB. A run may add far less than its file claims.
+constexpr long ceiling_mib = 64;
 
-const std::string points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
+const std::string three_points = point_data({{0, 1, 4}, {2, 2, 4}, {1, 0, 1}});
 const std::string three_words = word_data({3, 0, 1, 2});
 
 std::string huge_points() {
     return form("LWOB",
-                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, points));
+                chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", largest_size, three_points));
 }
 
 class SmallFile : public testing::Test {
 protected:
-    /// A run of every mode, with the dots on, each in four passes.
+    /// A run that shows every mode for four passes, with the dots on.
     offscreen::Setup setup_for(const std::string &object) {
         offscreen::Setup setup = viewer_setup("cube", 28);
         setup.command_line = {files.write("object.lwo", object)};
@@ -48,29 +48,29 @@ protected:
         const MeasuredRun measured = run_measured(setup_for(object));
         EXPECT_EQ(measured.run.exit_code, 0) << measured.run.output;
         EXPECT_GT(measured.resident_mib, 0);
-        EXPECT_LT(measured.resident_mib, most_resident_mib);
+        EXPECT_LT(measured.resident_mib, ceiling_mib);
     }
 
     const TemporaryFiles files;
 };
 
-TEST_F(SmallFile, ThatClaimsTheMostPointsTakesLittle) {
+TEST_F(SmallFile, ThatClaimsTheMostPointsNeedsLittleMemory) {
     expect_little(huge_points());
 }
 
-TEST_F(SmallFile, ThatClaimsTheLongestPolygonListTakesLittle) {
-    expect_little(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words)));
+TEST_F(SmallFile, ThatClaimsTheLongestPolygonListNeedsLittleMemory) {
+    expect_little(form("LWOB", chunk("PNTS", three_points) + claiming("POLS", largest_size, three_words)));
 }
 
-TEST_F(SmallFile, ThatClaimsTheMostOfBothTakesLittle) {
-    // The list must be cut short by the file's end, so the points come from a chunk that is all there.
+TEST_F(SmallFile, ThatClaimsTheMostOfBothNeedsLittleMemory) {
+    // The end of the file must cut the list short, so the points come from a complete chunk.
     expect_little(form("LWOB", chunk("PNTS", std::string(1200, '\0')) + claiming("POLS", largest_size, "")));
 }
 
-TEST_F(SmallFile, ThatNamesTheLastPointThatAPolygonCanTakesLittle) {
+TEST_F(SmallFile, ThatUsesTheLargestPointIndexNeedsLittleMemory) {
     const std::string words = word_data({3, 0, 1, 65535});
     expect_little(
-        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, points)));
+        form("LWOB", chunk("POLS", words + big_endian_16(1)) + claiming("PNTS", largest_size, three_points)));
 }
 
 /// Address space in use, in bytes.
@@ -80,7 +80,7 @@ rlim_t address_space() {
     return pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Lets the run allocate this much more than it has.
+/// Limits how much more the run may allocate.
 void allow_more(rlim_t bytes) {
     const rlim_t limit = address_space() + bytes;
     const rlimit both{limit, limit};
@@ -91,7 +91,7 @@ void allow_more(rlim_t bytes) {
 
 class BeyondTheMachine : public SmallFile {
 protected:
-    /// What the run says when it may have this many MiB more than it starts with.
+    /// Runs the program with at most this many MiB more than it starts with.
     ProgramRun run_within(rlim_t mib, offscreen::Setup setup) {
         RunOptions options;
         options.before = [mib] { allow_more(mib << 20); };
@@ -103,10 +103,10 @@ TEST_F(BeyondTheMachine, EachModelArrayEndsWithItsOwnMessage) {
     if (is_sanitized) {
         GTEST_SKIP() << "the sanitizer needs the address space";
     }
-    // Six arrays of 600 MiB and one of a third of that, within memory that ends in the middle of each.
+    // Six arrays of 600 MiB and one of a third of that. The limits are in the middle of each.
     constexpr std::uint32_t claimed = 600 << 20;
     const std::string object =
-        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, points));
+        form("LWOB", chunk("POLS", three_words + big_endian_16(1)) + claiming("PNTS", claimed, three_points));
     const std::pair<rlim_t, std::string> ends[] = {
         {300, "Couldn't allocate PNTS chunk memory\n"},    {900, "Couldn't allocate *lwopoints2 memory\n"},
         {1500, "Couldn't allocate *lwopoints3 memory\n"},  {2100, "Couldn't allocate *lwonormals2 memory\n"},
@@ -121,21 +121,22 @@ TEST_F(BeyondTheMachine, EachModelArrayEndsWithItsOwnMessage) {
     }
 }
 
-TEST_F(BeyondTheMachine, ThePolygonListEndsWithItsOwnMessage) {
+TEST_F(BeyondTheMachine, PolygonListEndsWithItsOwnMessage) {
     if (is_sanitized) {
         GTEST_SKIP() << "the sanitizer needs the address space";
     }
     const ProgramRun run = run_within(
-        300, setup_for(form("LWOB", chunk("PNTS", points) + claiming("POLS", largest_size, three_words))));
+        300,
+        setup_for(form("LWOB", chunk("PNTS", three_points) + claiming("POLS", largest_size, three_words))));
     EXPECT_EQ(run.exit_code, 20);
     EXPECT_EQ(run.output, "Couldn't allocate POLS chunk memory\n");
 }
 
-TEST_F(BeyondTheMachine, ADisplayOfTheLargestSizeEndsWithItsOwnMessage) {
+TEST_F(BeyondTheMachine, DisplayOfTheLargestSizeEndsWithItsOwnMessage) {
     if (is_sanitized) {
         GTEST_SKIP() << "the sanitizer needs the address space";
     }
-    // Frame buffers of 256, 256, 512, 256 and 256 MiB, and then the screen's own bitmaps of 256 each.
+    // Frame buffers of 256, 256, 512, 256 and 256 MiB, then the screen's bitmaps of 256 MiB each.
     const std::pair<rlim_t, std::string> ends[] = {
         {128, "Couldn't allocate *chunkybuf1 memory\n"},
         {384, "Couldn't allocate *chunkybuf2 memory\n"},

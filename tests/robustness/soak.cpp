@@ -19,7 +19,7 @@
 
 namespace {
 
-/// What the command line asks for.
+/// The command line.
 struct Options {
     int passes = 1000000;
     std::uint32_t seed = 1;
@@ -27,7 +27,7 @@ struct Options {
     std::string texture = std::string(ZELVO_TEST_FOLDER) + "/golden/envmap.chunky";
 };
 
-/// Memory that may come and go around the level that is measured after the first tenth of the run.
+/// How far memory may vary from the level after the first tenth of the run.
 constexpr long allowed_growth_kib = 1024;
 
 long resident_kib() {
@@ -37,7 +37,7 @@ long resident_kib() {
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-/// The random user, and the memory that is watched.
+/// The state of the run: the random user, the memory, and counts for the report.
 struct Soak {
     Options options;
     std::minstd_rand random;
@@ -67,7 +67,7 @@ void press(int pass, char character) {
     add_event(pass, IDCMP_VANILLAKEY, static_cast<unsigned char>(character));
 }
 
-/// A display of 16 x 12 to 79 x 60 pixels, in which a pass is quick.
+/// Changes to a small display (16 x 12 to 79 x 60 pixels), on which a pass is quick.
 void change_mode(int pass) {
     offscreen::state.setup.answers.push_back(
         {{}, offscreen::ModeAnswer{below(1000), 16 + below(64), 12 + below(49)}});
@@ -75,7 +75,7 @@ void change_mode(int pass) {
     ++soak.mode_changes;
 }
 
-/// Now and then cancelled, which reads the default texture.
+/// Chooses a texture. Sometimes the requester is cancelled, which reads the default texture.
 void change_texture(int pass) {
     offscreen::Answer answer;
     if (below(4) != 0) {
@@ -86,7 +86,7 @@ void change_texture(int pass) {
     ++soak.texture_changes;
 }
 
-/// What the user does in this pass: mostly nothing or a movement.
+/// Adds the user's input for this pass: mostly nothing or a movement.
 void act(int pass) {
     constexpr char keys[] = "0123456bcdfilprRwW?";
     const unsigned choice = below(2000);
@@ -117,7 +117,7 @@ void watch(const offscreen::Picture &frame) {
     const int passes = soak.options.passes;
     const auto mode = static_cast<std::uint32_t>(viewer.obj_style);
     ++soak.passes_in_mode[std::min(mode, 7U)];
-    // The effect and a fast spin would fill most of the time; a mode of the cycle follows soon.
+    // The effect mode and a fast spin would take most of the time, so another mode follows soon.
     if (mode == mode_effect && below(8) == 0) {
         add_event(frame.pass, IDCMP_MOUSEBUTTONS, MENUDOWN);
     }
@@ -131,7 +131,7 @@ void watch(const offscreen::Picture &frame) {
     soak.highest_kib = std::max(soak.highest_kib, now);
 }
 
-/// At the end of the process, which is where the program ends.
+/// Called at the end of the process, because the program ends the process.
 void report() {
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - soak.start).count();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Things that are not plain files where a file should be, disks without room and folders without permission.
+// Tests of paths that are no plain files, full disks, and folders without permission.
 #include "measured_run.h"
 #include "support/settings_text.h"
 #include "support/temporary_files.h"
@@ -61,7 +61,7 @@ protected:
                 files.path("Zelvo.vars/below")};
     }
 
-    /// What the host says about "s" and then "S", when neither of the files at these paths can be saved.
+    /// What the host reports for the keys "s" and "S" if neither of the files at these paths can be saved.
     static std::string not_saved(const std::string &reason, const std::string &env_path,
                                  const std::string &envarc_path) {
         const std::string env = "zelvo: ENV:Zelvo.vars was not saved: " + reason + " (" + env_path + ")\n";
@@ -73,7 +73,7 @@ protected:
     std::string expected_errors;
 };
 
-TEST_F(StrangeFiles, AsObjectEndWithTheirMessage) {
+TEST_F(StrangeFiles, EndTheProgramAsObjects) {
     for (const std::string &path : unopenable()) {
         SCOPED_TRACE(path);
         setup.command_line = {path};
@@ -86,7 +86,7 @@ TEST_F(StrangeFiles, AsObjectEndWithTheirMessage) {
     }
 }
 
-TEST_F(StrangeFiles, AsTextureEndWithTheirMessageOrAreRead) {
+TEST_F(StrangeFiles, EndTheProgramOrAreReadAsTextures) {
     for (const std::string &path : unopenable()) {
         SCOPED_TRACE(path);
         setup.stand_ins["Zelvo_envmap.chunky"] = path;
@@ -99,7 +99,7 @@ TEST_F(StrangeFiles, AsTextureEndWithTheirMessageOrAreRead) {
     }
 }
 
-TEST_F(StrangeFiles, AsTextureChosenByKeyEndWithTheirMessage) {
+TEST_F(StrangeFiles, EndTheProgramAsTexturesChosenByKey) {
     setup.events = {key(2, 't')};
     for (const std::string &path : unopenable()) {
         SCOPED_TRACE(path);
@@ -110,7 +110,7 @@ TEST_F(StrangeFiles, AsTextureChosenByKeyEndWithTheirMessage) {
     expect_going_on();
 }
 
-TEST_F(StrangeFiles, AsSettingsAreMissingOrEmpty) {
+TEST_F(StrangeFiles, CountAsMissingOrEmptySettings) {
     for (const std::string &path : unopenable()) {
         SCOPED_TRACE(path);
         setup.stand_ins["ENV:Zelvo.vars"] = path;
@@ -125,7 +125,7 @@ TEST_F(StrangeFiles, AsSettingsAreMissingOrEmpty) {
     }
 }
 
-TEST_F(StrangeFiles, AsSettingsToSaveChangeNothing) {
+TEST_F(StrangeFiles, AreLeftAloneBySavingSettings) {
     setup.events = {key(2, 's'), key(2, 'S')};
     const std::pair<std::string, std::string> refusals[] = {
         {files.path("folder"), "Is a directory"},
@@ -148,8 +148,8 @@ TEST_F(StrangeFiles, AsSettingsToSaveChangeNothing) {
     EXPECT_TRUE(std::filesystem::is_directory(files.path("folder")));
 }
 
-TEST_F(StrangeFiles, AFolderThatTakesNoFilesLeavesSettingsUnsaved) {
-    // Not even the superuser can make a file there.
+TEST_F(StrangeFiles, SettingsAreNotSavedInAFolderThatTakesNoFiles) {
+    // Not even the superuser can create a file there.
     setup.volumes["ENV"] = "/proc/self";
     setup.volumes["ENVARC"] = files.path("not-there");
     setup.events = {key(2, 's'), key(2, 'S')};
@@ -158,7 +158,7 @@ TEST_F(StrangeFiles, AFolderThatTakesNoFilesLeavesSettingsUnsaved) {
     expect_going_on();
 }
 
-TEST_F(StrangeFiles, ALinkToNowhereIsKeptAndWhatItNamesIsMade) {
+TEST_F(StrangeFiles, DanglingLinkIsKeptAndItsTargetCreated) {
     setup.stand_ins["ENV:Zelvo.vars"] = files.path("dangling");
     setup.events = {key(2, 's')};
     expect_going_on();
@@ -166,7 +166,7 @@ TEST_F(StrangeFiles, ALinkToNowhereIsKeptAndWhatItNamesIsMade) {
     EXPECT_TRUE(files.read("nowhere").ends_with("file! ***"));
 }
 
-TEST_F(StrangeFiles, AReadOnlyFolderTakesItsSettingsInPlace) {
+TEST_F(StrangeFiles, SettingsInAReadOnlyFolderAreWrittenInPlace) {
     const std::string folder = files.path("read-only");
     std::filesystem::create_directory(folder);
     files.write("read-only/Zelvo.vars", settings);
@@ -174,14 +174,14 @@ TEST_F(StrangeFiles, AReadOnlyFolderTakesItsSettingsInPlace) {
     chmod(folder.c_str(), 0555);
     setup.volumes["ENV"] = folder;
     setup.events = {key(1, '4'), key(2, 's')};
-    // Nothing is read-only to the superuser, who is somebody else while the settings are saved.
+    // Nothing is read-only for the superuser, who becomes another user while the settings are saved.
     setup.on_picture = [](const offscreen::Picture &picture) {
         constexpr uid_t nobody = 65534;
         if (getuid() == 0 && seteuid(picture.pass == 1 ? nobody : picture.pass == 3 ? 0 : geteuid()) != 0) {
             std::abort();
         }
     };
-    // Only the file that is there may be written, and it may be read-only as well.
+    // First the file is read-only as well, then writable.
     chmod(files.path("read-only/Zelvo.vars").c_str(), 0444);
     expected_errors = "zelvo: ENV:Zelvo.vars was not saved: Permission denied (" + folder + "/Zelvo.vars)\n";
     expect_going_on();
@@ -194,7 +194,7 @@ TEST_F(StrangeFiles, AReadOnlyFolderTakesItsSettingsInPlace) {
     chmod(folder.c_str(), 0700);
 }
 
-/// As on a full disk, from a file's 200th byte on.
+/// Makes writing fail as on a full disk from a file's 200th byte on.
 void fill_disk() {
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
@@ -203,9 +203,9 @@ void fill_disk() {
     setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-TEST_F(StrangeFiles, AFullDiskKeepsTheOldSettings) {
+TEST_F(StrangeFiles, FullDiskKeepsTheOldSettings) {
     setup.events = {key(1, '4'), key(2, 's'), key(2, 'S')};
-    // The run's own output goes to files too, and is short enough until the disk has room again.
+    // The run's own output also goes to files. It stays short enough until the disk has room again.
     setup.last_pass = 0;
     expected_errors = not_saved("File too large", files.path("Zelvo.vars"), files.path("Zelvo.vars"));
     RunOptions options;
@@ -225,10 +225,10 @@ TEST_F(StrangeFiles, AFullDiskKeepsTheOldSettings) {
     for (const auto &entry : std::filesystem::directory_iterator(files.folder())) {
         others += entry.path().filename().string().find("Zelvo.vars.") != std::string::npos ? 1U : 0U;
     }
-    EXPECT_EQ(others, 0U) << "a part of a file is left";
+    EXPECT_EQ(others, 0U) << "a part of a file remains";
 
     expected_errors = "";
-    // With room the same keys save what they could not save before.
+    // When the disk has room again, the same keys save the settings.
     setup.on_picture = nullptr;
     setup.last_pass = 3;
     EXPECT_EQ(run().run.exit_code, 0);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A chunk that claims more than the file holds is drawn exactly as if the file went on in zeros.
+// Tests that a chunk that claims more than the file has is drawn as if the file continued with zeros.
 #include "display/frame_buffers.h"
 #include "display/presentation.h"
 #include "object/lwo_reader.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr int width = 61;
 constexpr int height = 47;
 
-/// What can be seen of a frame.
+/// The results of drawing a frame.
 struct Drawn {
     std::vector<std::uint8_t> pixels;
     std::vector<std::uint16_t> depths;
@@ -38,7 +38,7 @@ struct Look {
     std::int32_t dot_lum;
 };
 
-/// One chunk that claims `claimed` bytes, as a file cut after `data`, or with all its zeros.
+/// A chunk that claims `claimed` bytes: cut after `data`, or filled up with zeros if `is_whole`.
 std::string claiming(const std::string &identifier, std::uint32_t claimed, std::string data, bool is_whole) {
     if (is_whole) {
         data.resize(claimed, '\0');
@@ -59,7 +59,7 @@ void load(const std::string &object) {
     prepare_object();
 }
 
-/// All modes in all clear styles, one after another on a spinning object.
+/// Draws all modes in all clear styles, one after another, on a spinning object.
 std::vector<Drawn> draw_all(const std::string &object, const Look &look) {
     load(object);
     viewer.flip = look.flip;
@@ -70,7 +70,8 @@ std::vector<Drawn> draw_all(const std::string &object, const Look &look) {
     std::vector<Drawn> frames;
     for (viewer.clear_style = 0; viewer.clear_style < 4; ++viewer.clear_style) {
         for (viewer.obj_style = 1; viewer.obj_style < 7; ++viewer.obj_style) {
-            // Mode 6 leaves the counters at 0; the others are read before the overlay resets them.
+            // The dots overlay resets the counters, so they are read before it is drawn. In mode 6 they are
+            // 0.
             viewer.dots = 0;
             render_frame();
             const std::int32_t faces = faces_seen;
@@ -90,7 +91,7 @@ std::vector<Drawn> draw_all(const std::string &object, const Look &look) {
 
 constexpr Look looks[] = {{0, 0, 25600}, {1, 0, 200}, {0, 1, -70000}, {1, 1, 131072}, {0, 1, -300000}};
 
-/// The runs of other tests start with this process's state.
+/// Runs of other tests begin with this process's state, so it is reset at the end.
 class UnreadChunks : public testing::Test {
 protected:
     void TearDown() override { reset_program_state(); }
@@ -104,7 +105,7 @@ void expect_equal(const std::string &cut, const std::string &whole) {
         const std::vector<Drawn> expected = draw_all(whole, look);
         EXPECT_TRUE(drawn == expected)
             << "flip " << look.flip << ", doubleside " << look.doubleside << ", dots " << look.dot_lum;
-        // Otherwise the two files took the same way.
+        // Otherwise both files would have been processed in the same way.
         EXPECT_TRUE(processed < points_to_process() || unread > 0);
         EXPECT_EQ(unread_points, 0);
         EXPECT_EQ(unread_polygon_words, 0);
@@ -114,7 +115,7 @@ void expect_equal(const std::string &cut, const std::string &whole) {
 const std::vector<Vec3> points_there{
     {-1.0F, -1.0F, 0.0F}, {1.0F, -1.0F, 0.5F}, {1.0F, 1.0F, 0.2F}, {-1.0F, 1.5F, -0.5F}, {0.3F, -0.4F, 1.5F}};
 
-/// Claimed points, bytes of the points that are there, and the polygon list.
+/// The claimed points, the bytes of the points that the file has, and the polygon list.
 using PointCase = std::tuple<std::uint32_t, std::size_t, std::vector<std::uint16_t>>;
 class UnreadPoints : public UnreadChunks, public testing::WithParamInterface<PointCase> {};
 
@@ -139,14 +140,14 @@ INSTANTIATE_TEST_SUITE_P(Claims, UnreadPoints,
                                          PointCase{950, 48, {4, 0, 1, 899, 3, 1, 3, 7, 3, 3, 1}},
                                          PointCase{5000, 48, two_triangles}));
 
-TEST_F(UnreadChunks, OfPointsThatNoPolygonNamesAreDrawnLikeZeros) {
+TEST_F(UnreadChunks, OfUnusedPointsAreDrawnLikeZeros) {
     const auto object = [](bool is_whole) {
         return form("LWOB", chunk("POLS", "x") + claiming("PNTS", 300 * 12, "", is_whole));
     };
     expect_equal(object(false), object(true));
 }
 
-/// Claimed bytes of the polygon list, and its words.
+/// The claimed bytes of the polygon list, and its words.
 using WordCase = std::tuple<std::uint32_t, std::vector<std::uint16_t>, std::size_t>;
 class UnreadPolygons : public UnreadChunks, public testing::WithParamInterface<WordCase> {};
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An object that arrives where nothing can be passed over: it is read as far as it goes.
+// Tests of an object that arrives through a pipe, where no chunk can be skipped.
 #include "object/lwo_reader.h"
 #include "object/model.h"
 #include "support/model_builder.h"
@@ -30,13 +30,13 @@ protected:
     const std::string other = chunk("SRFS", "abcd");
 };
 
-TEST_F(UnseekableObject, EndsAtTheFirstChunkThatWouldBePassedOver) {
+TEST_F(UnseekableObject, EndsAtTheFirstChunkThatWouldBeSkipped) {
     read_from_pipe(form("LWOB", points + polygons + other + chunk("PNTS", std::string(12, '\0'))));
     EXPECT_EQ(point_count(), 3);
     EXPECT_EQ(polygon_word_count(), 5);
 }
 
-TEST_F(UnseekableObject, IsRefusedIfThatComesBeforeItsPolygons) {
+TEST_F(UnseekableObject, IsRefusedIfItEndsBeforeItsPolygons) {
     EXPECT_EXIT(
         {
             read_from_pipe(form("LWOB", points + other + polygons));

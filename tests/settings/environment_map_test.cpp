@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of finding, asking for and reading the texture.
+// Tests of finding, requesting and reading the texture.
 #include "settings/environment_map.h"
 
 #include "main_68k/viewer_state.h"
@@ -38,7 +38,7 @@ protected:
         setup.records_calls = true;
     }
 
-    /// Programs that later tests run are forked from this process and begin with its state.
+    /// Later tests fork this process to run the program, which begins with this state.
     void TearDown() override { reset_program_state(); }
 
     void load() {
@@ -46,7 +46,7 @@ protected:
         load_envmap();
     }
 
-    /// What was printed while choosing.
+    /// Chooses a texture and returns what was printed.
     std::string choose() {
         offscreen::set_up(setup);
         testing::internal::CaptureStdout();
@@ -113,7 +113,7 @@ TEST_F(EnvironmentMap, LongFileIsReadToTheTexturesEnd) {
     EXPECT_EQ(texture_in_memory(), bytes.substr(0, 65536));
 }
 
-TEST_F(EnvironmentMap, FileThatCannotBeOpenedIsAskedFor) {
+TEST_F(EnvironmentMap, FileThatCannotBeOpenedIsRequested) {
     const std::string bytes = texture(65536, 4);
     files.write("map", bytes);
     name_texture(files.path("missing"));
@@ -138,7 +138,7 @@ TEST_F(EnvironmentMap, RequesterIsAskedWithItsTitleAndTheDefaultName) {
     EXPECT_EQ(offscreen::held(), std::vector<std::string>{});
 }
 
-TEST_F(EnvironmentMap, DrawerAndNameAreJoinedByASlashWhereNoneIs) {
+TEST_F(EnvironmentMap, DrawerAndNameAreJoinedByASlashIfNeeded) {
     struct Case {
         std::string drawer;
         std::string path;
@@ -160,7 +160,7 @@ TEST_F(EnvironmentMap, DrawerAndNameAreJoinedByASlashWhereNoneIs) {
     }
 }
 
-TEST_F(EnvironmentMap, CancelledRequesterIsTakenAsIfConfirmed) {
+TEST_F(EnvironmentMap, CancelledRequesterCountsAsConfirmed) {
     const std::string bytes = texture(65536, 7);
     name_texture("Work:earlier");
     setup.answers.push_back({});
@@ -179,7 +179,7 @@ TEST_F(EnvironmentMap, WithoutARequesterTheStoredNameIsUsed) {
     EXPECT_EQ(viewer.envmap_filename.data(), files.path("map"));
 }
 
-TEST_F(EnvironmentMap, NameThatIsTooLongIsCut) {
+TEST_F(EnvironmentMap, OverlongNameIsCut) {
     const std::string drawer(2000, 'd');
     answer(drawer, "gold");
     setup.stand_ins = {{drawer.substr(0, 1023), files.write("map", texture(65536, 9))}};
@@ -189,8 +189,8 @@ TEST_F(EnvironmentMap, NameThatIsTooLongIsCut) {
 
 namespace {
 
-/// Runs the program with no file of the default name, and with settings so that no display is open while
-/// the texture is read.
+/// Runs the program without a file of the default name. There are settings, so no display is open while the
+/// texture is read.
 ProgramRun run_without_texture(const TemporaryFiles &files, offscreen::Setup setup) {
     files.write("Zelvo.vars", "");
     setup.volumes = {{"ENV", files.folder()}};

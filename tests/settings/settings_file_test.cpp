@@ -21,7 +21,7 @@ namespace {
 
 const std::string default_file = settings_text();
 
-/// Every item with a value that is not its default.
+/// A file in which no item has its default.
 const std::string other_file = settings_text({{"gammas", "0.500000 1.750000 2.900000"},
                                               {"rotate", "-3.200000"},
                                               {"obj style", "4"},
@@ -45,7 +45,7 @@ protected:
         offscreen::set_up(setup);
     }
 
-    /// Programs that later tests run are forked from this process and begin with its state.
+    /// Later tests fork this process to run the program, which begins with this state.
     void TearDown() override { reset_program_state(); }
 
     int load(const std::string &text) {
@@ -53,7 +53,7 @@ protected:
         return load_vars(session_settings);
     }
 
-    /// The settings as the file has them.
+    /// The settings as the file would have them.
     std::string saved() {
         save_vars(session_settings);
         return files.read("Zelvo.vars");
@@ -71,7 +71,7 @@ protected:
         return other_file.substr(0, end) + last_of.substr(start);
     }
 
-    /// `other_file` with a text in it replaced.
+    /// `other_file` with one text in it replaced.
     static std::string other_file_with(const std::string &text, const std::string &replacement) {
         std::string result = other_file;
         result.replace(result.find(text), text.size(), replacement);
@@ -134,7 +134,7 @@ TEST_F(SettingsFile, NumbersAreRoundedToSixDecimals) {
     EXPECT_EQ(viewer.rotate, -0.333333);
 }
 
-TEST_F(SettingsFile, NothingElseOfTheStateIsTouched) {
+TEST_F(SettingsFile, LoadingChangesNothingElse) {
     viewer.flip = 1;
     viewer.doubleside = 1;
     viewer.lightsource_rotating = 1;
@@ -166,13 +166,13 @@ TEST_F(SettingsFile, EmptyFileGivesOneAndChangesNothing) {
     EXPECT_EQ(saved(), default_file);
 }
 
-TEST_F(SettingsFile, FileThatCannotBeCreatedIsPassedOver) {
+TEST_F(SettingsFile, FileThatCannotBeCreatedIsIgnored) {
     EXPECT_EQ(save_vars("ENV:no/such/folder/Zelvo.vars"), 0);
     EXPECT_EQ(save_vars("ENV:"), 0);
     EXPECT_TRUE(std::filesystem::is_empty(files.folder()));
 }
 
-TEST_F(SettingsFile, PermanentSettingsAreAFileOfTheirOwn) {
+TEST_F(SettingsFile, PermanentSettingsAreASeparateFile) {
     const TemporaryFiles permanent;
     offscreen::Setup setup;
     setup.volumes = {{"ENV", files.folder()}, {"ENVARC", permanent.folder()}};
@@ -182,12 +182,12 @@ TEST_F(SettingsFile, PermanentSettingsAreAFileOfTheirOwn) {
     EXPECT_EQ(files.read("Zelvo.vars"), "");
 }
 
-TEST_F(SettingsFile, ItemsBeforeTheFilesEndAreTaken) {
+TEST_F(SettingsFile, ItemsBeforeTheEndOfTheFileAreLoaded) {
     load("gammas: 0.500000 1.750000 2.900000\nrotate: -3.200000\nobj style: 4\nclear style: 3\nfps");
     EXPECT_EQ(saved(), with_lines(4, default_file));
 }
 
-TEST_F(SettingsFile, NumbersBeforeTheFirstThatIsNoneAreTaken) {
+TEST_F(SettingsFile, NumbersBeforeTheFirstInvalidOneAreLoaded) {
     load("gammas: 0.5 one 2.0\nrotate: 3.0\n");
     EXPECT_EQ(viewer.gammas.red, 0.5);
     EXPECT_EQ(viewer.gammas.green, 1.0);
@@ -220,14 +220,14 @@ TEST_F(SettingsFile, WhiteSpaceBeforeTheFirstLabelDoesNotMatch) {
     EXPECT_EQ(saved(), default_file);
 }
 
-TEST_F(SettingsFile, MatchingFindsItsWayBackAfterAMissingLine) {
+TEST_F(SettingsFile, MatchingRecoversAfterAMissingLine) {
     EXPECT_EQ(load(other_file_with("obj style: 4\n", "")), 1);
     viewer.obj_style = 4;
     EXPECT_EQ(saved(), other_file) << "only the missing item kept its value";
 }
 
-TEST_F(SettingsFile, MatchingIsLostWhereTheNextLabelBeginsLikeTheMissingOne) {
-    // "dots" takes the "dot" of "dot lum" with it before it fails, and no label begins with a blank.
+TEST_F(SettingsFile, MatchingFailsIfTheNextLabelBeginsLikeTheMissingOne) {
+    // "dots" consumes the "dot" of "dot lum" before it fails, and no label begins with the blank after it.
     EXPECT_EQ(load(other_file_with("dots: 1\n", "")), 1);
     EXPECT_EQ(saved(), with_lines(5, default_file));
 }
@@ -241,7 +241,7 @@ TEST_F(SettingsFile, NameIsCutAtItsFirstBlankAndTheRestEndsTheMatching) {
     EXPECT_EQ(viewer.internal_c2p_enabled, 1);
 }
 
-TEST_F(SettingsFile, NameOf1023BytesIsTakenWhole) {
+TEST_F(SettingsFile, NameOf1023BytesIsLoadedWhole) {
     const std::string name(1023, 'n');
     EXPECT_EQ(load(other_file_with("Work:textures/gold.chunky", name)), 1);
     EXPECT_EQ(viewer.envmap_filename.data(), name);
@@ -304,9 +304,9 @@ TEST_F(SettingsFile, IsClosedAfterLoadingAndSaving) {
     EXPECT_EQ(open_descriptors(), before);
 }
 
-TEST_F(SettingsFile, SavingGivesTheResultOfClosingTheFile) {
+TEST_F(SettingsFile, SavingReturnsTheResultOfClosingTheFile) {
     EXPECT_EQ(save_vars(session_settings), 0);
-    // What is written stays in the stream until it is closed, and this device has no room for it then.
+    // The stream holds the text until it is closed. Writing to this device then fails.
     offscreen::Setup setup;
     setup.volumes = {{"ENV", files.folder()}};
     setup.stand_ins = {{session_settings, "/dev/full"}};

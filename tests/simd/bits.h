@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Floats as the bits that two forms of a stage must agree in.
+// The bits of floats, in which two forms of a stage must agree.
 #pragma once
 
 #include "core/heap_array.h"
@@ -10,8 +10,7 @@
 #include <cstdint>
 #include <vector>
 
-/// A number's bits; a not-a-number is one whatever its sign and payload, which the processors' own rules
-/// choose.
+/// A number's bits. All NaNs give the same bits, because their sign and payload depend on the processor.
 inline std::uint32_t bits_of(float value) {
     return value != value ? 0x7FC00000U : std::bit_cast<std::uint32_t>(value);
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Fast fades and blurs write what the plain ones write, and not a byte more.
+// Tests that fast fades and blurs write exactly what the plain ones write.
 #include "pipeline/clearing.h"
 
 #include "core/forms.h"
+#include "core/sanitized.h"
 #include "display/frame_buffers.h"
 #include "random_scene.h"
 #include "support/instruction_sets.h"
@@ -11,11 +12,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int rows_wanted = 100'000;
-#else
-constexpr int rows_wanted = 1'200'000;
-#endif
+constexpr int rows_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 FrameContents cleared(const FrameContents &before, bool is_fast) {
     restore_frame(before);
@@ -27,7 +24,7 @@ FrameContents cleared(const FrameContents &before, bool is_fast) {
 
 } // namespace
 
-TEST(FastClearing, WritesWhatThePlainOneWrites) {
+TEST(FastClearing, EqualsThePlainOne) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(9);
     int rows = 0;
@@ -48,7 +45,7 @@ TEST(FastClearing, WritesWhatThePlainOneWrites) {
     use_instruction_set(0);
 }
 
-TEST(FastClearing, FadesEveryBrightnessAlike) {
+TEST(FastClearing, FadesEveryBrightnessLikeThePlainOne) {
     Random random(10);
     open_noisy_frame({256, 4}, random);
     viewer = ViewerState{};
@@ -61,7 +58,7 @@ TEST(FastClearing, FadesEveryBrightnessAlike) {
     EXPECT_EQ(chunkybuf1[200], 200 - 12 - 1);
 }
 
-TEST(FastClearing, ReadsAFrameThatItWritesAsThePlainOneDoes) {
+TEST(FastClearing, EqualsThePlainOneOnAFrameThatItReadsAndWrites) {
     Random random(11);
     open_noisy_frame({64, 40}, random);
     const FrameContents before = frame_contents();

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The fast dots add what the plain ones add, to the last bit.
+// Tests that the fast dots add exactly what the plain ones add.
 #include "raster/dots.h"
 
+#include "core/sanitized.h"
 #include "pipeline/dots_effect.h"
 #include "pipeline/rotation.h"
 #include "pipeline/sine_table.h"
@@ -19,13 +20,9 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int dots_wanted = 100'000;
-#else
-constexpr int dots_wanted = 1'200'000;
-#endif
+constexpr int dots_wanted = is_sanitized ? 100'000 : 1'200'000;
 
-/// Dots with room for a vector after the last.
+/// Dots, with room for a vector after the last one.
 struct Dots {
     std::vector<float> x;
     std::vector<float> y;
@@ -58,7 +55,7 @@ FrameContents plotted(const FrameContents &before,
 
 } // namespace
 
-TEST(FastDots, AddWhatThePlainOnesAdd) {
+TEST(FastDots, EqualThePlainOnes) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(5);
     int dots_plotted = 0;
@@ -84,7 +81,7 @@ TEST(FastDots, AddWhatThePlainOnesAdd) {
     use_instruction_set(0);
 }
 
-TEST(FastDots, TouchNothingAfterTheEndOfTheFrame) {
+TEST(FastDots, WriteNothingPastTheEndOfTheFrame) {
     const std::vector<std::int64_t> sets = instruction_sets();
     Random random(7);
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -93,7 +90,7 @@ TEST(FastDots, TouchNothingAfterTheEndOfTheFrame) {
         viewer = ViewerState{};
         Dots dots = random_dots(2000, random);
         std::fill(dots.y.begin(), dots.y.end(), 26.0F);
-        // The frame ends where its memory does.
+        // The frame ends where its memory ends.
         void *memory = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         ASSERT_NE(memory, MAP_FAILED);
         ASSERT_EQ(mprotect(static_cast<char *>(memory) + page, page, PROT_NONE), 0);

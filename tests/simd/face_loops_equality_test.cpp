@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The fast face loops draw what the plain ones draw, to the last bit.
+// Tests that the fast face loops draw exactly what the plain ones draw.
 #include "raster/face_loops.h"
 
+#include "core/sanitized.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
 #include "random_scene.h"
@@ -14,7 +15,7 @@
 
 namespace {
 
-/// Everything that a face loop leaves.
+/// All results of a face loop.
 struct LoopResult {
     FrameContents frame;
     std::vector<std::uint32_t> colours;
@@ -23,7 +24,7 @@ struct LoopResult {
     bool operator==(const LoopResult &) const = default;
 };
 
-/// Runs a loop on the frame and the colours as they are, and puts both back.
+/// Runs a loop on the current frame and colours, and then restores both.
 LoopResult run_loop(const std::function<void()> &loop) {
     const FrameContents before = frame_contents();
     const auto count = static_cast<std::size_t>(point_count());
@@ -31,7 +32,7 @@ LoopResult run_loop(const std::function<void()> &loop) {
     loop();
     LoopResult result{frame_contents(), {}, faces_seen, triangles_drawn};
     for (std::size_t i = 0; i < count; ++i) {
-        // A not-a-number is one whatever its sign and payload, which the processors' own rules choose.
+        // All NaNs count as equal, because their sign and payload depend on the processor.
         const float colour = lwofis[i];
         result.colours.push_back(colour != colour ? 0x7FC00000U : std::bit_cast<std::uint32_t>(colour));
     }
@@ -60,11 +61,7 @@ const std::vector<LoopPair> &loop_pairs() {
     return pairs;
 }
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int triangles_wanted = 100'000;
-#else
-constexpr int triangles_wanted = 1'200'000;
-#endif
+constexpr int triangles_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// Says which pixel differs first.
 std::string first_difference(const LoopResult &plain_result, const LoopResult &fast_result, int width) {
@@ -81,7 +78,7 @@ std::string first_difference(const LoopResult &plain_result, const LoopResult &f
 
 } // namespace
 
-TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
+TEST(FastFaceLoops, EqualThePlainOnes) {
     const std::vector<std::int64_t> sets = instruction_sets();
     ASSERT_FALSE(sets.empty());
     Random random(20240611);
@@ -113,7 +110,7 @@ TEST(FastFaceLoops, LeaveWhatThePlainOnesLeave) {
     }
     use_instruction_set(0);
     EXPECT_GE(triangles, triangles_wanted);
-    // A scene whose triangles were all culled would compare nothing.
+    // If all triangles of a scene were culled, it would compare nothing.
     EXPECT_GT(drawn, triangles / 4);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Drawing a frame takes no memory from the heap.
+// Tests that drawing a frame allocates no memory.
 #include "pipeline/render_frame.h"
 
 #include "core/forms.h"
@@ -14,13 +14,13 @@
 
 namespace {
 
-/// Allocations of any kind, counted in the functions below; volatile, since compilers take it that no
-/// allocation function changes a variable.
+/// The number of allocations of any kind, counted in the functions below. Volatile, since compilers assume
+/// that no allocation function changes a variable.
 volatile long allocations = 0;
 
 } // namespace
 
-// The linker sends the program's own calls of the allocation functions here.
+// The linker redirects the program's calls of the allocation functions to here.
 extern "C" {
 void *__real_malloc(std::size_t size);
 void *__real_calloc(std::size_t count, std::size_t size);
@@ -86,7 +86,7 @@ protected:
         viewer = ViewerState{};
         viewer.dots = 1;
         draws_fast = GetParam() != 0;
-        // What is chosen or built on first use does not count against a frame.
+        // The first frame may allocate what is chosen or built on first use.
         allocations_of_all_modes();
     }
     void TearDown() override { draws_fast = true; }
@@ -96,7 +96,7 @@ protected:
 
 TEST(AllocationCount, CountsWhatIsTaken) {
     const long before = allocations;
-    // Kept in variables that the compiler must believe to be read, or it takes no memory at all.
+    // Volatile variables keep the compiler from removing the allocations.
     void *volatile zeroed = std::calloc(1, 16);
     int *volatile number = new int(1);
     std::free(zeroed);

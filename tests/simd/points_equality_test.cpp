@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Points, normals and lights come out of the fast forms with the bits of the plain ones.
+// Tests that the fast forms compute points, normals and lights with the bits of the plain ones.
 #include "bits.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
@@ -11,16 +11,6 @@
 
 #include <array>
 #include <vector>
-
-namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t points_wanted = 100'000;
-#else
-constexpr std::size_t points_wanted = 1'200'000;
-#endif
-
-} // namespace
 
 TEST(FastPoints, HaveTheBitsOfThePlainOnes) {
     const std::vector<std::int64_t> sets = instruction_sets();
@@ -73,7 +63,7 @@ TEST(FastLights, HaveTheBitsOfThePlainOnes) {
                 << instruction_set_name(sets[scene % sets.size()]) << ", scene " << scene;
         }
 
-        // Nine arrays of corners cut from the points' floats.
+        // Nine arrays of corners, taken from the points' floats.
         const std::size_t faces = count / 4;
         const float *floats = &lwopoints3[0].x;
         FaceCorners corners;
@@ -101,7 +91,7 @@ TEST(FastLights, LightAnyNumberOfFacesAndWriteNoOtherColour) {
     for (const std::int64_t set : instruction_sets()) {
         use_instruction_set(set);
         for (std::size_t faces = 0; faces <= most; ++faces) {
-            // Arrays of exactly the faces, so that a sanitizer sees a read past them.
+            // The arrays have exactly as many faces, so that a sanitizer detects a read past them.
             std::array<std::vector<float>, 9> values;
             for (std::vector<float> &array : values) {
                 for (std::size_t i = 0; i < faces; ++i) {

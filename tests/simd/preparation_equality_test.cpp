@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An object is fitted, and its vertex normals are built, with the bits that the plain forms give.
+// Tests that the fast preparation gives points and vertex normals with the bits of the plain one.
 #include "bits.h"
 #include "object/model.h"
 #include "pipeline/preparation.h"
@@ -14,12 +14,6 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr std::size_t points_wanted = 100'000;
-#else
-constexpr std::size_t points_wanted = 1'200'000;
-#endif
-
 struct Prepared {
     std::vector<std::uint32_t> read;
     std::vector<std::uint32_t> points;
@@ -27,7 +21,7 @@ struct Prepared {
     bool operator==(const Prepared &) const = default;
 };
 
-/// The current object's arrays as one of the two forms leaves them.
+/// The current object's arrays after one of the two forms.
 Prepared prepared(bool is_fast) {
     const auto count = static_cast<std::size_t>(point_count());
     const std::vector<Vec3> as_read(point_chunk.get(), point_chunk.get() + count);
@@ -38,7 +32,7 @@ Prepared prepared(bool is_fast) {
     return result;
 }
 
-/// The coordinates of one object: all of one kind, or each axis of its own.
+/// The coordinates of one object: all of one kind, or each axis of another kind.
 enum class Coordinates { ordinary, whole, signed_zeros, wild };
 
 float coordinate(Coordinates kind, Random &random) {

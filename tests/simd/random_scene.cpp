@@ -66,13 +66,13 @@ HeapArray<T> noise(std::size_t count, Random &random) {
     return array;
 }
 
-/// A number around the range `low` .. `high`, outside now and then.
+/// A number in the range `low` .. `high`, sometimes outside it.
 float about(float low, float high, Random &random) {
     const float margin = (high - low) * 0.3F;
     return random.once_in(4) ? random.between(low - margin, high + margin) : random.between(low, high);
 }
 
-/// A screen position and depth, by the shapes' kind; small ones are near `centre`.
+/// A screen position and depth for this kind of shape. Small shapes are near `centre`.
 Vec3 random_point(Shapes shapes, const Vec3 &centre, Random &random) {
     const auto width = static_cast<float>(frame_width);
     const auto height = static_cast<float>(frame_height);
@@ -88,7 +88,7 @@ Vec3 random_point(Shapes shapes, const Vec3 &centre, Random &random) {
                                  : Vec3{about(0.0F, width, random), centre.y + random.between(-0.01F, 0.01F),
                                         about(0.0F, 255.0F, random)};
     case Shapes::grid:
-        // Few values, so that ys, xs and depths are often equal.
+        // Few different values, so that xs, ys and depths are often equal.
         return {static_cast<float>(random.below(frame_width / 4 + 1) * 4) + (random.once_in(3) ? 0.5F : 0.0F),
                 static_cast<float>(random.below(frame_height + 8) - 4),
                 static_cast<float>(random.below(3) * 64)};
@@ -101,14 +101,14 @@ Vec3 random_point(Shapes shapes, const Vec3 &centre, Random &random) {
     return {coordinate(width), coordinate(height), coordinate(255.0F)};
 }
 
-/// A map coordinate or a part of a normal.
+/// A map coordinate or a component of a normal.
 float random_record(Shapes shapes, Random &random) {
     return shapes == Shapes::wild && random.once_in(3) ? random.wild_number()
                                                        : random.between(-128.0F, 128.0F);
 }
 
-/// Appends one polygon of `vertices` points near each other in the list, and returns its triangles. Now and
-/// then one of its indices is not one of a point.
+/// Appends a polygon of `vertices` points that are near each other in the list, and returns its number of
+/// triangles. Sometimes one of its indices is invalid.
 int add_polygon(std::vector<std::uint16_t> &words, int vertices, int points, Random &random) {
     words.push_back(static_cast<std::uint16_t>(vertices));
     const int first = random.below(points);
@@ -121,7 +121,7 @@ int add_polygon(std::vector<std::uint16_t> &words, int vertices, int points, Ran
     const bool names_no_point = stranger < used;
     words.push_back(static_cast<std::uint16_t>(random.once_in(2) ? first : random.below(0x10000)));
     if (vertices < 3) {
-        // The next polygon begins at this one's words; what they say is as good a count as any.
+        // The next polygon begins among this one's words, so its count is arbitrary.
         words.resize(words.size() - static_cast<std::size_t>(3 - vertices));
         return names_no_point ? 0 : 1;
     }
@@ -137,7 +137,7 @@ void open_noisy_frame(FrameSize size, Random &random) {
     chunkybuf2 = noise<std::uint8_t>(frame_pixels(), random);
     zbuf = noise<std::uint16_t>(frame_pixels(), random);
     for (std::size_t i = 0; i < frame_pixels(); ++i) {
-        // Mostly far away, so that most pixels are drawn.
+        // Mostly far depths, so that most pixels are drawn.
         zbuf[i] = random.once_in(8) ? zbuf[i] : static_cast<std::uint16_t>(zbuf[i] & 0xFF);
     }
     envmap = noise<std::uint8_t>(envmap_bytes, random);

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
-// Random frames, points and polygons, the ordinary ones and those at the edges of every range.
+// Random frames, points and polygons: ordinary ones, and extreme ones at the limits of every range.
 #pragma once
 
+#include "core/sanitized.h"
 #include "main_68k/viewer_state.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
+
+/// How many points a test of points compares; fewer where a sanitizer slows it down.
+constexpr std::size_t points_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// A small generator of random numbers, the same on every system.
 class Random {
@@ -18,12 +23,12 @@ public:
     /// 0 to `count` - 1.
     int below(int count) { return static_cast<int>(bits() % static_cast<std::uint32_t>(count)); }
 
-    /// True once in `count` times.
+    /// True once in `count` times on average.
     bool once_in(int count) { return below(count) == 0; }
 
     float between(float low, float high);
 
-    /// A number of which nothing is known: not-a-number, infinite, huge, tiny, the ends of the integers.
+    /// Any float: NaN, infinite, huge, tiny, or a limit of the integers.
     float wild_number();
 
 private:
@@ -36,8 +41,8 @@ struct FrameSize {
     int height;
 };
 
-/// Small frames, frames whose rows are no multiple of a vector, frames that are hardly drawn into, the sizes
-/// that people use, and rows that are longer than any buffer of a stage.
+/// Small frames, frames whose rows are not a multiple of a vector, frames with hardly any drawn rows, common
+/// sizes, and rows longer than any buffer of a stage.
 constexpr std::array<FrameSize, 13> frame_sizes{{{320, 256},
                                                  {100, 75},
                                                  {333, 217},
@@ -52,10 +57,10 @@ constexpr std::array<FrameSize, 13> frame_sizes{{{320, 256},
                                                  {1921, 60},
                                                  {5000, 20}}};
 
-/// Opens frame buffers of exactly this size and fills them, the texture and the dot sprite with noise.
+/// Opens frame buffers of exactly this size, and fills them, the texture and the dot sprite with noise.
 void open_noisy_frame(FrameSize size, Random &random);
 
-/// The bytes of both frame buffers and the depths, one after the other.
+/// The bytes of both frame buffers, followed by the depths.
 struct FrameContents {
     std::vector<std::uint8_t> pixels;
     std::vector<std::uint16_t> depths;
@@ -64,12 +69,12 @@ struct FrameContents {
 FrameContents frame_contents();
 void restore_frame(const FrameContents &contents);
 
-/// What the points of a random object look like.
+/// The kind of points that a random object has.
 enum class Shapes { small, any, steep, grid, wild };
 constexpr std::array<Shapes, 5> all_shapes{Shapes::small, Shapes::any, Shapes::steep, Shapes::grid,
                                            Shapes::wild};
 
 /// Makes an object of random projected points, normals and colours, and about `polygons` polygons: runs of
-/// triangles and of quads, and among them polygons of any number of points, too few ones among them, and such
-/// as name points that the object does not have. Returns the number of triangles that they are cut into.
+/// triangles and of quads, and among them polygons with any number of points (even too few) and with invalid
+/// indices. Returns the number of triangles that the polygons have.
 int make_random_object(Shapes shapes, int polygons, Random &random);

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
-// The texts that the program prints, which never change.
+// The texts that the program prints. They never change.
 #pragma once
 
 #include <array>
 #include <string>
 #include <vector>
 
-/// What the program prints when the screen-mode requester was closed with its default, and when a display is
-/// closed.
+/// Printed when the screen-mode requester was confirmed with its default, and when a display is closed.
 inline constexpr char default_display_line[] = "display parameters: 0x00000000, 320, 256\n";
 inline constexpr char display_closed_line[] = "changescreenbuffer done\n";
 
-/// For each array of an object, and for the two that come after it, in the order of their allocation.
+/// A text for each array of an object and for the two arrays after it, in the order of their allocation.
 inline const std::vector<std::string> object_array_texts{
     "Couldn't allocate PNTS chunk memory\n",   "Couldn't allocate POLS chunk memory\n",
     "Couldn't allocate *lwopoints2 memory\n",  "Couldn't allocate *lwopoints3 memory\n",
@@ -23,14 +22,14 @@ inline const std::vector<std::string> texture_and_dot_texts{
     "Couldn't allocate 'dot' memory\n",
 };
 
-/// For each frame buffer, in the order of their allocation.
+/// A text for each frame buffer, in the order of their allocation.
 inline const std::vector<std::string> frame_buffer_texts{
     "Couldn't allocate *chunkybuf1 memory\n", "Couldn't allocate *chunkybuf2 memory\n",
     "Couldn't allocate *zbuf memory\n",       "Couldn't allocate *planarbuf1 memory\n",
     "Couldn't allocate *planarbuf2 memory\n",
 };
 
-/// A system library and the text that ends a start without it, in the order of their opening.
+/// A system library, and the text with which a start without it ends. In the order in which they are opened.
 struct LibraryText {
     const char *library;
     const char *text;
@@ -49,10 +48,10 @@ inline constexpr char no_polygons_text[] = "nincs polygon az objektben!\n";
 inline constexpr char no_texture_text[] = "envmap file open error\n";
 inline constexpr char no_screen_text[] = "Couldn't open screen\n";
 inline constexpr char no_window_text[] = "Couldn't open window\n";
-/// Printed as a line first, and without a line end as the last text.
+/// Printed twice: first as a line, then without a line end as the last text.
 inline constexpr char no_screen_buffer_text[] = "AllocScreenBuffer() failed";
 
-/// These lists one after another.
+/// The lists in sequence.
 inline std::vector<std::string> joined(const std::vector<std::vector<std::string>> &lists) {
     std::vector<std::string> all;
     for (const std::vector<std::string> &list : lists) {

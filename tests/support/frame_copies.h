@@ -35,7 +35,7 @@ inline void blank_frame() {
     std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0});
 }
 
-/// Columns of a row that are not black.
+/// The columns of a row that are not black.
 inline std::vector<int> lit_columns(int row) {
     std::vector<int> columns;
     for (int x = 0; x < frame_width; ++x) {
@@ -55,7 +55,7 @@ inline std::vector<int> columns(int first, int last) {
     return list;
 }
 
-/// Rows that are not black from end to end.
+/// The rows that have a pixel that is not black.
 inline std::vector<int> lit_rows() {
     std::vector<int> rows;
     for (int y = 0; y < frame_height; ++y) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads the list of cases, and unpacks their frames.
+// Reads the list of cases and unpacks their frames.
 #include "support/golden_cases.h"
 
 #include "support/program_run.h"

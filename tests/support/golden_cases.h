@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The golden cases and the frames that are expected of them.
+// The golden cases and their expected frames.
 #pragma once
 
 #include <string>
@@ -19,8 +19,8 @@ struct GoldenCase {
 
 std::vector<GoldenCase> golden_cases();
 
-/// What comes before the pixels in a binary PGM of this size.
+/// The header of a binary PGM of this size.
 std::string frame_header(int width, int height);
 
-/// The frame of each pass, a binary PGM. Fails the test if they are not all there.
+/// The frame of each pass, as a binary PGM. Fails the test if one is missing.
 std::vector<std::string> expected_frames(const GoldenCase &golden);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The instruction sets, by Highway's run-time choice.
+// The instruction sets, as chosen by Highway at run time.
 #include "support/instruction_sets.h"
 
 #include "hwy/targets.h"
@@ -7,7 +7,7 @@
 std::vector<std::int64_t> instruction_sets() {
     use_instruction_set(0);
     std::vector<std::int64_t> sets;
-    // The lowest bit is the best set; those that nothing was compiled for are left out.
+    // The lowest bit is the best set. Sets that nothing was compiled for are left out.
     for (std::int64_t rest = hwy::SupportedTargets() & HWY_TARGETS; rest != 0; rest &= rest - 1) {
         sets.push_back(rest & -rest);
     }

@@ -77,6 +77,14 @@ std::string chunk(const std::string &identifier, const std::string &data) {
     return claiming(identifier, static_cast<std::uint32_t>(data.size()), data);
 }
 
+std::string skipped_chunks(int count) {
+    std::string chunks;
+    for (int i = 0; i < count; ++i) {
+        chunks += chunk("SURF", "name");
+    }
+    return chunks;
+}
+
 std::string point_data(const std::vector<Vec3> &points) {
     std::string data;
     for (const Vec3 &point : points) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Small models and displays for tests of single rooms, without a file or a screen.
+// Small models and displays for unit tests, without a file or a screen.
 #pragma once
 
 #include "main_68k/viewer_state.h"
@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-/// Puts the whole program state back to its start values, with no model and no buffers.
+/// Resets the whole program state to its start values, with no model and no buffers.
 void reset_program_state();
 
 /// Makes these the model's points and polygon list, with work arrays allocated and `lwopoints2` a copy of the
 /// points.
 void set_model(const std::vector<Vec3> &points, const std::vector<std::uint16_t> &polygon_words);
 
-/// Allocates zeroed frame buffers of this size, and the dot sprite and the texture, zeroed too.
+/// Allocates zeroed frame buffers of this size, a zeroed dot sprite and a zeroed texture.
 void set_frame(int width, int height);
 
 /// An object file of form LWOB with these points and polygon words.
@@ -24,7 +24,10 @@ std::string object_file(const std::vector<Vec3> &points, const std::vector<std::
 /// A chunk of an object file: identifier, size and data.
 std::string chunk(const std::string &identifier, const std::string &data);
 
-/// A chunk whose header claims this size, whatever its data.
+/// This many chunks that the viewer skips.
+std::string skipped_chunks(int count);
+
+/// A chunk whose header claims this size, even if its data has another.
 std::string claiming(const std::string &identifier, std::uint32_t size, const std::string &data);
 
 /// The data of a chunk of points, and of a polygon list.

@@ -4,7 +4,7 @@
 
 #include <fcntl.h>
 
-/// How many of the first descriptors are open. A file that is opened later and never closed makes one more.
+/// How many of the first descriptors are open. A file that is never closed increases the number.
 inline int open_descriptors() {
     constexpr int enough = 256;
     int open = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A display on the offscreen host for tests that need no whole run.
+// A display on the offscreen host for tests that do not run the whole program.
 #pragma once
 
 #include "display/screen.h"
@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-/// Tests on a fresh host, whose display is closed at the end if it is open. What the program prints is kept.
+/// Tests on a fresh host. Captures what the program prints, and closes the display at the end if it is open.
 class DisplayTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -27,14 +27,14 @@ protected:
         (void)testing::internal::GetCapturedStdout();
     }
 
-    /// What was printed since the last time.
+    /// What was printed since the last call.
     static std::string printed() {
         std::string text = testing::internal::GetCapturedStdout();
         testing::internal::CaptureStdout();
         return text;
     }
 
-    /// The calls since the last time.
+    /// The host's calls since the last call of this function.
     std::vector<std::string> new_calls() {
         const std::vector<std::string> &all = offscreen::calls();
         std::vector<std::string> calls(all.begin() + calls_seen, all.end());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Forks a process for each run, so that every run starts with the program's own start values and may end the
+// Forks a process for each run, so that every run begins with the program's start values and may end its
 // process.
 #include "support/program_run.h"
 
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// What the process of a run needs when it ends; set there alone.
+/// What the process of a run needs when it ends. Set only in that process.
 struct Report {
     std::string path;
     std::vector<std::string> notes;
@@ -27,7 +27,7 @@ struct Report {
 };
 Report report;
 
-/// One line each, after a word for its kind.
+/// Writes one line per item, after a word for its kind.
 void write_report() {
     if (report.at_end) {
         report.at_end();
@@ -46,7 +46,7 @@ void write_report() {
     }
 }
 
-/// Ends a run that goes on after everything that could end it, rather than letting it go on for ever.
+/// Ends a run that would otherwise go on forever after the last of its events.
 void end_run_that_goes_on(offscreen::Setup &setup) {
     constexpr int patience = 1000;
     const int last_event = setup.events.empty() ? 0 : setup.events.back().pass;

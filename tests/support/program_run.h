@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs the whole program in a process of its own and reports the result.
+// Runs the whole program in a separate process and reports the result.
 #pragma once
 
 #include "platform/offscreen/host.h"
@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-/// What a run left.
+/// The result of a run.
 struct ProgramRun {
-    /// The exit code, or minus the number of the signal that ended it.
+    /// The exit code, or the negative number of the signal that ended the run.
     int exit_code = 0;
     /// Everything on standard output.
     std::string output;
@@ -18,22 +18,23 @@ struct ProgramRun {
     std::string errors;
     /// The host's record of calls.
     std::vector<std::string> calls;
-    /// What the program still held of the host when it ended.
+    /// What the program had not given back to the host when it ended.
     std::vector<std::string> held;
-    /// Lines that the run noted with `note`.
+    /// Lines that `note` recorded during the run.
     std::vector<std::string> notes;
-    /// How many calls of the host could have been refused, and how many heap allocations the program made.
+    /// How many calls the host could have refused, and how many heap allocations the program made.
     int refusable_points = 0;
     int allocations = 0;
 };
 
 /// How a run differs from an ordinary one.
 struct RunOptions {
-    /// The number of the heap allocation that fails, from 1; 0 for none.
+    /// The number (from 1) of the heap allocation that fails; 0 for none.
     int refused_allocation = 0;
-    /// The argument count that the entry routine gets; by default the number of words and the program's name.
+    /// The argument count for the entry routine; by default the number of words plus one for the program's
+    /// name.
     int argument_count = -1;
-    /// Called in the program's process before it starts, and with its state still there when it ends.
+    /// Called in the program's process before the program starts, and at its end with its state still intact.
     std::function<void()> before;
     std::function<void()> at_end;
 };
@@ -41,10 +42,10 @@ struct RunOptions {
 /// Runs the program on a fresh offscreen host with this set-up, calls recorded.
 ProgramRun run_program(offscreen::Setup setup, const RunOptions &options = {});
 
-/// Keeps a line of text for `ProgramRun::notes`; to be called in the program's process.
+/// Records a line of text for `ProgramRun::notes`. Must be called in the program's process.
 void note(const std::string &line);
 
-/// A set-up that runs an object of the golden cases for some passes, with a texture and empty settings
+/// A set-up that runs an object of the golden cases for this many passes, with a texture and empty settings
 /// folders.
 offscreen::Setup viewer_setup(const std::string &object, int passes = 1);
 

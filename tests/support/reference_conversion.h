@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The conversion to integers that the tests' own reference routines use, written without the program's.
+// The reference routines' own conversion from float to int, independent of the program's.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <limits>
 
-/// Truncates toward zero, saturates, and makes not-a-number the smallest integer.
+/// Truncates toward zero and saturates; NaN gives the smallest integer.
 inline std::int32_t reference_int(double value) {
     if (std::isnan(value)) {
         return std::numeric_limits<std::int32_t>::min();

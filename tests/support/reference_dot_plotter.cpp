@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Walks a dot texel by texel, off the frame as well, and leaves nothing out.
+// Walks a dot texel by texel, including those outside the frame.
 #include "support/reference_dot_plotter.h"
 
 #include "support/reference_conversion.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A slow dot plotter that visits every row and every pixel, to compare the fast one with.
+// A slow dot plotter that visits every pixel. The program's plotter is compared with it.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct ReferenceDots {
     std::int32_t luminance;
 };
 
-/// The sprite as its description has it: a cone about (31, 31) that reaches 0 at a distance of 31.
+/// The sprite by its definition: a cone around (31, 31) that reaches 0 at a distance of 31.
 std::vector<std::uint8_t> reference_sprite();
 
 /// Plots one dot; x - s and y - s must lie within the range of 32-bit integers.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Takes the program's calls of calloc; the linker's --wrap redirects them.
+// Replaces calloc for the program: the linker's --wrap redirects its calls to here.
 #include "support/refused_allocation.h"
 
 #include <cstddef>

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-/// The text of a settings file with the defaults, but for these values by their labels.
+/// The text of a settings file with the defaults, except these values (by their labels).
 inline std::string settings_text(const std::map<std::string, std::string> &changes = {}) {
     const std::vector<std::pair<std::string, std::string>> defaults{
         {"gammas", "1.000000 1.000000 1.000000"},

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// A new folder that is removed with everything in it.
+/// A new folder that is removed at the end with everything in it.
 class TemporaryFiles {
 public:
     TemporaryFiles() {
@@ -34,7 +34,7 @@ public:
         return path(name);
     }
 
-    /// The whole file, empty if there is none.
+    /// The contents of a file; empty if there is none.
     std::string read(const std::string &name) const {
         std::ifstream file(path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

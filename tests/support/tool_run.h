@@ -14,29 +14,29 @@
 #include <unistd.h>
 #include <vector>
 
-/// What a program left.
+/// The result of a program.
 struct ToolRun {
-    /// The exit code, or minus the number of the signal that ended it.
+    /// The exit code, or the negative number of the signal that ended the program.
     int exit_code = 0;
     std::string output;
     std::string errors;
 };
 
-/// Where and with what a program runs.
+/// Where and how a program runs.
 struct ToolPlace {
     /// The current directory.
     std::string folder;
     /// TMPDIR.
     std::string temporary_folder;
-    /// Called with the process's number while it runs, if set.
+    /// If set, called with the process's number while it runs.
     std::function<void(pid_t)> meanwhile;
-    /// Descriptors of 0 to 2 that are closed when the program starts; nothing of them is read back.
+    /// Those of the descriptors 0 to 2 that are closed when the program starts.
     std::vector<int> closed = {};
-    /// Opened as standard error, if set, such as a terminal; otherwise that becomes `ToolRun::errors`.
+    /// If set, opened as standard error, such as a terminal. Otherwise `ToolRun::errors` has what is printed.
     std::string error_device = {};
 };
 
-/// Runs a program of the build with these arguments and waits for its end.
+/// Runs a built program with these arguments and waits for its end.
 inline ToolRun run_tool(const std::string &name, const std::vector<std::string> &arguments,
                         const ToolPlace &place) {
     const TemporaryFiles files;

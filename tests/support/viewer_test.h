@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests of the running viewer share: settings folders of their own, the state as text, and the ends of a
-// run.
+// What tests of the running viewer share: settings folders, the state as text, and checks of how a run ended.
 #pragma once
 
 #include "main_68k/viewer_state.h"
@@ -19,7 +18,7 @@
 #include <utility>
 #include <vector>
 
-/// Every field of the state, one line each, numbers exact.
+/// Every field of the state, one line each, with exact numbers.
 inline std::vector<std::string> state_as_lines(const ViewerState &state) {
     std::vector<std::string> lines;
     const auto add = [&lines](const char *name, double value) {
@@ -73,21 +72,31 @@ inline std::vector<std::string> texts_drawn(const ProgramRun &run) {
     return texts;
 }
 
-/// How many calls begin like this.
+/// How many calls begin with this text.
 inline int count_calls(const ProgramRun &run, const std::string &beginning) {
     return static_cast<int>(std::count_if(run.calls.begin(), run.calls.end(), [&](const std::string &call) {
         return call.starts_with(beginning);
     }));
 }
 
-/// The position of the first call that begins like this; the number of calls if there is none.
+/// The position of the first call that begins with this text; the number of calls if there is none.
 inline std::ptrdiff_t call_place(const ProgramRun &run, const std::string &beginning) {
     return std::find_if(run.calls.begin(), run.calls.end(),
                         [&](const std::string &call) { return call.starts_with(beginning); }) -
            run.calls.begin();
 }
 
-/// Checks that a run ended with this output through a failure, and gave everything back.
+/// A file requester's answer.
+inline offscreen::Answer chosen_file(const std::string &drawer, const std::string &name) {
+    return {offscreen::FileAnswer{drawer, name}, {}};
+}
+
+/// A screen-mode requester's answer.
+inline offscreen::Answer chosen_mode(ULONG mode_id, ULONG width, ULONG height) {
+    return {{}, offscreen::ModeAnswer{mode_id, width, height}};
+}
+
+/// Checks that a run failed with this output and gave everything back.
 inline void expect_failure(const ProgramRun &run, const std::string &output) {
     EXPECT_EQ(run.exit_code, 20);
     EXPECT_EQ(run.output, output);
@@ -95,17 +104,17 @@ inline void expect_failure(const ProgramRun &run, const std::string &output) {
     EXPECT_EQ(run.held, std::vector<std::string>{});
 }
 
-/// Checks that a run ended as a user ends it, with only this on standard error, and gave everything back.
+/// Checks that a run ended normally with only this on standard error, and gave everything back.
 inline void expect_normal_end(const ProgramRun &run, const std::string &errors = "") {
     EXPECT_EQ(run.exit_code, 0) << run.output;
     EXPECT_EQ(run.errors, errors);
     EXPECT_EQ(run.held, std::vector<std::string>{});
 }
 
-/// Tests whose runs have settings folders of their own, empty at first.
+/// Tests whose runs have their own settings folders, empty at first.
 class ViewerTest : public testing::Test {
 protected:
-    /// A run starts with the state of this process, which tests of single functions leave changed.
+    /// A run begins with the state of this process, which other tests may have changed.
     ViewerTest() { reset_program_state(); }
 
     /// A set-up without a settings file, so that the screen-mode requester opens the display.
@@ -116,7 +125,7 @@ protected:
         return setup;
     }
 
-    /// A set-up with a settings file that holds the defaults but for these values.
+    /// A set-up with a settings file that has the defaults except these values.
     offscreen::Setup later_start(int passes = 1,
                                  const std::map<std::string, std::string> &changes = {}) const {
         env.write("Zelvo.vars", settings_text(changes));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Takes the program's calls of free; the linker's --wrap redirects them.
+// Replaces free for the program: the linker's --wrap redirects its calls to here.
 #include "support/watched_memory.h"
 
 #include "platform/offscreen/host.h"
@@ -14,7 +14,7 @@ struct Watched {
     const char *name;
 };
 
-/// Arrays that never allocate, since freeing is what is watched.
+/// Fixed arrays, so that recording never allocates or frees memory.
 std::array<Watched, 32> watched{};
 std::size_t watched_count = 0;
 struct Freed {

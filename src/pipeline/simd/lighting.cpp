@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The light of several faces or points at once, by the operations of face_light and vertex_light. A vector
-// has as many lanes as it holds doubles, since the square root and the quotient are taken in double, where
-// the plain form does.
+// has as many lanes as it holds doubles, since the square root and the quotient are computed in double, as in
+// the plain form.
 #include "pipeline/lighting.h"
 
 #include "main_68k/viewer_state.h"

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Requesters that are answered from the script.
+// Answers requesters from the script.
 #include "platform/offscreen/state.h"
 
 namespace offscreen {
 
 namespace {
 
-/// Takes the next answer if it is meant for this kind of requester; otherwise it stays for the next
-/// requester.
+/// Takes the next answer if it is for this kind of requester; otherwise leaves it for the next requester.
 std::optional<Answer> take_answer(bool (*is_for)(const Answer &)) {
     std::deque<Answer> &answers = state.setup.answers;
     if (answers.empty() || !is_for(answers.front())) {

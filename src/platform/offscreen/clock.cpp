@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A clock that advances by the same amount with each reading, or the real one, and a display whose refresh
-// never has to be waited for.
+// A clock that advances by the same amount with each reading, or the real one. Waiting for the display's
+// refresh returns at once.
 #include "platform/graphics.h"
 #include "platform/lowlevel.h"
 #include "platform/offscreen/state.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files offscreen: volumes as folders, and files that replace others.
+// Opens files: maps volumes to folders, and replaces the files that the set-up names.
 #include "platform/dos.h"
 
 #include "platform/offscreen/state.h"
@@ -26,7 +26,7 @@ std::FILE *open_file(const char *name, const char *mode) {
     std::FILE *file = host::open_plain_file(path, mode, [name = std::string(name), path](int error) {
         host::report_failed_save(name, path, error);
     });
-    // Settings that were saved on a desktop may name a texture in its form.
+    // Settings that were saved on a desktop may have a texture's name with its blanks replaced.
     const bool may_be_written_otherwise = file == nullptr && mode[0] == 'r';
     return may_be_written_otherwise ? host::open_plain_file(host::with_blanks(path), mode) : file;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The offscreen host's set-up, its passes, and what it refuses.
+// The offscreen host: its set-up, its passes, and the calls that it refuses.
 #include "platform/offscreen/host.h"
 
 #include "platform/key_codes.h"
@@ -50,7 +50,7 @@ std::optional<IntuiMessage> next_event() {
 
 void begin_pass(const UBYTE *pixels, int width, int height) {
     if (state.is_escape_sent) {
-        // It would never end.
+        // A program that ignores Esc would run forever.
         std::fputs("zelvo: the program goes on after Esc\n", stderr);
         std::abort();
     }
@@ -63,8 +63,8 @@ void begin_pass(const UBYTE *pixels, int width, int height) {
     }
 }
 
-/// Counts a call that could be refused. It is refused by its name, by its number among the calls of this
-/// name, by its first argument, or by its number among all calls.
+/// Counts a call that can be refused, and decides by its name, by its number among the calls of that name, by
+/// its first argument, or by its number among all calls.
 bool is_refused(const std::string &call, const std::string &argument) {
     const int point = ++state.refusable_points;
     const int count = ++state.call_counts[call];

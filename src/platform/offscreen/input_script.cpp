@@ -18,8 +18,8 @@ bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-/// Where the quoted word that begins at `at` ends: at the first double quote that a blank or the line's end
-/// follows; npos if there is none.
+/// The end of the quoted word that begins at `at`: the first double quote before a blank or the end of the
+/// line; npos if there is none.
 std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
     std::size_t end = line.find('"', at + 1);
     while (end != std::string::npos && end + 1 < line.size() && !is_blank(line[end + 1])) {
@@ -28,8 +28,8 @@ std::size_t end_of_quoted_word(const std::string &line, std::size_t at) {
     return end;
 }
 
-/// Splits a line at blanks, except those in a quoted word, which loses its quotes. A double quote alone is a
-/// character like any other; nothing if a longer word begins with one that is not closed.
+/// Splits a line at blanks. A quoted word may contain blanks and loses its quotes. A word of one double quote
+/// is that character. Nothing if a longer word begins with a double quote that is not closed.
 std::optional<Words> split(const std::string &line) {
     Words words;
     std::size_t at = 0;
@@ -56,7 +56,7 @@ std::optional<Words> split(const std::string &line) {
     }
 }
 
-/// A whole word as a number within these bounds.
+/// Reads a whole word as a number within these bounds.
 std::optional<std::int64_t> number(const std::string &word, std::int64_t lowest, std::int64_t highest) {
     const bool is_hexadecimal = word.starts_with("0x") || word.starts_with("0X");
     const char *first = word.data() + (is_hexadecimal ? 2 : 0);
@@ -135,7 +135,7 @@ std::optional<Event> parse_event(const Words &words) {
 }
 
 std::optional<Answer> parse_mode_answer(const Words &words) {
-    // Sizes may be impossible ones: what a requester can hold is not what a screen can show.
+    // Sizes that no screen can have are allowed: a requester can return them.
     constexpr std::int64_t lowest = std::numeric_limits<LONG>::min();
     constexpr std::int64_t highest = std::numeric_limits<LONG>::max();
     const auto mode_id = number(words[2], lowest, std::numeric_limits<ULONG>::max());
@@ -162,8 +162,68 @@ std::optional<Answer> parse_answer(const Words &words) {
     return std::nullopt;
 }
 
-/// Takes one line into the script; what is wrong with it, or nothing.
+/// Appends a line to what a settings file holds. The lines' ends are between them, so that the file's last
+/// line has one only if an empty line comes after it.
+void add_settings_line(const std::string &volume, const std::string &text, Setup &script) {
+    const bool is_first = !script.settings.contains(volume);
+    std::string &settings = script.settings[volume];
+    settings += (is_first ? "" : "\n") + text;
+}
+
+/// Takes a line of a settings file, whose text is everything after the first blank; false if it is none.
+bool read_settings_line(const std::string &line, Setup &script) {
+    const std::size_t end = std::min(line.find(' '), line.size());
+    const std::string word = line.substr(0, end);
+    const std::string text = line.substr(std::min(end + 1, line.size()));
+    if (word == "env") {
+        add_settings_line("ENV", text, script);
+    } else if (word == "envarc") {
+        add_settings_line("ENVARC", text, script);
+    }
+    return word == "env" || word == "envarc";
+}
+
+std::optional<RecordedFrames> parse_frames(const Words &words) {
+    const auto passes =
+        words.size() == 3 ? number(words[1], 0, std::numeric_limits<int>::max()) : std::nullopt;
+    std::uint64_t sum = 0;
+    if (!passes || words[2].size() != 18 || !words[2].starts_with("0x")) {
+        return std::nullopt;
+    }
+    const char *last = words[2].data() + words[2].size();
+    const auto [end, error] = std::from_chars(words[2].data() + 2, last, sum, 16);
+    return error == std::errc{} && end == last ? std::optional(RecordedFrames{static_cast<int>(*passes), sum})
+                                               : std::nullopt;
+}
+
+/// Takes a line about the whole run; nothing if it is none, otherwise whether it is well-formed.
+std::optional<bool> read_run_line(const Words &words, Setup &script) {
+    if (words[0] == "object" && words.size() == 2) {
+        script.command_line = {words[1]};
+        return true;
+    }
+    if (words[0] == "file" && words.size() == 3) {
+        script.stand_ins[words[1]] = words[2];
+        return true;
+    }
+    if (words[0] == "passes" && words.size() == 2) {
+        const auto passes = number(words[1], 1, std::numeric_limits<int>::max());
+        script.last_pass = static_cast<int>(passes.value_or(0));
+        return passes.has_value();
+    }
+    if (words[0] == "frames") {
+        script.recorded_frames = parse_frames(words);
+        return script.recorded_frames.has_value();
+    }
+    const bool is_about_run = words[0] == "object" || words[0] == "file" || words[0] == "passes";
+    return is_about_run ? std::optional(false) : std::nullopt;
+}
+
+/// Adds one line to the script; returns what is wrong with it, or nothing.
 std::optional<std::string> read_line(const std::string &line, Setup &script) {
+    if (read_settings_line(line, script)) {
+        return std::nullopt;
+    }
     const std::optional<Words> split_line = split(line);
     if (!split_line) {
         return "a double quote is not closed";
@@ -171,6 +231,9 @@ std::optional<std::string> read_line(const std::string &line, Setup &script) {
     const Words &words = *split_line;
     if (words.empty() || words[0][0] == '#') {
         return std::nullopt;
+    }
+    if (const std::optional<bool> is_well_formed = read_run_line(words, script)) {
+        return *is_well_formed ? std::nullopt : std::optional("not a line about a run: " + line);
     }
     if (words[0] == "answer") {
         const std::optional<Answer> answer = parse_answer(words);
@@ -191,7 +254,9 @@ std::optional<std::string> read_line(const std::string &line, Setup &script) {
 } // namespace
 
 std::optional<ScriptError> read_script(std::istream &script, Setup &setup) {
-    Setup read;
+    Setup read = setup;
+    read.events.clear();
+    read.answers.clear();
     std::string line;
     for (int number = 1; std::getline(script, line); ++number) {
         if (const std::optional<std::string> error = read_line(line, read)) {
@@ -200,8 +265,7 @@ std::optional<ScriptError> read_script(std::istream &script, Setup &setup) {
     }
     std::stable_sort(read.events.begin(), read.events.end(),
                      [](const Event &a, const Event &b) { return a.pass < b.pass; });
-    setup.events = std::move(read.events);
-    setup.answers = std::move(read.answers);
+    setup = std::move(read);
     return std::nullopt;
 }
 

@@ -9,20 +9,20 @@
 
 namespace offscreen {
 
-/// The host's own state, beside what the program holds of it. Started anew by set_up.
+/// The host's own state. Reset by set_up.
 struct State {
     Setup setup;
     int pass = 0;
-    /// A frame was written in this pass, and its picture not delivered yet.
+    /// Whether a frame was written in this pass and its picture was not delivered yet.
     bool picture_due = false;
-    /// The program was sent the host's own Esc, and ends with this pass.
+    /// Whether the host has sent Esc to the program, which must end with this pass.
     bool is_escape_sent = false;
     int refusable_points = 0;
     std::map<std::string, int> call_counts;
 };
 extern State state;
 
-/// Set by request_quit; outside the state, since a signal may come at any time.
+/// Set by request_quit. Not part of the state, because a signal handler may set it.
 extern volatile std::sig_atomic_t quit_requested;
 
 /// Answers a file requester from the script.

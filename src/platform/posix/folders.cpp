@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Finds, guards and makes the settings folders, by the desktop's base-directory rules.
+// Finds, checks and creates the settings folders by the XDG base-directory rules.
 #include "platform/posix/folders.h"
 
 #include <cerrno>
@@ -17,10 +17,10 @@ namespace host {
 
 namespace {
 
-/// Only the user may look into a folder of settings.
+/// Only the user may read a folder of settings.
 constexpr mode_t private_mode = 0700;
 
-/// An absolute path from the environment; relative ones must be ignored.
+/// An absolute path from the environment. The rules say to ignore relative ones.
 std::optional<fs::path> path_variable(const char *name) {
     const char *value = std::getenv(name);
     return value != nullptr && value[0] == '/' ? std::optional<fs::path>(value) : std::nullopt;
@@ -36,7 +36,7 @@ std::optional<fs::path> home() {
 
 enum class Ownership { missing, own, foreign };
 
-/// A link, a file, somebody else's folder, or one that others may write to is foreign.
+/// Foreign is a link, a file, another user's folder, or a folder that others may write to.
 Ownership ownership(const fs::path &folder) {
     struct stat status {};
     if (lstat(folder.c_str(), &status) != 0) {
@@ -46,7 +46,7 @@ Ownership ownership(const fs::path &folder) {
     return is_own ? Ownership::own : Ownership::foreign;
 }
 
-/// Where this login's folder is or will be.
+/// The path of this login's folder, whether it exists or not.
 fs::path session_path() {
     if (const auto runtime = path_variable("XDG_RUNTIME_DIR")) {
         if (ownership(*runtime) == Ownership::own) {
@@ -58,7 +58,7 @@ fs::path session_path() {
     return (error ? fs::path("/tmp") : temporary) / ("zelvo-" + std::to_string(geteuid()));
 }
 
-/// Copies what a folder's files hold; hidden ones are unfinished.
+/// Copies a folder's files except hidden ones, which are unfinished saves.
 void copy_files(const fs::path &from, const fs::path &to) {
     std::error_code error;
     for (fs::directory_iterator at(from, error); !error && at != fs::directory_iterator();
@@ -70,8 +70,8 @@ void copy_files(const fs::path &from, const fs::path &to) {
     }
 }
 
-/// Makes the folder complete before it gets its name, so that no other start ever sees it half copied. If
-/// another start was faster, its folder stays.
+/// Fills the folder before it gets its name, so that another process never sees it half copied. If another
+/// process was faster, its folder stays.
 void make_session_folder(const fs::path &folder) {
     std::string unfinished = folder.string() + ".XXXXXX";
     if (mkdtemp(unfinished.data()) == nullptr) {
@@ -124,8 +124,11 @@ bool make_lasting_settings_folder(const std::string &folder) {
 
 std::string installed_data_path(const std::string &file) {
     std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return (program.parent_path() / ZELVO_DATA_FROM_PROGRAM / file).lexically_normal().string();
+    const fs::path programs = fs::read_symlink("/proc/self/exe", error).parent_path();
+    const fs::path installed = (programs / ZELVO_DATA_FROM_PROGRAM / file).lexically_normal();
+    // The build tree, whatever the folders of its installation.
+    const fs::path built = (programs / "../share/zelvo" / file).lexically_normal();
+    return (fs::exists(built, error) && !fs::exists(installed, error) ? built : installed).string();
 }
 
 } // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a desktop keeps settings and data.
+// Where settings and data are on a desktop.
 #pragma once
 
 #include <optional>
@@ -7,16 +7,16 @@
 
 namespace host {
 
-/// The folder of the settings that are kept for good: $XDG_CONFIG_HOME/zelvo, by default ~/.config/zelvo. It
-/// need not exist. Nothing if the user has no home.
+/// The folder of the lasting settings: $XDG_CONFIG_HOME/zelvo, by default ~/.config/zelvo. It need not exist.
+/// Nothing if the user has no home folder.
 std::optional<std::string> lasting_settings_folder();
 
-/// The folder of this login's settings: $XDG_RUNTIME_DIR/zelvo, or without a usable one a folder of the
-/// user's own below the system's temporary directory. Made at its first use, as a copy of the lasting
-/// settings. Nothing if it would not be the user's alone; the reason goes to standard error.
+/// The folder of this login's settings: $XDG_RUNTIME_DIR/zelvo, or a folder in the system's temporary
+/// directory if that variable is not usable. Created at its first use as a copy of the lasting settings.
+/// Nothing if others can write to it, with the reason on standard error.
 std::optional<std::string> session_settings_folder();
 
-/// Makes the lasting folder, with those above it; false if that fails, with the reason in errno.
+/// Creates the lasting folder and its parents; false if that fails, with the reason in errno.
 bool make_lasting_settings_folder(const std::string &folder);
 
 /// The path of a file that was installed with the program; it need not exist.

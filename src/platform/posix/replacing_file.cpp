@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A C stream over the bytes to be saved; the stream's own closing brings them to the disk.
+// The C stream collects the bytes in memory; closing it writes them to the disk.
 #include "platform/posix/replacing_file.h"
 
 #include <cerrno>
@@ -17,7 +17,7 @@ namespace host {
 
 namespace {
 
-/// As many links as the system itself follows.
+/// The system itself follows this many links.
 constexpr int most_links = 40;
 
 /// Owns a file descriptor; none if negative.
@@ -34,19 +34,19 @@ public:
     bool is_open() const { return number >= 0; }
     int get() const { return number; }
 
-    /// Whether the system took everything that was written.
+    /// Closes the file; whether the system accepted everything that was written.
     bool close_now() { return number < 0 || close(std::exchange(number, -1)) == 0; }
 
 private:
     int number;
 };
 
-/// What the stream needs to know about its two files.
+/// The stream's data.
 struct Save {
     std::string path;
-    /// The file that is there, opened for writing; none if there is none.
+    /// The existing file, opened for writing; not open if there is none.
     Descriptor existing;
-    /// The hidden file beside it; none if none could be made.
+    /// The hidden file beside it; not open if it could not be created.
     Descriptor partial;
     std::string partial_path;
     std::string bytes;
@@ -71,13 +71,13 @@ bool write_all(const Descriptor &file, const std::string &bytes) {
     return true;
 }
 
-/// The bytes reach the disk before the name does, so that not even a power failure leaves an empty file.
+/// The bytes are on the disk before the rename, so that even a power failure cannot leave an empty file.
 bool replace(Save &save) {
     return write_all(save.partial, save.bytes) && fsync(save.partial.get()) == 0 &&
            save.partial.close_now() && std::rename(save.partial_path.c_str(), save.path.c_str()) == 0;
 }
 
-/// Sets errno; true if it is no error.
+/// Sets errno; true if this is not an error.
 bool is_none(int error) {
     errno = error;
     return error == 0;
@@ -100,8 +100,9 @@ bool write_in_place(Save &save) {
            fsync(save.existing.get()) == 0 && save.existing.close_now();
 }
 
-/// Whether a file of this name may be written although the folder does not let it be replaced: the folder is
-/// not the user's, or is one where only owners replace their files, or the file is a mount of its own.
+/// Whether the folder, not the file, refused the replacement, so that the file itself may still be writable.
+/// The folder may belong to another user, or only let owners replace their files, or the file may be a mount
+/// point.
 bool is_folders_refusal(int error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
 }
@@ -139,7 +140,7 @@ int close_stream(void *cookie) {
     return EOF;
 }
 
-/// Where a chain of links ends, whether there is a file or not; nothing if it goes in a circle.
+/// The path where a chain of links ends, whether that file exists or not; nothing if the chain is a circle.
 std::optional<std::string> end_of_links(const std::string &path) {
     std::filesystem::path end(path);
     for (int links = 0; links <= most_links; ++links) {
@@ -155,7 +156,7 @@ std::optional<std::string> end_of_links(const std::string &path) {
     return std::nullopt;
 }
 
-/// The mode of the file that is replaced, or what a new file gets.
+/// The mode of the existing file, or the mode of a new one.
 mode_t mode_for(const Descriptor &existing) {
     struct stat status {};
     if (existing.is_open() && fstat(existing.get(), &status) == 0) {
@@ -171,7 +172,7 @@ std::string hidden_name_beside(const std::string &path) {
     return (whole.parent_path() / ("." + whole.filename().string() + ".XXXXXX")).string();
 }
 
-/// Makes the hidden file; false if neither that nor an existing file can be written.
+/// Creates the hidden file; false if that fails and there is no existing file to write in place.
 bool make_partial(Save &save) {
     save.partial_path = hidden_name_beside(save.path);
     save.partial = Descriptor(mkostemp(save.partial_path.data(), O_CLOEXEC));
@@ -193,7 +194,7 @@ std::unique_ptr<Save> begin(const std::string &path) {
     }
     auto save = std::make_unique<Save>();
     save->path = *end;
-    // A rename would not mind that the file it replaces is read-only.
+    // rename() would also replace a read-only file, so check that the file can be written.
     save->existing = Descriptor(open(end->c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     if (!save->existing.is_open() && errno != ENOENT) {
         return nullptr;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opening files by path. What is saved replaces an older file only when it is whole.
+// Opening files by path. A saved file replaces an older one only when it is complete.
 #pragma once
 
 #include <cstdio>
@@ -8,31 +8,28 @@
 
 namespace host {
 
-/// Called with the reason, a value of errno, when a file could not be opened for saving, or not be saved when
-/// it was closed.
+/// Called with a value of errno when a file could not be opened for saving, or could not be saved on closing.
 using OnFailedSave = std::function<void(int error)>;
 
-/// Opens a file for saving. Nothing changes before it is closed; then its bytes go into a hidden file beside
-/// `path`, which takes the place of what was there. If that fails (a full disk), the hidden file is removed,
-/// what was at `path` stays whole, and fclose returns EOF. An existing file keeps its mode. A link is
-/// followed, so that its target is replaced, or made where there is none yet.
+/// Opens a file for saving. The file at `path` does not change before the stream is closed; then the bytes go
+/// into a hidden file beside it, which replaces it. If that fails (a full disk), the hidden file is removed,
+/// the old file stays whole, and fclose returns EOF. An existing file keeps its mode. A link is followed: its
+/// target is replaced, or created.
 ///
-/// Where no file can be made beside it, or none can take its place, an existing file is written in place: not
-/// before the disk has room for it, but a program that reads it in that moment, or a crash then, may find it
-/// half written.
+/// If the folder does not let a file be created or replaced, the existing file is written in place. The room
+/// on the disk is reserved first, but a reader or a crash at that moment may find the file half written.
 ///
-/// Null if an existing file may not be written, or a new one not be made.
+/// Null if an existing file may not be written, or a new one cannot be created.
 std::FILE *open_for_saving(const std::string &path, OnFailedSave on_failure = {});
 
-/// fopen for things that can be read and written like files: regular ones and character devices. A folder, a
-/// pipe or a socket gives null, since one cannot be read and the others may block for ever. What is written
-/// is saved when it is closed (open_for_saving); `on_failed_save` is called if it cannot be opened or saved.
+/// fopen for regular files and character devices only. A folder cannot be read, and a pipe or a socket may
+/// block forever, so these give null. A file opened for writing is saved when it is closed (open_for_saving);
+/// `on_failed_save` is called if it cannot be opened or saved.
 std::FILE *open_plain_file(const std::string &path, const char *mode,
                            const OnFailedSave &on_failed_save = {});
 
-/// Says on standard error that what was written under a name of the program was not saved, its path (empty if
-/// there is none), and why, by a value of errno. Returns that text, a line
-/// without its end.
+/// Says on standard error that the file that the program calls `name` was not saved at `path` (empty if it
+/// has none), and why. Returns that line, without its end.
 std::string report_failed_save(const std::string &name, const std::string &path, int error);
 
 } // namespace host

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Starts SDL with what this viewer wants of it.
+// Starts SDL with the settings that this viewer needs.
 #include "platform/sdl/display_connection.h"
 
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
+#include "platform/sdl/surroundings.h"
 #include "platform/sdl/x11_keyboard.h"
 
 #include <SDL.h>
@@ -20,7 +21,7 @@ namespace host {
 
 namespace {
 
-/// Sets a variable of the process's environment for as long as it lives.
+/// Sets a variable of the process's environment as long as this object exists.
 class TemporaryVariable {
 public:
     TemporaryVariable(const char *variable, const char *value) : name(variable) {
@@ -44,26 +45,27 @@ bool connect_display() {
     if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
         return true;
     }
-    // Signals are this host's own affair; a viewer that runs unattended lets the screen saver come; and no
-    // window of it is worth switching the desktop's composition off.
+    // This host handles signals itself. The screen saver may start while the viewer runs unattended. The
+    // viewer's window is no reason to switch the desktop's composition off.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
-    // A tap is no click: it would end the viewer.
+    // SDL must not turn a tap into a click, because a click ends the viewer.
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
-    // The software renderer is for those whom OpenGL fails, so its pictures must not go through OpenGL.
+    // The software renderer is used where OpenGL fails, so its pictures must not go through OpenGL.
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_APP_NAME, "Zelvo");
     SDL_SetHint("SDL_VIDEO_X11_WMCLASS", "zelvo");
     SDL_SetHint("SDL_VIDEO_WAYLAND_WMCLASS", "zelvo");
-    // Commands are single keys: an input method that collects them into words would keep them from the
-    // viewer. Requesters keep theirs, since names are words.
+    // Commands are single keys, and an input method that collects keys into words would hold them back.
+    // Requesters keep their input method, because names are words.
     const TemporaryVariable no_input_method("XMODIFIERS", "@im=none");
+    prepare_for_opengl();
     SDL_SetMainReady();
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
         return complain("no display");
     }
-    // Drivers that show nothing are for those who ask for them.
+    // A driver that shows nothing is used only if the user asks for it.
     const bool shows_nothing = std::string(SDL_GetCurrentVideoDriver()) == "offscreen";
     if (shows_nothing && SDL_GetHint(SDL_HINT_VIDEODRIVER) == nullptr) {
         SDL_QuitSubSystem(SDL_INIT_VIDEO);

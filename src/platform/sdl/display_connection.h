@@ -4,13 +4,12 @@
 
 namespace host {
 
-/// Starts SDL's video for this viewer, unless it is started; false if there is no display. The reason goes to
-/// standard error. disconnect_display ends it.
+/// Starts SDL's video for this viewer if it is not running yet; disconnect_display ends it. Returns false if
+/// there is no display, with the reason on standard error.
 bool connect_display();
 
-/// Whether the connection to a Wayland compositor is broken. SDL must then be asked for no more events:
-/// libdecor 0.1, which it asks first, waits for ever until the events that came before the break are handled,
-/// which no longer happens.
+/// Whether the connection to a Wayland compositor is broken. SDL must then be asked for no more events: it
+/// asks libdecor first, and libdecor 0.1 waits forever for events from before the break that nobody handles.
 bool is_display_lost();
 
 /// Writes what failed, and SDL's reason, to standard error. Returns false.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The protocol's first version: GTK 3 imports no names of the second.
+// Uses the first version of the protocol, because GTK 3 cannot import names of the second.
 #include "platform/sdl/exported_window.h"
 
 #include <cstdint>
@@ -25,7 +25,7 @@ void take_name(void *name, zxdg_exported_v1 *, const char *given) {
     *static_cast<std::string *>(name) = given;
 }
 
-/// The compositor's registry, whose answers and those of all that is made with it wait in `queue`.
+/// The compositor's registry. Events for it, and for objects made with it, go to `queue`.
 wl_registry *registry_for(wl_display *connection, wl_event_queue *queue) {
     void *wrapper = wl_proxy_create_wrapper(connection);
     wl_proxy_set_queue(static_cast<wl_proxy *>(wrapper), queue);

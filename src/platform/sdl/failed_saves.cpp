@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Standard error for those who can see it, one requester for the others.
+// Every failed save is reported on standard error. If that is no terminal, a requester reports the first one.
 #include "platform/sdl/failed_saves.h"
 
 #include "platform/posix/replacing_file.h"
-#include "platform/window/picture_window.h"
-#include "platform/window/requesters.h"
-#include "platform/window/windowed_host.h"
+#include "platform/sdl/notice.h"
 
 #include <unistd.h>
 
@@ -13,20 +11,18 @@ namespace host {
 
 namespace {
 
-/// Whether the requester was shown; once is enough, since the reason is most often the same. Written here.
+/// Whether the requester was shown. Once is enough, since later saves usually fail for the same reason.
+/// Written by tell_of_failed_save.
 bool was_told = false;
 
 } // namespace
 
 void tell_of_failed_save(const std::string &name, const std::string &path, int error) {
     const std::string text = report_failed_save(name, path, error);
-    if (was_told || isatty(STDERR_FILENO) != 0 || !can_show_requesters()) {
-        return;
+    if (!was_told && isatty(STDERR_FILENO) == 0) {
+        was_told = true;
+        show_notice_over_viewer("Zelvo: settings not saved", text);
     }
-    was_told = true;
-    make_room_for_requester();
-    show_notice("Zelvo: settings not saved", text, order_to_requester);
-    return_from_requester();
 }
 
 } // namespace host

@@ -7,10 +7,10 @@
 
 namespace host {
 
-/// The path of a name, in which blanks may be written as without_blanks does: one of the volumes ENV:
-/// and ENVARC: is in its folder, which is made for writing; the file that is installed with the program is
-/// the one in the current directory, or else the installed one; any other name is a path already. Nothing if
-/// a volume has no folder; errno then says why.
+/// The path of a name, in which without_blanks may have replaced the blanks. A name on ENV: or ENVARC: is in
+/// that volume's folder, which is created for writing. A file that is installed with the program is looked
+/// for in the current directory first. Any other name is a path already. Nothing if a volume has no folder;
+/// errno then says why.
 std::optional<std::string> path_of_name(const std::string &name, bool is_for_writing);
 
 } // namespace host

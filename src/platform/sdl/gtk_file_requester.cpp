@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The desktop's own file chooser, which inside a sandbox is the portal's.
+// The desktop's native file chooser; inside a sandbox, the portal's.
 #include "platform/sdl/gtk_loop.h"
 #include "platform/sdl/gtk_words.h"
 #include "platform/sdl/requester_parent.h"
@@ -8,7 +8,8 @@ namespace host {
 
 namespace {
 
-/// A chooser in either of its forms: the toolkit's dialog, or a stand-in for the portal's.
+/// A file chooser: either the toolkit's dialog or the native object through which the portal shows its own.
+/// The other pointer is null.
 struct Chooser {
     GtkDialog *dialog;
     GtkNativeDialog *native;
@@ -18,8 +19,8 @@ GtkFileChooser *contents(const Chooser &chooser) {
     return chooser.dialog != nullptr ? GTK_FILE_CHOOSER(chooser.dialog) : GTK_FILE_CHOOSER(chooser.native);
 }
 
-/// Inside a sandbox only the portal sees the user's files. Where it is missing, its stand-in shows the
-/// toolkit's dialog.
+/// Inside a sandbox only the portal can see the user's files. If there is no portal, the native chooser shows
+/// the toolkit's dialog.
 bool is_in_sandbox() {
     const char *wish = g_getenv("GTK_USE_PORTAL");
     return (wish != nullptr && wish[0] == '1') || g_getenv("SNAP") != nullptr ||
@@ -42,7 +43,7 @@ Chooser make_chooser(const std::string &title) {
     return {GTK_DIALOG(dialog), nullptr};
 }
 
-/// Also after an answer: the portal's is taken away with each.
+/// Must be called again after each answer, because the portal closes its chooser.
 void show(const Chooser &chooser) {
     if (chooser.dialog != nullptr) {
         gtk_window_present(GTK_WINDOW(chooser.dialog));
@@ -91,7 +92,7 @@ std::optional<std::string> chosen_path(GtkFileChooser *chooser) {
     return path;
 }
 
-/// Says over the chooser that a file cannot be opened, and why, until the user has read it.
+/// Shows above the chooser that a file cannot be opened, and why, until the user closes the message.
 void refuse(const Chooser &chooser, const std::string &path, int error, const WhileOpen &while_open) {
     GtkWindow *parent = chooser.dialog != nullptr ? GTK_WINDOW(chooser.dialog) : nullptr;
     char *name = g_filename_display_basename(path.c_str());
@@ -111,7 +112,7 @@ void refuse(const Chooser &chooser, const std::string &path, int error, const Wh
     gtk_widget_destroy(message);
 }
 
-/// Shows the chooser until it is left with a file that can be opened, or cancelled.
+/// Shows the chooser until the user chooses a file that can be opened, or cancels.
 std::optional<std::string> choose(const Chooser &chooser, const FileQuestion &question,
                                   const WhileOpen &while_open) {
     for (;;) {

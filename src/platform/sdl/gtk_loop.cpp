@@ -3,6 +3,8 @@
 #include "platform/sdl/gtk_loop.h"
 
 #include "platform/sdl/requester_parent.h"
+#include "platform/sdl/surroundings.h"
+#include "platform/sdl/window_icon.h"
 
 #include <algorithm>
 #include <clocale>
@@ -15,7 +17,7 @@ namespace {
 
 constexpr guint while_open_milliseconds = 50;
 
-/// The most events that a pass handles, so that they cannot make it long.
+/// The most events that one pass handles, so that a pass stays short.
 constexpr int events_per_pass = 32;
 
 /// Whether the toolkit has a display. Written by can_show_requesters.
@@ -34,9 +36,14 @@ void take_response(gpointer, int response, Wait *wait) {
     g_main_loop_quit(wait->loop);
 }
 
-/// The close button and Esc are answers like any other. By default the toolkit destroys the dialog after such
-/// an answer, while its contents are still needed.
+/// Keeps a dialog that was closed with its close button or with Esc. The toolkit would destroy it, but its
+/// contents are still needed.
 gboolean stay_after_close(GtkWidget *, GdkEvent *, gpointer) {
+    return TRUE;
+}
+
+gboolean end_wait_and_stay(GtkWidget *, GdkEvent *, Wait *wait) {
+    g_main_loop_quit(wait->loop);
     return TRUE;
 }
 
@@ -51,12 +58,12 @@ gboolean poll_while_open(gpointer data) {
     return G_SOURCE_CONTINUE;
 }
 
-/// Whether a connection that is read from was closed by its other end.
+/// Whether the other end of a connection that this process reads from has closed it.
 bool is_lost(const GPollFD &connection) {
     return (connection.events & G_IO_IN) != 0 && (connection.revents & (G_IO_HUP | G_IO_ERR)) != 0;
 }
 
-/// What the toolkit's main loop waits for, without the wait.
+/// The state of all connections that the toolkit's main loop waits for, without waiting.
 std::vector<GPollFD> poll_connections(GMainContext *context, int priority) {
     int timeout = 0;
     const int count = g_main_context_query(context, priority, &timeout, nullptr, 0);
@@ -66,8 +73,8 @@ std::vector<GPollFD> poll_connections(GMainContext *context, int priority) {
     return connections;
 }
 
-/// One turn of the toolkit's main loop; false if it had nothing to do. The toolkit ends the process when it
-/// reads from a display that is gone. That is left to the window, which ends the program in an orderly way.
+/// One turn of the toolkit's main loop; false if there was nothing to do. When the display is gone this does
+/// nothing, because the toolkit would end the process; the window then ends the program in an orderly way.
 bool turn_once(GMainContext *context) {
     int priority = 0;
     g_main_context_prepare(context, &priority);
@@ -84,16 +91,20 @@ bool turn_once(GMainContext *context) {
 }
 
 bool start_toolkit() {
-    // Numbers are written and read with a point whatever the user's locale; only the toolkit's own words come
-    // in the user's language.
+    // Numbers have a decimal point in every locale; only messages are in the user's language.
     gtk_disable_setlocale();
     std::setlocale(LC_MESSAGES, "");
     g_set_prgname("zelvo");
     choose_the_viewers_display();
+    prepare_for_toolkit();
+    prepare_for_opengl();
     if (gtk_init_check(nullptr, nullptr) == 0) {
         std::fputs("zelvo: no requester: the desktop's toolkit finds no display\n", stderr);
         return false;
     }
+    // Window lists sort by this name, which is also that of the viewer's window and in the desktop entry.
+    gdk_set_program_class("zelvo");
+    give_requesters_icon();
     return true;
 }
 
@@ -130,6 +141,16 @@ int wait_for_response(gpointer requester, const WhileOpen &while_open) {
     g_signal_handler_disconnect(requester, handler);
     g_main_loop_unref(wait.loop);
     return wait.response;
+}
+
+void wait_until_closed(GtkWindow *window, const WhileOpen &while_open) {
+    Wait wait{g_main_loop_new(nullptr, FALSE), window, &while_open};
+    const gulong closing = g_signal_connect(window, "delete-event", G_CALLBACK(end_wait_and_stay), &wait);
+    const guint timer = g_timeout_add(while_open_milliseconds, poll_while_open, &wait);
+    g_main_loop_run(wait.loop);
+    g_source_remove(timer);
+    g_signal_handler_disconnect(window, closing);
+    g_main_loop_unref(wait.loop);
 }
 
 void settle() {

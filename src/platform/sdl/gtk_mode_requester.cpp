@@ -13,7 +13,7 @@ namespace host {
 
 namespace {
 
-/// The sizes to choose from: the common ones of the viewer's first home and of later displays.
+/// The sizes in the list: common ones of the Amiga and of later displays.
 struct Size {
     int width;
     int height;
@@ -33,10 +33,10 @@ constexpr std::array<Size, 12> usual_sizes{{
     {2560, 1440},
 }};
 
-/// The first entry of the list of sizes means any size that is not in it.
+/// The first entry of the list means every size that is not in it.
 constexpr int other_size = 0;
 
-/// The dialog's parts that hold what the user chose, and what it says about that.
+/// The dialog with its fields, and the line of text that comments on them.
 struct ModeDialog {
     GtkWidget *dialog;
     GtkComboBoxText *mode;
@@ -66,7 +66,7 @@ void take_usual_size(GtkComboBox *combo_box, ModeDialog *dialog) {
     }
 }
 
-/// Shows which usual size was typed, or that it is another one.
+/// Selects the list entry that matches the typed size.
 void name_typed_size(ModeDialog *dialog, int index) {
     auto *combo_box = GTK_COMBO_BOX(dialog->size);
     g_signal_handlers_block_by_func(combo_box, reinterpret_cast<gpointer>(take_usual_size), dialog);
@@ -95,8 +95,8 @@ std::string side_notice() {
            std::to_string(largest_side) + ".";
 }
 
-/// Follows what is typed: a size that no screen can have cannot be confirmed. One that is too large for the
-/// machine's memory is only marked, since the machine may have more than it reports.
+/// Checks the size as the user types it. A size that no screen can have cannot be confirmed. A size too large
+/// for the machine's memory is only marked, because the machine may have more memory than it reports.
 void check_typed_size(GtkEditable *, ModeDialog *dialog) {
     const std::optional<int> width = side_of_text(gtk_entry_get_text(dialog->width));
     const std::optional<int> height = side_of_text(gtk_entry_get_text(dialog->height));
@@ -113,7 +113,7 @@ void check_typed_size(GtkEditable *, ModeDialog *dialog) {
     gtk_dialog_set_response_sensitive(GTK_DIALOG(dialog->dialog), GTK_RESPONSE_ACCEPT, is_size);
 }
 
-/// A row of the dialog; Alt and the label's underlined letter lead to the field.
+/// Adds a row with a label and a field. Alt and the label's underlined letter give the field the focus.
 void add_row(GtkGrid *grid, int row, const std::string &label_text, GtkWidget *field) {
     GtkWidget *label = gtk_label_new_with_mnemonic(label_text.c_str());
     gtk_label_set_mnemonic_widget(GTK_LABEL(label), field);
@@ -131,7 +131,7 @@ GtkWidget *make_side_field(int value) {
     return field;
 }
 
-/// Room for a line about the fields, so that the dialog keeps its size when it appears.
+/// An empty line for a notice about the fields, so that the dialog keeps its size when the notice appears.
 GtkWidget *make_notice() {
     GtkWidget *notice = gtk_label_new(nullptr);
     gtk_label_set_xalign(GTK_LABEL(notice), 0.0F);
@@ -189,7 +189,7 @@ void fill(ModeDialog &parts, const std::vector<ModeName> &modes, const ModeQuest
     check_typed_size(nullptr, &parts);
 }
 
-/// What the fields hold; nothing if that is no size.
+/// The mode and size in the fields; nothing if they hold no valid size.
 std::optional<ModeQuestion> contents(const ModeDialog &parts) {
     const std::optional<int> width = side_of_text(gtk_entry_get_text(parts.width));
     const std::optional<int> height = side_of_text(gtk_entry_get_text(parts.height));
@@ -209,7 +209,7 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
                                                toolkit_words("_Cancel").c_str(), GTK_RESPONSE_CANCEL,
                                                toolkit_words("_OK").c_str(), GTK_RESPONSE_ACCEPT, nullptr);
     gtk_dialog_set_default_response(GTK_DIALOG(parts.dialog), GTK_RESPONSE_ACCEPT);
-    // Enter alone takes what is there.
+    // Pressing Enter at once confirms the initial values.
     gtk_widget_grab_focus(gtk_dialog_get_widget_for_response(GTK_DIALOG(parts.dialog), GTK_RESPONSE_ACCEPT));
     gtk_window_set_position(GTK_WINDOW(parts.dialog), GTK_WIN_POS_CENTER);
     gtk_window_set_resizable(GTK_WINDOW(parts.dialog), FALSE);

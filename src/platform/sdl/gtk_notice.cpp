@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A message with one button.
 #include "platform/sdl/gtk_loop.h"
+#include "platform/sdl/notice.h"
 #include "platform/sdl/requester_parent.h"
 
 namespace host {

@@ -13,7 +13,8 @@ namespace {
 constexpr char toolkit_catalogue[] = "gtk30";
 constexpr char system_catalogue[] = "libc";
 
-/// What is between these is laid out from left to right, and as one sign for the text around it.
+/// Text between these two characters runs from left to right and counts as one character for the text around
+/// it.
 constexpr char left_to_right_isolate[] = "\u2066";
 constexpr char end_of_isolate[] = "\u2069";
 
@@ -39,10 +40,17 @@ std::string label_words(const char *catalogued, const char *own) {
 }
 
 std::string error_words(int error) {
-    // The process has no character set, since only the messages' language is the user's; the toolkit wants
+    // Only the language of messages is the user's; the process's character set is not. The toolkit needs
     // UTF-8.
     bind_textdomain_codeset(system_catalogue, "UTF-8");
     return std::strerror(error);
+}
+
+std::string path_words(const std::string &path) {
+    char *name = g_filename_display_name(path.c_str());
+    std::string words = name;
+    g_free(name);
+    return words;
 }
 
 std::string size_words(int width, int height) {

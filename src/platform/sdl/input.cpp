@@ -3,6 +3,7 @@
 #include "platform/sdl/input.h"
 
 #include "platform/sdl/display_connection.h"
+#include "platform/sdl/host_commands.h"
 #include "platform/sdl/keyboard.h"
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
@@ -13,31 +14,34 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace host {
 
 namespace {
 
-/// A click within this time after the window got the focus or a requester was closed is taken for the click
-/// that did it, or for the second half of a double click.
+/// A click this soon after the window got the focus or a requester was closed is ignored: it is probably the
+/// click that did so, or the second half of a double click.
 constexpr Uint32 stray_click_milliseconds = 500;
 
 /// When the window got the focus or a requester was closed, in milliseconds of SDL's clock; nothing before
 /// the first time. Written with the focus events and by ignore_what_is_held.
 std::optional<Uint32> attention_began;
 
-/// Whether the window has lost the focus. Without a window manager there are no focus events, and clicks must
-/// work all the same. Written with the focus events.
+/// Whether the window has lost the focus. False at the start, so that clicks also work without a window
+/// manager, where no focus events arrive. Written with the focus events.
 bool has_lost_focus = false;
 
-/// Whether the last click was ignored; the later clicks of a double click are then ignored as well. Written
-/// with each click.
+/// Whether the last click was ignored. If so, later clicks of the same double click are ignored as well.
+/// Written with each click.
 bool last_click_was_stray = false;
 
 /// The modifier keys that are down. Written with each key.
 Uint16 modifiers = KMOD_NONE;
 
-/// Whether the text that SDL reports next comes from a key that is no text. Written with each key.
+/// Whether the text that SDL reports next is ignored: its key was handled already or is no command to the
+/// viewer. Written with each key.
 bool ignores_text = false;
 
 WORD as_word(Sint32 amount) {
@@ -46,7 +50,8 @@ WORD as_word(Sint32 amount) {
     return static_cast<WORD>(std::clamp(amount, lowest, highest));
 }
 
-void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages) {
+void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages,
+              std::vector<HostCommand> &commands) {
     modifiers = event.keysym.mod;
     ignores_text = true;
     if (is_held_key()) {
@@ -56,6 +61,8 @@ void take_key(const SDL_KeyboardEvent &event, std::deque<IntuiMessage> &messages
         toggle_full_screen();
     } else if (is_quit_key(event)) {
         request_quit();
+    } else if (const auto command = host_command(event)) {
+        commands.push_back(*command);
     } else if (const auto message = key_message(event)) {
         messages.push_back(*message);
     } else {
@@ -97,7 +104,7 @@ void take_button(const SDL_MouseButtonEvent &event, std::deque<IntuiMessage> &me
     }
 }
 
-/// What concerns the window alone.
+/// Handles an event of the window itself.
 void take_window_event(const SDL_WindowEvent &event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_FOCUS_GAINED:
@@ -116,7 +123,7 @@ void take_window_event(const SDL_WindowEvent &event) {
     }
 }
 
-/// Takes the next event, false if there is none. The loss of the display is a wish to quit.
+/// Takes the next event; false if there is none. A lost display makes the program quit.
 bool poll_event(SDL_Event &event) {
     if (is_display_lost()) {
         request_quit();
@@ -128,6 +135,8 @@ bool poll_event(SDL_Event &event) {
 } // namespace
 
 void take_input(std::deque<IntuiMessage> &messages) {
+    std::vector<HostCommand> commands;
+    std::string dropped;
     SDL_Event event;
     while (poll_event(event)) {
         switch (event.type) {
@@ -135,7 +144,7 @@ void take_input(std::deque<IntuiMessage> &messages) {
             note_x11_event(*event.syswm.msg);
             break;
         case SDL_KEYDOWN:
-            take_key(event.key, messages);
+            take_key(event.key, messages, commands);
             break;
         case SDL_KEYUP:
             modifiers = event.key.keysym.mod;
@@ -151,6 +160,11 @@ void take_input(std::deque<IntuiMessage> &messages) {
         case SDL_MOUSEBUTTONDOWN:
             take_button(event.button, messages);
             break;
+        case SDL_DROPFILE:
+            // The first of several.
+            dropped = dropped.empty() ? event.drop.file : dropped;
+            SDL_free(event.drop.file);
+            break;
         case SDL_WINDOWEVENT:
             take_window_event(event.window);
             break;
@@ -161,9 +175,16 @@ void take_input(std::deque<IntuiMessage> &messages) {
             break;
         }
     }
-    // Alt and the logo key belong to the window manager: its menus and its ways to move a window need the
-    // pointer.
+    // While Alt or the logo key is down the pointer is free, because the window manager needs it for its
+    // menus and to move windows.
     take_or_free_pointer((modifiers & (KMOD_LALT | KMOD_GUI)) == 0);
+    // Not while events are taken: a window that opens takes its own.
+    for (const HostCommand command : commands) {
+        carry_out(command);
+    }
+    if (!dropped.empty()) {
+        open_object(dropped);
+    }
 }
 
 bool drop_input() {
@@ -177,6 +198,9 @@ bool drop_input() {
         case SDL_KEYDOWN:
         case SDL_KEYUP:
             modifiers = event.key.keysym.mod;
+            break;
+        case SDL_DROPFILE:
+            SDL_free(event.drop.file);
             break;
         case SDL_WINDOWEVENT:
             take_window_event(event.window);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the input keeps from the program after a requester.
+// Input that is ignored after a requester was closed.
 #pragma once
 
 #include "platform/window/input.h"

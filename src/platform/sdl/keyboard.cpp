@@ -38,9 +38,13 @@ bool has_latin_letters() {
     return false;
 }
 
+/// Whether the keypad sends the keys that are printed below its digits.
+bool keypad_steers(const SDL_Keysym &key) {
+    return (key.mod & (KMOD_NUM | KMOD_SHIFT)) == 0;
+}
+
 /// The raw code of a cursor key.
 std::optional<UWORD> cursor_code(const SDL_Keysym &key) {
-    const bool keypad_steers = (key.mod & (KMOD_NUM | KMOD_SHIFT)) == 0;
     switch (key.sym) {
     case SDLK_UP:
         return cursor_up;
@@ -51,19 +55,25 @@ std::optional<UWORD> cursor_code(const SDL_Keysym &key) {
     case SDLK_LEFT:
         return cursor_left;
     case SDLK_KP_8:
-        return keypad_steers ? std::optional(cursor_up) : std::nullopt;
+        return keypad_steers(key) ? std::optional(cursor_up) : std::nullopt;
     case SDLK_KP_2:
-        return keypad_steers ? std::optional(cursor_down) : std::nullopt;
+        return keypad_steers(key) ? std::optional(cursor_down) : std::nullopt;
     case SDLK_KP_6:
-        return keypad_steers ? std::optional(cursor_right) : std::nullopt;
+        return keypad_steers(key) ? std::optional(cursor_right) : std::nullopt;
     case SDLK_KP_4:
-        return keypad_steers ? std::optional(cursor_left) : std::nullopt;
+        return keypad_steers(key) ? std::optional(cursor_left) : std::nullopt;
     default:
         return std::nullopt;
     }
 }
 
-/// The character at a key's place on the US layout; nothing for other keys than letters and digits.
+/// Whether the key is a letter, in any layout, together with Ctrl alone.
+bool is_letter_with_control(const SDL_Keysym &key, SDL_Keycode letter, SDL_Scancode place) {
+    const bool is_letter = has_latin_letters() ? key.sym == letter : key.scancode == place;
+    return is_letter && (key.mod & KMOD_CTRL) != 0 && (key.mod & (KMOD_ALT | KMOD_GUI)) == 0;
+}
+
+/// The character that a key has on the US layout; nothing for keys other than letters and digits.
 std::optional<UWORD> character_by_place(const SDL_Keysym &key) {
     const bool is_shifted = (key.mod & KMOD_SHIFT) != 0;
     if (is_letter(key.scancode)) {
@@ -86,9 +96,36 @@ bool is_full_screen_key(const SDL_KeyboardEvent &event) {
 }
 
 bool is_quit_key(const SDL_KeyboardEvent &event) {
-    const bool is_q =
-        has_latin_letters() ? event.keysym.sym == SDLK_q : event.keysym.scancode == SDL_SCANCODE_Q;
-    return is_q && (event.keysym.mod & KMOD_CTRL) != 0 && (event.keysym.mod & (KMOD_ALT | KMOD_GUI)) == 0;
+    return is_letter_with_control(event.keysym, SDLK_q, SDL_SCANCODE_Q);
+}
+
+std::optional<HostCommand> host_command(const SDL_KeyboardEvent &event) {
+    const SDL_Keysym &key = event.keysym;
+    if (event.repeat != 0) {
+        return std::nullopt;
+    }
+    if (is_letter_with_control(key, SDLK_o, SDL_SCANCODE_O)) {
+        return HostCommand::open_object;
+    }
+    if ((key.mod & desktop_modifiers) != 0) {
+        return std::nullopt;
+    }
+    switch (key.sym) {
+    case SDLK_F1:
+        return HostCommand::show_keys;
+    case SDLK_F12:
+        return HostCommand::save_picture;
+    case SDLK_PAGEDOWN:
+        return HostCommand::open_next;
+    case SDLK_PAGEUP:
+        return HostCommand::open_previous;
+    case SDLK_KP_3:
+        return keypad_steers(key) ? std::optional(HostCommand::open_next) : std::nullopt;
+    case SDLK_KP_9:
+        return keypad_steers(key) ? std::optional(HostCommand::open_previous) : std::nullopt;
+    default:
+        return std::nullopt;
+    }
 }
 
 std::optional<IntuiMessage> key_message(const SDL_KeyboardEvent &event) {

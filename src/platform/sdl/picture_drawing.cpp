@@ -2,6 +2,8 @@
 // Enlarges the picture by whole factors where it can, and smoothly elsewhere.
 #include "platform/sdl/picture_drawing.h"
 
+#include "platform/sdl/banner.h"
+
 #include <SDL.h>
 #include <algorithm>
 
@@ -13,8 +15,8 @@ namespace {
 SDL_Renderer *renderer = nullptr;
 SDL_Texture *texture = nullptr;
 
-/// The picture with each pixel enlarged to a square, from which a fractional scale is made. Made when it is
-/// first needed, for the factor in `enlarged_factor`.
+/// The picture with each pixel enlarged to a square of side `enlarged_factor`. Pictures at a fractional scale
+/// are made from it. Created when it is first needed.
 SDL_Texture *enlarged = nullptr;
 int enlarged_factor = 0;
 
@@ -26,7 +28,7 @@ bool is_software_renderer() {
     return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
 }
 
-/// A texture, null if the renderer takes none of this size.
+/// A texture; null if the renderer refuses this size.
 SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode scale_mode) {
     SDL_Texture *made =
         SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, access, size.width, size.height);
@@ -46,6 +48,7 @@ void black_out() {
 }
 
 void destroy_textures() {
+    set_banner(renderer, "");
     SDL_DestroyTexture(enlarged);
     SDL_DestroyTexture(texture);
     enlarged = nullptr;
@@ -53,8 +56,8 @@ void destroy_textures() {
     texture = nullptr;
 }
 
-/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it; null if
-/// the renderer has no room for it.
+/// Draws the picture into `enlarged` with whole squares, at least as large as the window shows it. Null if
+/// the renderer cannot hold a texture of that size.
 SDL_Texture *enlarge(const Placement &placement) {
     const int factor = (placement.width + picture.width - 1) / picture.width;
     if (factor != enlarged_factor) {
@@ -147,9 +150,14 @@ void fill_picture(const BitMap &bitmap, const Palette &palette) {
     SDL_UnlockTexture(texture);
 }
 
+void show_text_over_picture(const std::string &text) {
+    set_banner(renderer, text);
+}
+
 void show_picture() {
     if (texture != nullptr) {
         draw_picture();
+        draw_banner(renderer);
         SDL_RenderPresent(renderer);
     }
 }

@@ -7,12 +7,14 @@
 #include "platform/sdl/picture_drawing.h"
 #include "platform/sdl/pointer.h"
 #include "platform/sdl/sdl_window.h"
-#include "platform/sdl/window_place.h"
+#include "platform/sdl/window_icon.h"
+#include "platform/sdl/window_state.h"
 #include "platform/sdl/x11_display.h"
 #include "platform/window/pacing.h"
 
 #include <SDL.h>
 #include <algorithm>
+#include <glib.h>
 #include <string>
 #include <utility>
 
@@ -20,7 +22,7 @@ namespace host {
 
 namespace {
 
-/// Assumed for a display that does not report its rate.
+/// Assumed if the display does not report its rate.
 constexpr double usual_refresh_rate = 60.0;
 
 /// The smallest window that the mouse can still grab.
@@ -29,18 +31,21 @@ constexpr Extent smallest_window{128, 96};
 /// What the title says while the pointer is held.
 constexpr const char *pointer_hint = "   <Alt> frees the pointer.";
 
-/// How long a pass takes while nobody can see its picture.
+/// How long the title says something else.
+constexpr Uint64 brief_message_milliseconds = 5000;
+
+/// How long a pass takes while the window cannot be seen.
 constexpr int hidden_pass_milliseconds = 250;
 
 /// The window; null while it is closed.
 SDL_Window *window = nullptr;
 
-/// Whether the window belongs to an open screen. A window that is kept between two screens does not. Written
-/// when a screen opens and closes.
+/// Whether the window belongs to an open screen, not only kept from the last one for the next. Written when a
+/// screen opens and closes.
 bool is_open = false;
 
-/// Whether the window left full screen for a requester and is to go back. Written by make_room_for_requester
-/// and return_from_requester.
+/// Whether the window must become full screen again after a requester. Written by make_room_for_requester and
+/// return_from_requester.
 bool is_full_screen_due = false;
 
 /// Size of the pictures that the window shows, in pixels.
@@ -49,7 +54,12 @@ Extent picture{1, 1};
 /// The window's title while the pointer is free.
 std::string plain_title;
 
-/// Where the last window was, for the next one. Written when a window is closed.
+/// What the title says instead for a while, and until when on SDL's clock; empty if nothing. Written by
+/// show_brief_message and present_picture.
+std::string brief_message;
+Uint64 brief_message_end = 0;
+
+/// Where the last window was; the next one opens there. Written when a window is closed.
 WindowPlace last_place;
 
 /// Whether the window was maximised before the user made it full screen. Written by toggle_full_screen.
@@ -82,34 +92,40 @@ bool is_full_screen() {
     return is_sdl_full_screen() || is_x11_full_screen(window);
 }
 
-/// Whether the window is kept from one screen to the next, and never hidden.
+/// Whether the window is kept from one screen to the next and never hidden. This is so on Wayland, where SDL
+/// has two faults when it hides or destroys a window:
 ///
-/// On some Wayland desktops libdecor draws the window's frame. SDL 2.26 takes away neither the frame nor
-/// the toplevel below it when a window is hidden or destroyed (2.32 does): that of a hidden full screen
-/// still covers the display, and the compositor's next event for that of a destroyed window ends up in
-/// freed memory. Nor does SDL forget a destroyed window that had the keyboard: a key that was held goes
-/// on repeating, and is looked up in freed memory. So on Wayland the only window that is destroyed is
-/// that of the end, after which no event is taken.
+/// - SDL 2.26 removes neither the frame that libdecor draws nor the toplevel below it (2.32 does). A hidden
+///   full-screen window still covers the display, and the compositor's next event for a destroyed window
+///   uses freed memory.
+/// - SDL does not forget a destroyed window that had the keyboard. A key that was held goes on repeating, and
+///   the repetition uses freed memory.
+///
+/// So only the end of the program destroys the window; no event is handled after it.
 bool keeps_window() {
     const char *driver = SDL_GetCurrentVideoDriver();
     return driver != nullptr && std::string(driver) == "wayland";
 }
 
-/// The size of a window for a picture in this mode.
+/// The size at which a window opens in this mode.
 Extent opening_extent(const DisplayMode &mode) {
     const Extent wanted = window_extent(picture, mode.factor, room_for_window(last_place.display));
     return {std::max(wanted.width, smallest_window.width), std::max(wanted.height, smallest_window.height)};
 }
 
-/// The window, still hidden; null if there is none to be had. It is shown when it has its renderer, for which
-/// some drivers make the window anew.
+/// A new window, still hidden, because some drivers create the window again when the renderer is made. Null
+/// if SDL refuses it.
 SDL_Window *make_hidden_window(const DisplayMode &mode) {
-    const Extent extent = opening_extent(mode);
+    const std::optional<WindowState> &inherited = inherited_window;
+    last_place = inherited ? inherited->place : last_place;
+    const Extent extent = inherited && inherited->extent ? *inherited->extent : opening_extent(mode);
     const SDL_Point corner = opening_corner(last_place, extent);
-    const Uint32 full_screen = mode.is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    const bool is_full_screen = inherited ? inherited->is_full_screen : mode.is_full_screen;
+    const bool is_maximised = inherited && inherited->is_maximised;
     return SDL_CreateWindow(plain_title.c_str(), corner.x, corner.y, extent.width, extent.height,
                             SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI |
-                                full_screen);
+                                (is_full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0) |
+                                (is_maximised ? SDL_WINDOW_MAXIMIZED : 0));
 }
 
 void destroy_window() {
@@ -118,9 +134,9 @@ void destroy_window() {
     window = nullptr;
 }
 
-/// Window and renderer. A graphics processor may refuse what plain memory can hold, and an X server may
-/// refuse OpenGL altogether; then plain memory must do, in a new window, since the refusal may have spoiled
-/// the first.
+/// Makes the window and its renderer. A graphics processor may refuse the picture's size, and an X server may
+/// refuse OpenGL. The picture is then drawn by the software renderer, in a new window, because the refusal
+/// may have made the first one unusable.
 bool make_window(const DisplayMode &mode) {
     const X11ErrorTrap trap;
     window = make_hidden_window(mode);
@@ -140,22 +156,22 @@ bool make_window(const DisplayMode &mode) {
     return false;
 }
 
-/// Whether the desktop enlarges the window by a fraction. SDL 2.26 breaks the protocol when such a window is
-/// made larger: for a moment it shows a part of the old picture that is larger than the picture.
+/// Whether the desktop scales the window by a fraction. SDL 2.26 violates the Wayland protocol when it makes
+/// such a window larger: for a moment it asks the compositor for more of the old picture than there is.
 bool is_scaled_by_fraction() {
     Extent extent{1, 1};
     SDL_GetWindowSize(window, &extent.width, &extent.height);
     return output_extent().width % std::max(extent.width, 1) != 0;
 }
 
-/// Makes the window that was kept from the last screen fit the next one.
+/// Prepares the window of the last screen for the next one.
 bool take_kept_window(const DisplayMode &mode) {
     if (!change_picture_size(window, picture)) {
         return complain("no picture of this size");
     }
     SDL_SetWindowTitle(window, plain_title.c_str());
-    // When a requester is closed a compositor gives the window the focus, and its size along with it. Taken
-    // later, that would be the size to go back to.
+    // When a requester closes, the compositor sends the window the focus and its old size. Handle that before
+    // the new size is set, or the old one comes back.
     if (!is_display_lost()) {
         SDL_PumpEvents();
     }
@@ -174,14 +190,20 @@ bool open_picture_window(Extent picture_extent, const DisplayMode &mode, const s
         return false;
     }
     picture = picture_extent;
-    plain_title = title;
+    brief_message.clear();
+    // File names may be any bytes; a display takes only UTF-8.
+    char *valid_title = g_utf8_make_valid(title.c_str(), -1);
+    plain_title = valid_title;
+    g_free(valid_title);
     is_open = window == nullptr ? make_window(mode) : take_kept_window(mode);
     if (!is_open) {
         return false;
     }
+    inherited_window.reset();
     presenting_waits = wait_in_presenting(is_paced());
     SDL_SetWindowMinimumSize(window, smallest_window.width, smallest_window.height);
     SDL_StartTextInput();
+    give_icon(window);
     SDL_ShowWindow(window);
     show_black();
     return true;
@@ -193,13 +215,14 @@ void close_picture_window() {
     }
     is_open = false;
     free_pointer();
+    closed_window = state_of(window, is_full_screen());
     if (keeps_window()) {
         SDL_SetWindowFullscreen(window, 0);
         return;
     }
-    last_place = place_of(window, is_full_screen());
+    last_place = closed_window->place;
     destroy_window();
-    // The window goes now, not with the next event that somebody looks for.
+    // The window disappears now, not when events are next polled.
     SDL_PumpEvents();
 }
 
@@ -217,6 +240,11 @@ void present_picture(const BitMap &bitmap, const Palette &palette) {
     }
     if (is_display_lost()) {
         return;
+    }
+    if (!brief_message.empty() && SDL_GetTicks64() > brief_message_end) {
+        brief_message.clear();
+        show_text_over_picture("");
+        show_title();
     }
     if (!is_visible()) {
         SDL_WaitEventTimeout(nullptr, hidden_pass_milliseconds);
@@ -250,7 +278,7 @@ void toggle_full_screen() {
         SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP);
     } else if (is_sdl_full_screen()) {
         SDL_SetWindowFullscreen(window, 0);
-        // SDL forgets it.
+        // SDL forgets that the window was maximised.
         if (was_maximised) {
             SDL_MaximizeWindow(window);
         }
@@ -263,11 +291,19 @@ SDL_Window *picture_window() {
     return window;
 }
 
-void show_title(bool pointer_is_held) {
-    if (window != nullptr) {
-        SDL_SetWindowTitle(window,
-                           pointer_is_held ? (plain_title + pointer_hint).c_str() : plain_title.c_str());
+void show_title() {
+    if (window == nullptr) {
+        return;
     }
+    const std::string title = is_pointer_held() ? plain_title + pointer_hint : plain_title;
+    SDL_SetWindowTitle(window, brief_message.empty() ? title.c_str() : brief_message.c_str());
+}
+
+void show_brief_message(const std::string &text) {
+    brief_message = text;
+    brief_message_end = SDL_GetTicks64() + brief_message_milliseconds;
+    show_text_over_picture(is_full_screen() ? text : "");
+    show_title();
 }
 
 void make_room_for_requester() {

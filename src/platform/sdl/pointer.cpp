@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Takes the pointer only when no other program can want it.
+// Captures the pointer only when no other program is using it.
 #include "platform/sdl/pointer.h"
 
 #include "platform/sdl/sdl_window.h"
@@ -20,8 +20,8 @@ bool can_be_taken(SDL_Window *window) {
            is_x11_pointer_free(window);
 }
 
-/// Otherwise SDL would take the pointer again when the focus comes back, even if another program has it by
-/// then, and block.
+/// Frees the pointer when the window loses the focus. Otherwise SDL would capture it again as soon as the
+/// focus returns, and block if another program has grabbed it by then.
 int free_with_focus(void *, SDL_Event *event) {
     if (event->type == SDL_WINDOWEVENT && event->window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
         free_pointer();
@@ -42,7 +42,7 @@ void take_or_free_pointer(bool is_wanted) {
     } else if (!is_pointer_held() && can_be_taken(window)) {
         SDL_SetRelativeMouseMode(SDL_TRUE);
         SDL_ShowCursor(SDL_DISABLE);
-        show_title(true);
+        show_title();
     }
 }
 
@@ -50,7 +50,7 @@ void free_pointer() {
     if (is_pointer_held()) {
         SDL_SetRelativeMouseMode(SDL_FALSE);
         SDL_ShowCursor(SDL_ENABLE);
-        show_title(false);
+        show_title();
     }
 }
 

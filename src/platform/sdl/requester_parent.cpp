@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The hints that the window managers of the display servers know.
+// Sets the parent window in the way that each kind of display knows.
 #include "platform/sdl/requester_parent.h"
 
 #include "platform/sdl/sdl_window.h"
@@ -23,7 +23,7 @@ namespace host {
 namespace {
 
 #if defined(GDK_WINDOWING_X11) && defined(SDL_VIDEO_DRIVER_X11)
-/// The property that makes one window of an X server the dialog of another.
+/// Makes one window of an X server the dialog of another.
 void set_parent(GdkWindow *requester, unsigned long viewer) {
     gdk_property_change(requester, gdk_atom_intern_static_string("WM_TRANSIENT_FOR"),
                         gdk_atom_intern_static_string("WINDOW"), 32, GDK_PROP_MODE_REPLACE,
@@ -36,8 +36,8 @@ void let_go(GtkWidget *, ExportedWindow *viewer) {
     delete viewer;
 }
 
-/// Makes a window of the toolkit's connection the dialog of one of SDL's, where the compositor leads from one
-/// connection to the other. The viewer's window keeps its name until the requester is destroyed.
+/// Makes a window of the toolkit's Wayland connection the dialog of a window of SDL's, if the compositor can
+/// name windows across connections. The viewer's window keeps its name until the requester is destroyed.
 void set_parent(GtkWindow *requester, const SDL_SysWMinfo &info) {
     auto viewer = std::make_unique<ExportedWindow>(info.info.wl.display, info.info.wl.surface);
     if (!viewer->name.empty()) {
@@ -48,7 +48,8 @@ void set_parent(GtkWindow *requester, const SDL_SysWMinfo &info) {
 }
 #endif
 
-/// What SDL's window is or will be on. SDL, unlike the toolkit, prefers X11 where both are there.
+/// Whether SDL's window is or will be on Wayland. If there is also an X server, SDL prefers that, unlike the
+/// toolkit.
 bool is_viewer_on_wayland() {
     const char *wish = SDL_GetHint(SDL_HINT_VIDEODRIVER);
     const char *driver = SDL_WasInit(SDL_INIT_VIDEO) != 0 ? SDL_GetCurrentVideoDriver() : wish;
@@ -93,8 +94,8 @@ void bring_forward(GtkWindow *requester) {
 #ifdef GDK_WINDOWING_X11
     GdkWindow *window = gtk_widget_get_window(GTK_WIDGET(requester));
     if (GDK_IS_X11_WINDOW(window)) {
-        // The user's wish is this old. The toolkit knows only what was done in its own windows, and with such
-        // a time a window manager may think that the requester wants to steal the focus.
+        // The user went to the viewer just now. The toolkit knows only of input to its own windows; with the
+        // time of that input, a window manager may think that the requester wants to steal the focus.
         now = gdk_x11_get_server_time(window);
     }
 #endif

@@ -6,17 +6,17 @@
 
 namespace host {
 
-/// Makes the toolkit choose the kind of display that the viewer's window has or will have: only windows of
-/// one display can be above one another. To be called before the toolkit starts.
+/// Makes the toolkit use the same kind of display as the viewer's window, because only windows on the same
+/// display can be stacked. Must be called before the toolkit starts.
 void choose_the_viewers_display();
 
-/// Makes a requester that is not shown yet a dialog of the viewer's window, which then stays below it, even
-/// one that is above all others. Nothing if the window is closed or hidden, or the display does not know such
-/// dialogs.
+/// Makes a requester that is not shown yet a dialog of the viewer's window, so that it stays above it, even
+/// if the viewer is set to stay above all other windows. Does nothing if the window is closed or hidden, or
+/// if the display has no such dialogs.
 void put_above_viewer(GtkWindow *requester);
 
-/// Gives a requester that is open the focus and brings it to the front: the user went to the viewer, which
-/// can do nothing before the requester is answered. A Wayland compositor may decide otherwise.
+/// Brings an open requester to the front and gives it the focus. Used when the user goes to the viewer, which
+/// can do nothing until the requester is answered. A Wayland compositor may refuse.
 void bring_forward(GtkWindow *requester);
 
 } // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads what was typed, and counts what it would cost.
+// Reads a typed size and computes how much memory such a screen needs.
 #include "platform/sdl/typed_size.h"
 
 #include "platform/shared/screen_size.h"
@@ -22,12 +22,13 @@ constexpr std::uint64_t bitmap_bytes = 3;
 /// The picture in true colour, which the window shows.
 constexpr std::uint64_t texture_bytes = 4;
 
-/// Blanks, and the invisible characters that only say in which direction text is read.
+/// Whether this is white space or an invisible formatting character, such as a mark for the direction of
+/// text.
 bool is_invisible(gunichar character) {
     return g_unichar_isspace(character) != 0 || g_unichar_type(character) == G_UNICODE_FORMAT;
 }
 
-/// The text without what is invisible at its ends; nothing if it is not UTF-8.
+/// The text without invisible characters at its ends; nothing if it is not UTF-8.
 std::optional<std::u32string> visible_part(const std::string &text) {
     if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) == 0) {
         return std::nullopt;

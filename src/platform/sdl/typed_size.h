@@ -8,14 +8,14 @@
 
 namespace host {
 
-/// The side of a screen that a text in UTF-8 means: decimal digits of any script, with or without blanks
-/// around them. Nothing for any other text, and for a side that no screen can have.
+/// Reads one side of a screen from a UTF-8 text: decimal digits of any script, with or without blanks around
+/// them. Nothing for any other text, or for a side that no screen can have.
 std::optional<int> side_of_text(const std::string &text);
 
-/// How many bytes a screen of a size takes with all that the program and the host keep for it.
+/// How many bytes the program and the host need for a screen of this size.
 std::uint64_t memory_of_screen(int width, int height);
 
-/// How many bytes the machine has for this process: its memory, or less if the process has a limit.
+/// How many bytes this process can use: the machine's memory, or the process's limit if that is lower.
 std::uint64_t memory_of_machine();
 
 } // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Window managers place a window by its frame, SDL by what is inside.
+// Window managers place a window by its frame, SDL by the area inside it.
 #include "platform/sdl/window_place.h"
 
 #include <algorithm>
@@ -8,10 +8,11 @@ namespace host {
 
 namespace {
 
-/// What a window's frame takes from the display's height, more or less, as long as no window has shown it.
+/// About how much of the display's height a window's frame takes, in pixels.
 constexpr int usual_frame_height = 40;
 
-/// A coordinate of a part of this length inside a range; the range's start if the part is longer.
+/// Moves a part of this length into a range and returns where it begins; the range's start if the part is
+/// longer.
 int fit_in(int wanted, int length, int range_start, int range_length) {
     return std::max(std::min(wanted, range_start + range_length - length), range_start);
 }

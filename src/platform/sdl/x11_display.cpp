@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Asks the X server itself, over SDL's connection.
+// Asks the X server directly, over SDL's connection.
 #include "platform/sdl/x11_display.h"
 
 #include <SDL_syswm.h>
@@ -17,10 +17,10 @@ struct XWindow {
     ::Window id;
 };
 
-/// Refused requests since the trap was made. Written by the trap's handler.
+/// Number of requests refused since the trap was made. Written by the trap's handler.
 int caught_errors = 0;
 
-/// What handled refused requests before the trap. Written when a trap is made.
+/// The error handler from before the trap. Written when a trap is made.
 XErrorHandler previous_handler = nullptr;
 
 int count_error(Display *, XErrorEvent *) {

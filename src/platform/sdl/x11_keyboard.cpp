@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Follows the X server's own key events.
+// Reads the X server's own key events.
 #include "platform/sdl/x11_keyboard.h"
 
 #include <SDL_syswm.h>
@@ -18,11 +18,12 @@ constexpr std::size_t keycode_count = 256;
 /// Keys that are ignored until they are released, by X keycode. Written with the X server's events.
 std::bitset<keycode_count> held_keys;
 
-/// Whether the server's next report of all keys says which ones are held. Written by ignore_held_keys.
+/// Whether the server's next report of all keys is to fill `held_keys`. Written by ignore_held_keys and with
+/// the report.
 bool awaits_report = false;
 
-/// Whether the last key event was one of a held key, and whether its layout has Latin letters; nothing before
-/// the first event. Written with each key event.
+/// Whether the key of the last key event is a held one, and whether its layout has Latin letters (nothing
+/// before the first event). Written with each key event.
 bool last_is_held = false;
 std::optional<bool> last_has_latin_letters;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What SDL does not report about the keyboard of an X display. On any other display the functions return the
-// harmless answer: there, a key that was pressed in another window never reaches this one.
+// What SDL does not report about the keyboard of an X display. On other displays a key that was pressed in
+// another window never reaches this one, so there no key counts as held.
 #pragma once
 
 #include <SDL_events.h>
@@ -8,18 +8,18 @@
 
 namespace host {
 
-/// Makes SDL pass on the X server's own events, which note_x11_event needs.
+/// Makes SDL pass on the X server's own events for note_x11_event.
 void watch_x11_keyboard();
 
-/// Notes an event of the X server. Must see all of them, in order; SDL reports each one right before what it
-/// makes of it.
+/// Takes an event of the X server. Must be given all of them, in order. SDL reports each one just before its
+/// own event for it.
 void note_x11_event(const SDL_SysWMmsg &event);
 
-/// From now on the keys that are down are ignored until they are released. The X server says which those are
-/// right after it gives the window the focus.
+/// From now on, keys that are down are ignored until they are released. The X server reports which keys are
+/// down right after it gives the window the focus.
 void ignore_held_keys();
 
-/// Whether the key that SDL reports now was already down before and must be ignored.
+/// Whether the key that SDL reports now was down before and must be ignored.
 bool is_held_key();
 
 /// Whether the layout in use for the key that SDL reports now has Latin letters; nothing outside X. SDL

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// asl.library: what requesters hold; the host lets the user answer them.
+// asl.library: creates requesters. The host's hooks let the user answer them.
 #include "platform/asl.h"
 
 #include "platform/shared/call_record.h"

@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-/// A character and what is written for it.
+/// A character and its escaped form.
 struct Form {
     char character;
     const char *text;
@@ -17,7 +17,7 @@ struct Form {
 
 constexpr std::size_t form_length = 3;
 
-/// What formatted input ends a name at, and the sign that the forms begin with.
+/// The white space at which formatted input ends a name, and the sign that the forms begin with.
 constexpr std::array<Form, 7> forms{{
     {' ', "%20"},
     {'\t', "%09"},
@@ -38,7 +38,7 @@ std::optional<char> character_at(const std::string &name, std::size_t place) {
     return std::nullopt;
 }
 
-/// What is written for the character at this place of a name.
+/// What to write for the character at this place of a name.
 std::string written_at(const std::string &name, std::size_t place) {
     const char character = name[place];
     const bool stays = character == '%' && !character_at(name, place);

@@ -50,7 +50,7 @@ std::string font_as_text(const TextAttr &font) {
            std::to_string(font.ta_Style) + "/" + std::to_string(font.ta_Flags);
 }
 
-/// A pen array up to and without its end.
+/// A pen array without its end mark.
 std::string pens_as_text(const UWORD *pens) {
     std::string text;
     for (; *pens != 0xFFFF; ++pens) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The record of the program's system calls, as lines of text such as `SetAPen(255)`.
+// Records the program's system calls as lines of text such as `SetAPen(255)`.
 #pragma once
 
 #include "platform/intuition.h"
@@ -11,7 +11,7 @@
 
 namespace host {
 
-/// The text of an argument of a call: a number, a text, or a list of tags by their names.
+/// An argument of a call as text: a number, a string, or a list of tags by their names.
 std::string argument_text(std::integral auto number) {
     return std::to_string(number);
 }

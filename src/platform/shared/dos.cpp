@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// dos.library: the command line that the host was given, and paths.
+// dos.library: the command line and paths.
 #include "platform/dos.h"
 
 #include "platform/shared/call_record.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// exec.library: libraries that are part of the host, and a port that is fed by it.
+// exec.library: libraries, and a port whose messages come from the host.
 #include "platform/exec.h"
 
 #include "platform/shared/call_record.h"

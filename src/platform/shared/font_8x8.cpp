@@ -116,13 +116,13 @@ constexpr std::array<Glyph, last_character - first_character + 1> glyphs{{
 }};
 // clang-format on
 
-// A box that is no character's shape makes an unprintable character visible instead of dropping it.
+// Shown for an unprintable character, which would otherwise be invisible.
 constexpr Glyph hollow_box{0xfc, 0x84, 0x84, 0x84, 0x84, 0x84, 0xfc, 0x00};
 
 } // namespace
 
 std::array<std::uint8_t, 8> const &glyph_rows(char character) {
-    // Plain char may be signed, and a negative value must not become an index before the table.
+    // Plain char may be signed, and a negative index would be outside the table.
     auto const code = static_cast<unsigned char>(character);
     if (code < first_character || code > last_character) {
         return hollow_box;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Keeps messages by their addresses.
+// Finds messages by their addresses.
 #include "platform/shared/held_messages.h"
 
 #include <algorithm>

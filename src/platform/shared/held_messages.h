@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The events that the program has taken from its port and not replied to yet.
+// The events that the program took from its port and has not replied to yet.
 #pragma once
 
 #include "platform/intuition.h"
@@ -10,23 +10,23 @@
 
 namespace host {
 
-/// An event of a class with a code.
+/// An event with this class and code.
 IntuiMessage event_message(ULONG event_class, UWORD code);
 
-/// Owns the messages between GetMsg and ReplyMsg. A misuse of them shows at once, on every host and in every
+/// Owns the messages between GetMsg and ReplyMsg. Detects their misuse at once, on every host and in every
 /// build.
 class HeldMessages {
 public:
     /// Gives an event to the program, which holds it until it replies.
     Message *deliver(const IntuiMessage &event);
 
-    /// Takes a message back. Its memory stays for a while and is overwritten with all ones, so that a program
-    /// that reads it after its reply finds no event there, rather than by chance the old one. Ends the
+    /// Takes a message back. Its memory is overwritten with all ones and kept until the next call, so that a
+    /// program that reads a message after its reply never finds the old event there by chance. Ends the
     /// process if the program does not hold this message.
     void take_back(const Message *message);
 
-    /// Takes back all of them, as closing a port does. Ends the process if they are more than the one event
-    /// that a program may end in the middle of.
+    /// Takes back all messages, as closing a port does. Ends the process if there is more than one: a program
+    /// may end while it handles one event, but must have replied to all others.
     void clear();
 
     std::size_t size() const { return messages.size(); }

@@ -61,8 +61,7 @@ Window *OpenWindowTagList(const NewWindow *, const TagItem *tags) {
 void CloseWindow(Window *window) {
     note_call("CloseWindow");
     hooks.drop_events();
-    // The window's port is closed with it. That takes back the event in the middle of which the program
-    // ended.
+    // The window's port closes with it. If the program ended while it handled an event, that is taken back.
     state.messages.clear();
     release(state.windows, static_cast<MemoryWindow *>(window));
 }
@@ -99,7 +98,7 @@ ULONG ChangeScreenBuffer(Screen *screen, ScreenBuffer *buffer) {
     return 1;
 }
 
-/// The host hides the pointer by its own means, so that its image is never seen.
+/// Only recorded: a host hides the pointer in its own way, so this image is never seen.
 void SetPointer(Window *, const UWORD *, LONG height, LONG width, LONG x_offset, LONG y_offset) {
     note_call("SetPointer", height, width, x_offset, y_offset);
 }

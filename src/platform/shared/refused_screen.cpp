@@ -25,7 +25,7 @@ bool read_line(std::FILE *file, std::string &line) {
     return true;
 }
 
-/// The place that a message begins with, empty if the value is not from a settings file.
+/// The start of a message: the line of the settings file that has this value; empty if none does.
 std::string place_of_value(const std::string &path, const std::string &label, std::int32_t value) {
     const std::optional<int> line = line_of_value(path, label, value);
     return line ? path + ":" + std::to_string(*line) + ": " : "";
@@ -47,7 +47,7 @@ std::optional<int> line_of_value(const std::string &path, const std::string &lab
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(std::fopen(path.c_str(), "r"), std::fclose);
     std::string text;
     for (int line = 1; file != nullptr && read_line(file.get(), text); ++line) {
-        // Read as formatted input reads it, which drops the high bits of what is too long.
+        // Read as formatted input reads it: a number that is too long loses its high bits.
         if (text.starts_with(label) &&
             static_cast<std::int32_t>(std::strtol(text.c_str() + label.size(), nullptr, 10)) == value) {
             return line;

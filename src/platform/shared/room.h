@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Making large objects for which memory may have no room.
+// Creates large objects for which there may be no memory.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// A new object of this type made with these arguments; null where memory has no room for it. For what is as
-/// large as a screen: a call of the system that needs it is then refused, and the program says so.
+/// A new object made with these arguments; null if there is not enough memory. For objects as large as a
+/// screen: the system call that needs one then fails, and the program says so.
 template <typename T, typename... Arguments>
 std::unique_ptr<T> make_if_there_is_room(Arguments &&...arguments) {
     try {

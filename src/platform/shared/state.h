@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the program holds of its host: everything that a system call gave to it and that it has not given
-// back.
+// Everything that system calls gave to the program and that it has not given back yet.
 #pragma once
 
 #include "platform/asl.h"
@@ -25,7 +24,7 @@ struct RDArgs {
     std::string file;
 };
 
-/// The events wait in the host, which is asked for each one.
+/// Empty: events wait in the host, which is asked for each one.
 struct MsgPort {};
 
 struct ColorMap {
@@ -34,17 +33,17 @@ struct ColorMap {
 
 namespace host {
 
-/// A screen in memory; the host shows its bitmap.
+/// A screen in memory.
 struct MemoryScreen : Screen {
     MemoryScreen(int width, int height) : bitmap(width, height) { ViewPort.ColorMap = &colours; }
     BitMap bitmap;
     ColorMap colours;
-    /// The bitmap that the screen shows.
+    /// The bitmap that the host shows.
     BitMap *shown = &bitmap;
 };
 
 struct MemoryBuffer : ScreenBuffer {
-    /// A bitmap of the buffer's own; none if it wraps the screen's.
+    /// The buffer's bitmap; null if the buffer wraps the screen's.
     std::unique_ptr<BitMap> own;
 };
 
@@ -53,16 +52,16 @@ struct MemoryWindow : Window {
     MsgPort port;
 };
 
-/// A file requester or a screen-mode requester. The program knows it by the address of its request.
+/// A file requester or a screen-mode requester.
 struct Requester {
     explicit Requester(ULONG requester_type) : type(requester_type) {}
 
-    /// What the program has of it.
+    /// The address by which the program knows the requester.
     APTR address() {
         return type == ASL_FileRequest ? static_cast<APTR>(&file_request) : static_cast<APTR>(&mode_request);
     }
 
-    /// What a file requester holds from now on.
+    /// Stores an answer in a file requester.
     void hold(std::string new_drawer, std::string new_file) {
         drawer = std::move(new_drawer);
         file = std::move(new_file);
@@ -77,14 +76,14 @@ struct Requester {
     std::string drawer;
 };
 
-/// Objects of one kind. Each call removes what it closes, and ignores what is not here.
+/// The objects of one kind that the program holds.
 template <typename T>
 using Held = std::vector<std::unique_ptr<T>>;
 
 struct State {
     /// The words after the program's name. Written by the host's set-up.
     std::vector<std::string> command_line;
-    /// Whether every call is kept as a line of text in `calls`. Written by the host's set-up.
+    /// Whether every call is recorded in `calls` as a line of text. Written by the host's set-up.
     bool records_calls = false;
     std::vector<std::string> calls;
 
@@ -100,7 +99,7 @@ struct State {
 /// The state of the one host that is linked.
 extern State state;
 
-/// Removes an object and destroys it.
+/// Removes an object and destroys it; does nothing if it is not in the list.
 template <typename T, typename Pointer>
 void release(Held<T> &held_objects, const Pointer *object) {
     std::erase_if(held_objects, [object](const std::unique_ptr<T> &held) { return held.get() == object; });

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The walk over a tag list.
+// Searches a tag list.
 #include "platform/shared/tags.h"
 
 namespace host {

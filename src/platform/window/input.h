@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The user's input as the window events that the program knows. Every host with a window defines these
-// functions.
+// Turns the user's input into the program's window events. Every host with a window defines these functions.
 #pragma once
 
 #include "platform/intuition.h"
@@ -9,13 +8,12 @@
 
 namespace host {
 
-/// Appends everything that the user did since the last call, in order. What concerns the window alone (full
-/// screen, focus, the close button) is handled here; closing counts as request_quit.
+/// Appends an event for everything that the user did since the last call, in order. Events of the window
+/// itself (full screen, focus, the close button) are handled here; the close button calls request_quit.
 void take_input(std::deque<IntuiMessage> &messages);
 
-/// Forgets what the user did since the last call, except a wish to quit; shows the picture again where it was
-/// uncovered. For the time when a requester has the user's attention. True if the window has got the focus
-/// since the last call.
+/// Used while a requester is open. Drops all input since the last call except a request to quit, and shows
+/// the picture again if it was uncovered. True if the window has got the focus since the last call.
 bool drop_input();
 
 } // namespace host

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A schedule of refreshes by the monotonic clock.
+// Schedules refreshes by the monotonic clock.
 #include "platform/window/pacing.h"
 
 #include <algorithm>
@@ -25,7 +25,7 @@ void wait_for_refresh(double rate, bool presenting_waits) {
     if (now + tolerance < due) {
         std::this_thread::sleep_until(due);
     }
-    // A delay of more than one interval is not made up for.
+    // At most one interval of delay is caught up.
     due = std::max(due, now - interval) + interval;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Scales by whole factors where that makes good use of the window, by fractions elsewhere.
+// Scales by a whole factor if that uses the window well, otherwise by a fraction.
 #include "platform/window/picture_placement.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ int largest_whole_factor(Extent picture, Extent window) {
     return std::min(window.width / picture.width, window.height / picture.height);
 }
 
-/// The largest extent of the picture's aspect inside the window, at least one pixel each way.
+/// The largest extent with the picture's aspect that fits the window, at least one pixel each way.
 Extent fit(Extent picture, Extent window) {
     const std::int64_t by_width = std::int64_t{window.width} * picture.height;
     const std::int64_t by_height = std::int64_t{window.height} * picture.width;
@@ -33,7 +33,7 @@ Placement place_picture(Extent picture, Extent window) {
     Extent shown{picture.width * factor, picture.height * factor};
     if (factor == 0) {
         shown = fit(picture, window);
-        // Fitting may come out at a whole factor after all, if the picture is much wider than the window.
+        // For a window much higher than the picture's aspect, fitting may still give a whole factor.
         if (shown.width % picture.width == 0 &&
             shown.height == picture.height * (shown.width / picture.width)) {
             factor = shown.width / picture.width;

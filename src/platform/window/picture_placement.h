@@ -10,13 +10,13 @@ struct Extent {
     int height;
 };
 
-/// A picture's place inside a window; black around it.
+/// A picture's place inside a window. The rest of the window is black.
 struct Placement {
     int x;
     int y;
     int width;
     int height;
-    /// Each picture pixel is a square of this many window pixels; 0 when it is scaled by a fraction.
+    /// How many window pixels a picture pixel is wide and high; 0 if the scale is a fraction.
     int whole_factor;
 };
 
@@ -25,8 +25,8 @@ struct Placement {
 /// scaled to fit instead, with its aspect kept.
 Placement place_picture(Extent picture, Extent window);
 
-/// The size of a new window for a picture whose pixels are squares of `factor`: less where the display has
-/// not enough room, by whole factors as long as one fits, and at most the room itself.
+/// The size of a new window in which picture pixels are `factor` wide and high. If that does not fit the
+/// room, the largest whole factor that fits is used, and if none does, the picture is scaled to fit.
 Extent window_extent(Extent picture, int factor, Extent room);
 
 } // namespace host

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the host asks the user, in plain types: a toolkit's own names may clash with the program's. Every host
-// with a window defines these functions.
+// What the host asks the user. The types are plain, because a toolkit's names may clash with the program's.
+// Every host with a window defines these functions.
 #pragma once
 
 #include <cstdint>
@@ -12,13 +12,13 @@
 
 namespace host {
 
-/// What a requester that is open is to do.
+/// What an open requester must do.
 enum class Order { wait, come_forward, cancel };
 
 /// Called about 20 times a second while a requester is open.
 using WhileOpen = std::function<Order()>;
 
-/// A kind of files to choose from.
+/// A kind of file to choose from.
 struct FileFilter {
     std::string name;
     std::vector<std::string> patterns;
@@ -29,9 +29,9 @@ struct FileQuestion {
     std::string title;
     /// The path of the file that is selected at first; may be empty.
     std::string initial_path;
-    /// The first one applies at first.
+    /// The first one is active when the requester opens.
     std::vector<FileFilter> filters;
-    /// Tries to open a file that was chosen: the system's error number, 0 if it could be opened.
+    /// Tries to open the chosen file: the system's error number, 0 if it could be opened.
     std::function<int(const std::string &path)> error_of_opening;
 };
 
@@ -48,23 +48,20 @@ struct ModeQuestion {
     int height;
 };
 
-/// Whether requesters can be shown; starts the toolkit at the first call. A failure's reason goes to standard
-/// error.
+/// Whether requesters can be shown. The first call starts the toolkit; if that fails, the reason goes to
+/// standard error.
 bool can_show_requesters();
 
-/// Lets the toolkit answer other programs that ask for a text copied in a requester that is closed by now.
-/// Called in every pass. Does not wait, and does nothing before the toolkit was started.
+/// Called in every pass. Lets the toolkit give other programs the text that the user copied in a requester,
+/// even after the requester was closed. Does not wait, and does nothing before the toolkit was started.
 void serve_toolkit();
 
-/// The path of the file that the user chose, nothing if the requester was cancelled. A file that cannot be
-/// opened is not taken: the user reads why and may choose again.
+/// The path of the file that the user chose; nothing if they cancelled. If the chosen file cannot be opened,
+/// the user is shown why and may choose again.
 std::optional<std::string> ask_for_file(const FileQuestion &question, const WhileOpen &while_open);
 
-/// The mode and size that the user confirmed, nothing if the requester was cancelled.
+/// The mode and size that the user confirmed; nothing if they cancelled.
 std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, const ModeQuestion &initial,
                                          const WhileOpen &while_open);
-
-/// Shows a text until the user closes it.
-void show_notice(const std::string &title, const std::string &text, const WhileOpen &while_open);
 
 } // namespace host

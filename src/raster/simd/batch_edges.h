@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The edges of a batch of triangles: what the setup hands to the rows.
+// The edges of a batch of triangles: what the setup passes to the rows.
 #pragma once
 
 #include "raster/simd/triangle_batch.h"

@@ -104,7 +104,7 @@ HWY_INLINE Words corner_words() {
 }
 
 /// Appends those triangles of the vector of polygons at the walk's word that face the viewer to the batch.
-/// Loading the corners is not a function of its own: GCC would return them through memory, and flat frames
+/// Loading the corners is not a separate function: GCC would return them through memory, and flat frames
 /// would take 10 percent longer.
 template <Kind kind>
 HWY_INLINE void append_facing(const PolygonWalk &walk, TriangleBatch &batch) {

@@ -53,8 +53,8 @@ struct PolygonWalk {
     std::int32_t polygons = 0;
     /// Up to this word polygons are taken one at a time.
     std::size_t singly_until = 0;
-    /// What is left of a polygon that was cut short by the end of a batch: the indices of its points, and the
-    /// next triangle's last point; 0 if nothing is left.
+    /// The rest of a polygon that was cut short by the end of a batch: the indices of its points, and the
+    /// next triangle's last point; 0 if there is no rest.
     std::span<const std::uint16_t> fan;
     std::size_t next_of_fan = 0;
 

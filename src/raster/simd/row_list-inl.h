@@ -59,7 +59,7 @@ public:
           first_span_(drawer.spans.count) {}
 
     /// Adds the rows of the triangle in this lane of the group. A triangle of few rows waits in the list, so
-    /// that one vector holds the rows of several; one of many rows fills vectors of its own.
+    /// that one vector holds the rows of several; one of many rows fills its own vectors.
     HWY_INLINE void add(std::size_t triangle) {
         const WordLanes words;
         const ListLanes listed;

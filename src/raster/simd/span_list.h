@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Spans: rows of triangles that have pixels, in drawing order. What the rows hand to the drawing.
+// Spans: rows of triangles that have pixels, in drawing order. What the rows pass to the drawing.
 #pragma once
 
 #include "raster/simd/vector_size.h"

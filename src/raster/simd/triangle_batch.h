@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A batch of visible triangles in structure-of-arrays form: what culling and lighting hand to the setup.
+// A batch of visible triangles in structure-of-arrays form: what culling and lighting pass to the setup.
 #pragma once
 
 #include "raster/simd/vector_size.h"

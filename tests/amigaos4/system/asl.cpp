@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// asl.library: requesters that take their answers from the input.
+// asl.library: requesters that get their answers from the input.
 #include <proto/asl.h>
 
 #include "record.h"
@@ -20,7 +20,7 @@ struct Requester {
     APTR shown() { return type == ASL_FileRequest ? static_cast<APTR>(&file) : &mode; }
 };
 
-/// The one requester that can be held.
+/// The requester; there can be only one at a time.
 Requester held;
 
 void set_texts(const std::string &drawer, const std::string &file) {

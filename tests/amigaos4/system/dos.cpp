@@ -31,7 +31,7 @@ void amiga::keep_command_line(int argc, char **argv) {
 
 RDArgs *DOSIFace::ReadArgs(CONST_STRPTR arguments_template, int32 *array, RDArgs *arguments) {
     amiga::record("ReadArgs %s%s", arguments_template, arguments == nullptr ? "" : " arguments");
-    // One required word is all that the template asks for.
+    // The template requires exactly one word.
     if (word_count != 2) {
         return nullptr;
     }

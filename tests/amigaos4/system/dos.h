@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What dos.library knows of the start.
+// What dos.library knows about the start.
 #pragma once
 
 namespace amiga {

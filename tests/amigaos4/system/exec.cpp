@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// exec.library, and the start-up code that gives it to the program.
+// exec.library, and the start-up code that passes it to the program.
 #include <proto/dos.h>
 #include <proto/exec.h>
 
@@ -16,10 +16,10 @@ ExecIFace *IExec = nullptr;
 
 namespace {
 
-/// The version of every library for which the test names none.
+/// The version of every library, unless the test names another.
 constexpr UWORD own_version = 54;
 
-/// An open library and its interface, whose methods need to know nothing but the library's name.
+/// An open library and its interface, whose methods need only the library's name.
 struct OpenedLibrary {
     Library base{};
     Interface interface {};
@@ -100,7 +100,7 @@ void ExecIFace::ReplyMsg(Message *message) {
     amiga::record("ReplyMsg");
     amiga::hold("messages", -1);
     auto *event = reinterpret_cast<IntuiMessage *>(message);
-    // Whoever reads it now notices.
+    // A program that reads the message now gets nonsense.
     std::memset(event, 0xA5, sizeof *event);
     delete event;
 }

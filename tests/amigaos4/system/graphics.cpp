@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// graphics.library. Of a bitmap there is its size alone; the pixels that are written go into the file of
-// frames.
+// graphics.library. A bitmap has only a size; written pixels go into the file of frames.
 #include <proto/graphics.h>
 
 #include "record.h"

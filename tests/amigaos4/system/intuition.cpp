@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// intuition.library: screens, windows and screen buffers that nothing shows.
+// intuition.library: screens, windows and screen buffers that are never shown.
 #include <proto/intuition.h>
 
 #include "record.h"
@@ -18,8 +18,8 @@ ULONG tag(const TagItem *tags, ULONG wanted) {
     return 0;
 }
 
-/// Records a call with its tags in hexadecimal, as NUMBER=VALUE, where NUMBER counts from TAG_USER. Of what a
-/// pointer points to only that it is there.
+/// Records a call with its tags in hexadecimal, as NUMBER=VALUE, where NUMBER counts from TAG_USER. A pointer
+/// is only recorded as set.
 void record_tags(const char *call, const TagItem *tags) {
     std::ostringstream line;
     line << call << std::hex;
@@ -125,7 +125,7 @@ ULONG IntuitionIFace::ChangeScreenBuffer(Screen *, ScreenBuffer *) {
 VOID IntuitionIFace::SetPointer(Window *, UWORD *pointer, WORD height, WORD width, WORD x_offset,
                                 WORD y_offset) {
     int words = 0;
-    // An image is two words a row, enclosed by two zero words at either end.
+    // An image has two words per row, with two zero words before and after all rows.
     for (int at = 0; at < 2 * height + 4; ++at) {
         words += pointer[at] != 0 ? 1 : 0;
     }

@@ -10,7 +10,8 @@ namespace amiga {
 
 namespace {
 
-/// What the program holds of each kind. Never destroyed, since the process's last function reads it.
+/// How many objects of each kind the program holds. Never destroyed, since the process's last function reads
+/// it.
 std::map<std::string, int> &held() {
     static auto *counts = new std::map<std::string, int>;
     return *counts;

@@ -15,10 +15,10 @@ namespace amiga {
 
 namespace {
 
-/// The passes whose frame was written.
+/// The number of frames that were written, one per pass.
 int passes = 0;
 
-/// What is left of the input.
+/// The events and answers that are left.
 struct Script {
     std::deque<Event> events;
     std::deque<Answer> answers;

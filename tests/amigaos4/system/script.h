@@ -18,7 +18,7 @@ struct Event {
     int16 dy = 0;
 };
 
-/// A requester's answer; neither a file nor a mode if it was cancelled.
+/// A requester's answer; neither a file nor a mode if the user cancels.
 struct Answer {
     bool is_file = false;
     bool is_mode = false;
@@ -29,10 +29,10 @@ struct Answer {
     ULONG height = 0;
 };
 
-/// Counts the frames that the program wrote, which are its passes.
+/// Counts a frame that the program wrote, which is a pass.
 void begin_input_of_pass();
 
-/// The next event of this pass, or of one before it; nothing if there is none.
+/// The next event of this pass or an earlier one; nothing if there is none.
 std::optional<Event> next_event();
 
 /// The next answer; a cancelled one if there is none left.

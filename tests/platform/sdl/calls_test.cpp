@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The program's system calls on the desktop, on SDL's driver without a display.
+// Tests of the program's system calls on the desktop host, with SDL's driver that has no display.
 #include "platform/dos.h"
 #include "platform/intuition.h"
 #include "platform/sdl/host.h"
@@ -149,14 +149,14 @@ protected:
 using Events = std::vector<std::pair<ULONG, int>>;
 const Events escape{{IDCMP_VANILLAKEY, 27}};
 
-TEST_F(Calls, AFrameThatWasWrittenIsShownInItsColours) {
+TEST_F(Calls, WrittenFrameIsShownInItsColours) {
     open();
     write_frame(200);
     messages();
     EXPECT_EQ(shown(), colour_of(200));
 }
 
-TEST_F(Calls, AFrameIsShownOnce) {
+TEST_F(Calls, FrameIsShownOnce) {
     open();
     write_frame(200);
     messages();
@@ -168,7 +168,7 @@ TEST_F(Calls, AFrameIsShownOnce) {
     EXPECT_EQ(shown(), colour_of(200));
 }
 
-TEST_F(Calls, AFrameThatWasNotShownIsForgottenWithItsScreen) {
+TEST_F(Calls, UnshownFrameIsForgottenWithItsScreen) {
     open();
     write_frame(200);
     close();
@@ -178,7 +178,7 @@ TEST_F(Calls, AFrameThatWasNotShownIsForgottenWithItsScreen) {
     EXPECT_EQ(shown(), 0x123456U);
 }
 
-TEST_F(Calls, TheFirstScreenBufferIsTheScreensAndTheOthersAreApart) {
+TEST_F(Calls, FirstScreenBufferIsTheScreensAndOthersAreSeparate) {
     open();
     ScreenBuffer *first = AllocScreenBuffer(screen, nullptr, SB_SCREEN_BITMAP);
     ScreenBuffer *second = AllocScreenBuffer(screen, nullptr, 0);
@@ -192,7 +192,7 @@ TEST_F(Calls, TheFirstScreenBufferIsTheScreensAndTheOthersAreApart) {
     }
 }
 
-TEST_F(Calls, TheBufferThatWasChangedToIsShown) {
+TEST_F(Calls, CurrentScreenBufferIsShown) {
     open();
     ScreenBuffer *first = AllocScreenBuffer(screen, nullptr, SB_SCREEN_BITMAP);
     ScreenBuffer *second = AllocScreenBuffer(screen, nullptr, 0);
@@ -209,7 +209,7 @@ TEST_F(Calls, TheBufferThatWasChangedToIsShown) {
     FreeScreenBuffer(screen, first);
 }
 
-TEST_F(Calls, AWishToQuitArrivesAsOneEscape) {
+TEST_F(Calls, RequestToQuitArrivesAsOneEscape) {
     open();
     host::request_quit();
     write_frame(0);
@@ -218,14 +218,14 @@ TEST_F(Calls, AWishToQuitArrivesAsOneEscape) {
     EXPECT_EQ(messages(), Events{});
 }
 
-TEST_F(Calls, TheEndOfTheDisplayServerIsAWishToQuit) {
+TEST_F(Calls, EndOfTheDisplayServerIsARequestToQuit) {
     open();
     add(SDL_QUIT);
     write_frame(0);
     EXPECT_EQ(messages(), escape);
 }
 
-TEST_F(Calls, EventsThatWaitAndThoseThatAreHeldGoWithTheirWindow) {
+TEST_F(Calls, ClosingTheWindowDropsWaitingAndHeldEvents) {
     open();
     write_frame(0);
     messages();
@@ -239,7 +239,7 @@ TEST_F(Calls, EventsThatWaitAndThoseThatAreHeldGoWithTheirWindow) {
     EXPECT_EQ(messages(), Events{});
 }
 
-TEST_F(Calls, ARequesterIsCancelledByAWishToQuitAndByTheEndOfTheDisplayServer) {
+TEST_F(Calls, RequesterIsCancelledByARequestToQuitAndByTheEndOfTheDisplayServer) {
     open();
     drop_events();
     EXPECT_EQ(host::order_to_requester(), host::Order::wait);
@@ -252,7 +252,7 @@ TEST_F(Calls, ARequesterIsCancelledByAWishToQuitAndByTheEndOfTheDisplayServer) {
     EXPECT_EQ(host::order_to_requester(), host::Order::cancel);
 }
 
-TEST_F(Calls, ARequesterComesForwardOnceWhenTheViewerGetsTheFocus) {
+TEST_F(Calls, RequesterComesForwardOnceWhenTheViewerGetsTheFocus) {
     open();
     drop_events();
     add(SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_GAINED);
@@ -261,7 +261,7 @@ TEST_F(Calls, ARequesterComesForwardOnceWhenTheViewerGetsTheFocus) {
     EXPECT_EQ(host::order_to_requester(), host::Order::wait);
 }
 
-TEST_F(Calls, TheRequesterForAModeBeginsWithTheScreenThatWasOpenedLast) {
+TEST_F(Calls, ModeRequesterBeginsWithTheLastScreen) {
     open(3);
     const ScreenModeRequester initial = host::hooks.initial_mode();
     EXPECT_EQ(initial.sm_DisplayID, 3U);
@@ -274,7 +274,7 @@ TEST_F(Calls, TheRequesterForAModeBeginsWithTheScreenThatWasOpenedLast) {
     EXPECT_EQ(host::hooks.initial_mode().sm_DisplayID, 3U);
 }
 
-TEST_F(Calls, WhatNoScreenCanHaveIsNamed) {
+TEST_F(Calls, ImpossibleValuesOfAScreenAreNamed) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(open_screen(9, 0, 16385), nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -283,7 +283,7 @@ TEST_F(Calls, WhatNoScreenCanHaveIsNamed) {
               "zelvo: no screen has a height of 16385, only of 1 to 16384\n");
 }
 
-TEST_F(Calls, TheDisplayIsLetGoWithTheLastLibrary) {
+TEST_F(Calls, DisplayIsDisconnectedWithTheLastLibrary) {
     Library *other = OpenLibrary("graphics.library", 39);
     open();
     close();
@@ -294,7 +294,7 @@ TEST_F(Calls, TheDisplayIsLetGoWithTheLastLibrary) {
     library = OpenLibrary("intuition.library", 39);
 }
 
-TEST_F(Calls, TheDrawingContextKeepsPenModeAndPlace) {
+TEST_F(Calls, DrawingContextKeepsPenModeAndPlace) {
     RastPort context{};
     InitRastPort(&context);
     SetAPen(&context, 7);
@@ -309,7 +309,7 @@ TEST_F(Calls, TheDrawingContextKeepsPenModeAndPlace) {
     EXPECT_EQ(context.cp_x, 11 + 2 * 8);
 }
 
-TEST_F(Calls, TheObjectsNameHasNoBlanks) {
+TEST_F(Calls, NameOfTheObjectHasNoBlanks) {
     sdl::set_up({{"my objects/a%20b.lwo"}, {}});
     std::array<ArgumentSlot, 1> slots{};
     RDArgs *arguments = ReadArgs("FILE/A", slots.data(), nullptr);
@@ -318,7 +318,7 @@ TEST_F(Calls, TheObjectsNameHasNoBlanks) {
     FreeArgs(arguments);
 }
 
-TEST_F(Calls, OnlyASettingsFileThatIsLoadedIsRemembered) {
+TEST_F(Calls, OnlyALoadedSettingsFileIsRemembered) {
     const TemporaryFiles files;
     const std::filesystem::path folder(files.folder());
     setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
@@ -340,13 +340,13 @@ TEST_F(Calls, OnlyASettingsFileThatIsLoadedIsRemembered) {
     unsetenv("XDG_CONFIG_HOME");
 }
 
-TEST_F(Calls, TheScreenSaverMayComeWhileTheViewerRuns) {
+TEST_F(Calls, ScreenSaverMayStartWhileTheViewerRuns) {
     open();
     EXPECT_EQ(SDL_IsScreenSaverEnabled(), SDL_TRUE);
 }
 
-TEST_F(Calls, PassesAndWaitsForTheDisplayKeepToItsRate) {
-    // No more than 60 per second, on however slow a machine. The first two need not wait.
+TEST_F(Calls, PassesAndWaitsKeepToTheDisplaysRate) {
+    // At most 60 per second, even on a slow machine. The first two need not wait.
     open();
     const Uint64 start = SDL_GetPerformanceCounter();
     for (int pass = 0; pass < 12; ++pass) {
@@ -361,13 +361,13 @@ TEST_F(Calls, PassesAndWaitsForTheDisplayKeepToItsRate) {
     EXPECT_GE(seconds_since(middle), 10 / 60.0 - 0.001);
 }
 
-TEST_F(Calls, APassThatNobodySeesIsNotShownAndTakesAQuarterOfASecond) {
+TEST_F(Calls, PassOfAHiddenWindowIsNotShownAndTakesAQuarterOfASecond) {
     open();
     write_frame(0);
     messages();
     paint_over(0x123456);
     SDL_HideWindow(host::picture_window());
-    // An event would end the wait.
+    // A waiting event would end the wait early.
     SDL_PumpEvents();
     drop_events();
     const Uint64 start = SDL_GetPerformanceCounter();
@@ -382,7 +382,7 @@ bool is_hidden() {
     return (SDL_GetWindowFlags(host::picture_window()) & SDL_WINDOW_HIDDEN) != 0;
 }
 
-TEST_F(Calls, AFullScreenMakesRoomForARequesterAndAWindowStays) {
+TEST_F(Calls, FullScreenMakesRoomForARequesterAndAWindowStays) {
     for (const ULONG mode : {0, 1}) {
         open(mode);
         EXPECT_FALSE(is_hidden());

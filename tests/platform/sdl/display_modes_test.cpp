@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The numbers of the display modes, which settings files keep.
+// Tests of the display modes' numbers, which are stored in settings files.
 #include "platform/window/display_modes.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ TEST(DisplayModes, FullScreenIsNumberZero) {
     EXPECT_TRUE(mode->is_full_screen);
 }
 
-TEST(DisplayModes, WindowsHaveTheirFactorsNumber) {
+TEST(DisplayModes, WindowsAreNumberedByTheirFactor) {
     for (std::uint32_t id = 1; id <= 4; ++id) {
         const host::DisplayMode *mode = host::find_display_mode(id);
         ASSERT_NE(mode, nullptr);

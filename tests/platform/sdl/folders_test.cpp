@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the settings of a desktop's user are.
+// Tests of the settings folders on a desktop.
 #include "platform/posix/folders.h"
 #include "platform/sdl/file_names.h"
 #include "platform/sdl/host.h"
@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Done just before the next rename, as if another start came in between.
+/// Called just before the next rename, to act as another process.
 std::function<void()> before_rename;
 
 } // namespace
@@ -104,12 +104,12 @@ TEST_F(Folders, ARelativeConfigurationFolderIsIgnored) {
     EXPECT_EQ(host::lasting_settings_folder(), (root / ".config" / "zelvo").string());
 }
 
-TEST_F(Folders, ThisLoginsFolderIsMadePrivate) {
+TEST_F(Folders, LoginsFolderIsPrivate) {
     EXPECT_EQ(host::session_settings_folder(), (runtime / "zelvo").string());
     EXPECT_EQ(mode_of(runtime / "zelvo"), 0700U);
 }
 
-TEST_F(Folders, ThisLoginsFolderBeginsAsACopyOfTheLastingSettings) {
+TEST_F(Folders, LoginsFolderStartsAsACopyOfTheLastingSettings) {
     fs::create_directories(root / "config" / "zelvo");
     std::ofstream(root / "config" / "zelvo" / "Zelvo.vars") << "kept";
     std::ofstream(root / "config" / "zelvo" / ".Zelvo.vars.unfinished") << "not kept";
@@ -119,7 +119,7 @@ TEST_F(Folders, ThisLoginsFolderBeginsAsACopyOfTheLastingSettings) {
     EXPECT_EQ(std::distance(fs::directory_iterator(runtime), fs::directory_iterator()), 1);
 }
 
-TEST_F(Folders, ALaterUseCopiesNothing) {
+TEST_F(Folders, LaterUseCopiesNothing) {
     ASSERT_TRUE(host::session_settings_folder());
     fs::create_directories(root / "config" / "zelvo");
     std::ofstream(root / "config" / "zelvo" / "Zelvo.vars") << "late";
@@ -127,37 +127,37 @@ TEST_F(Folders, ALaterUseCopiesNothing) {
     EXPECT_FALSE(fs::exists(runtime / "zelvo" / "Zelvo.vars"));
 }
 
-TEST_F(Folders, WithoutARuntimeFolderAPrivateOneIsMade) {
+TEST_F(Folders, WithoutARuntimeFolderAPrivateOneIsCreated) {
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(host::session_settings_folder(), private_folder().string());
     EXPECT_EQ(mode_of(private_folder()), 0700U);
 }
 
-TEST_F(Folders, ARuntimeFolderThatOthersMayWriteToIsNotUsed) {
+TEST_F(Folders, RuntimeFolderThatOthersMayWriteToIsNotUsed) {
     ASSERT_EQ(chmod(runtime.c_str(), 0777), 0);
     EXPECT_EQ(host::session_settings_folder(), private_folder().string());
 }
 
-TEST_F(Folders, ALinkIsRefused) {
+TEST_F(Folders, LinkIsRefused) {
     fs::create_directory_symlink(runtime, private_folder());
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_FALSE(host::session_settings_folder());
 }
 
-TEST_F(Folders, AFileIsRefused) {
+TEST_F(Folders, FileIsRefused) {
     std::ofstream(private_folder()) << "in the way";
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_FALSE(host::session_settings_folder());
 }
 
-TEST_F(Folders, AFolderThatOthersMayWriteToIsRefused) {
+TEST_F(Folders, FolderThatOthersMayWriteToIsRefused) {
     fs::create_directory(private_folder());
     ASSERT_EQ(chmod(private_folder().c_str(), 0777), 0);
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_FALSE(host::session_settings_folder());
 }
 
-TEST_F(Folders, SomebodyElsesFolderIsRefused) {
+TEST_F(Folders, AnotherUsersFolderIsRefused) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can give a folder away";
     }
@@ -168,7 +168,7 @@ TEST_F(Folders, SomebodyElsesFolderIsRefused) {
     EXPECT_FALSE(host::session_settings_folder());
 }
 
-TEST_F(Folders, TheLastingFolderIsMadeForWritingAlone) {
+TEST_F(Folders, LastingFolderIsCreatedOnlyForWriting) {
     const std::string path = (root / "config" / "zelvo" / "Zelvo.vars").string();
     EXPECT_EQ(host::path_of_name("ENVARC:Zelvo.vars", false), path);
     EXPECT_FALSE(fs::exists(root / "config"));
@@ -181,14 +181,14 @@ TEST_F(Folders, OtherNamesArePathsAlready) {
     EXPECT_EQ(host::path_of_name("ENVIRONMENT.lwo", false), "ENVIRONMENT.lwo");
 }
 
-TEST_F(Folders, BlanksAreReadFromTheirWrittenForm) {
+TEST_F(Folders, ReplacedBlanksAreRestored) {
     const std::string folder = root.string();
     EXPECT_EQ(host::path_of_name(folder + "/a%20b.chunky", false), folder + "/a b.chunky");
     EXPECT_EQ(host::path_of_name(folder + "/a%2520b.chunky", false), folder + "/a%20b.chunky");
     EXPECT_EQ(host::path_of_name("ENVARC:a%20b", false), (root / "config" / "zelvo" / "a b").string());
 }
 
-TEST_F(Folders, ANameThatLooksLikeAWrittenFormIsItselfWhereOnlyThatExists) {
+TEST_F(Folders, NameIsTakenLiterallyIfOnlyThatFileExists) {
     const std::string looking_like_it = (root / "a%20b.chunky").string();
     const std::string meant = (root / "a b.chunky").string();
     std::ofstream(looking_like_it) << "x";
@@ -197,7 +197,7 @@ TEST_F(Folders, ANameThatLooksLikeAWrittenFormIsItselfWhereOnlyThatExists) {
     EXPECT_EQ(host::path_of_name(looking_like_it, false), meant);
 }
 
-TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
+TEST_F(Folders, InstalledFileIsOpenedOnlyIfTheCurrentFolderHasNone) {
     const fs::path before = fs::current_path();
     fs::current_path(root);
     const std::string name = "Zelvo_envmap.chunky";
@@ -210,7 +210,7 @@ TEST_F(Folders, AnInstalledFileIsOpenedOnlyWhereThereIsNoneAtHand) {
     fs::current_path(before);
 }
 
-TEST_F(Folders, OnlyAFolderThatNobodyElseMayWriteToIsUsed) {
+TEST_F(Folders, OnlyAFolderThatNoOtherUserMayWriteToIsUsed) {
     for (const auto &[mode, is_used] : {std::pair(0700, true),
                                         {0755, true},
                                         {0711, true},
@@ -230,7 +230,7 @@ TEST_F(Folders, OnlyAFolderThatNobodyElseMayWriteToIsUsed) {
     }
 }
 
-TEST_F(Folders, ARefusedFolderIsNamed) {
+TEST_F(Folders, RefusedFolderIsNamed) {
     fs::create_directory_symlink(runtime, private_folder());
     unsetenv("XDG_RUNTIME_DIR");
     testing::internal::CaptureStderr();
@@ -239,7 +239,7 @@ TEST_F(Folders, ARefusedFolderIsNamed) {
               "zelvo: no settings: " + private_folder().string() + " is not a folder of yours alone\n");
 }
 
-TEST_F(Folders, AStartThatIsOvertakenKeepsTheOthersFolderAndLeavesNothing) {
+TEST_F(Folders, SlowerStartUsesTheOthersFolderAndCleansUp) {
     keep_lasting_settings();
     before_rename = [this] {
         ASSERT_EQ(mkdir((runtime / "zelvo").c_str(), 0700), 0);
@@ -250,7 +250,7 @@ TEST_F(Folders, AStartThatIsOvertakenKeepsTheOthersFolderAndLeavesNothing) {
     EXPECT_EQ(names_in(runtime), std::vector<std::string>{"zelvo"});
 }
 
-TEST_F(Folders, ManyStartsAtOnceMakeOneFolder) {
+TEST_F(Folders, SimultaneousStartsMakeOneFolder) {
     keep_lasting_settings();
     std::array<int, 2> gate{};
     ASSERT_EQ(pipe(gate.data()), 0);
@@ -261,7 +261,7 @@ TEST_F(Folders, ManyStartsAtOnceMakeOneFolder) {
         if (child == 0) {
             char byte = 0;
             close(gate[1]);
-            // The end of the pipe comes to all of them at the same time.
+            // All of them see the end of the pipe at the same time.
             const bool is_open = read(gate[0], &byte, 1) == 0;
             const auto folder = host::session_settings_folder();
             _exit(is_open && folder && text_of(fs::path(*folder) / "Zelvo.vars") == "kept" ? 0 : 1);
@@ -278,7 +278,7 @@ TEST_F(Folders, ManyStartsAtOnceMakeOneFolder) {
     EXPECT_EQ(names_in(runtime), std::vector<std::string>{"zelvo"});
 }
 
-TEST_F(Folders, ThisLoginsFolderIsWholeWhenItGetsItsName) {
+TEST_F(Folders, LoginsFolderIsCompleteWhenItGetsItsName) {
     keep_lasting_settings();
     std::vector<std::string> names;
     before_rename = [&] {
@@ -292,7 +292,7 @@ TEST_F(Folders, ThisLoginsFolderIsWholeWhenItGetsItsName) {
     EXPECT_EQ(text_of(runtime / "zelvo" / "Zelvo.vars"), "kept");
 }
 
-TEST_F(Folders, OnlyFilesAreCopiedAndLinksAsWhatTheyName) {
+TEST_F(Folders, OnlyFilesAndTargetsOfLinksAreCopied) {
     keep_lasting_settings();
     const fs::path lasting = root / "config" / "zelvo";
     fs::create_directory(lasting / "folder");
@@ -306,7 +306,7 @@ TEST_F(Folders, OnlyFilesAreCopiedAndLinksAsWhatTheyName) {
     EXPECT_EQ(text_of(runtime / "zelvo" / "link"), "kept");
 }
 
-TEST_F(Folders, AHomeThatIsNotInTheEnvironmentIsTheUsersOwn) {
+TEST_F(Folders, HomeThatIsNotInTheEnvironmentIsLookedUp) {
     unsetenv("XDG_CONFIG_HOME");
     for (const char *value : {static_cast<const char *>(nullptr), "", "relative"}) {
         value == nullptr ? unsetenv("HOME") : setenv("HOME", value, 1);
@@ -316,7 +316,7 @@ TEST_F(Folders, AHomeThatIsNotInTheEnvironmentIsTheUsersOwn) {
     }
 }
 
-TEST_F(Folders, ARuntimeFolderThatIsNoneIsNotUsed) {
+TEST_F(Folders, InvalidRuntimeFolderIsNotUsed) {
     std::ofstream(root / "file") << "x";
     fs::create_directory_symlink(runtime, root / "link");
     for (const std::string &value : {std::string("runtime"), (root / "missing").string(),
@@ -326,7 +326,7 @@ TEST_F(Folders, ARuntimeFolderThatIsNoneIsNotUsed) {
     }
 }
 
-TEST_F(Folders, TheLastingFolderThatIsThereStays) {
+TEST_F(Folders, ExistingLastingFolderStays) {
     keep_lasting_settings();
     const std::string folder = (root / "config" / "zelvo").string();
     ASSERT_EQ(chmod(folder.c_str(), 0755), 0);
@@ -336,7 +336,7 @@ TEST_F(Folders, TheLastingFolderThatIsThereStays) {
     EXPECT_TRUE(host::make_lasting_settings_folder((root / "link").string()));
 }
 
-TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsReported) {
+TEST_F(Folders, ReasonWhyTheLastingFolderCannotBeCreatedIsReported) {
     std::ofstream(root / "file") << "x";
     EXPECT_FALSE(host::make_lasting_settings_folder((root / "file").string()));
     EXPECT_EQ(errno, EEXIST);
@@ -346,10 +346,10 @@ TEST_F(Folders, WhyTheLastingFolderCannotBeMadeIsReported) {
     EXPECT_EQ(errno, ENOENT);
 }
 
-TEST_F(Folders, ARunKeepsToTheFolderItFoundFirst) {
+TEST_F(Folders, RunKeepsTheFolderThatItFoundFirst) {
     const pid_t child = fork();
     if (child == 0) {
-        // What was found first is kept for the whole process, which is this one.
+        // The first folder found is kept for the whole process, so this needs a separate process.
         const auto first = host::path_of_name("ENV:Zelvo.vars", false);
         fs::create_directory(root / "other");
         setenv("XDG_RUNTIME_DIR", (root / "other").c_str(), 1);
@@ -361,13 +361,13 @@ TEST_F(Folders, ARunKeepsToTheFolderItFoundFirst) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(Folders, AVolumeWithoutAFolderHasNoPathsAndSaysWhy) {
+TEST_F(Folders, VolumeWithoutAFolderHasNoPathsAndAReason) {
     const pid_t child = fork();
     if (child == 0) {
         fs::create_directory(runtime / "zelvo");
         EXPECT_EQ(chmod((runtime / "zelvo").c_str(), 0777), 0);
         const bool is_none = !host::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
-        // The second time it is known.
+        // The second call uses the remembered result.
         const bool is_none_again = !host::path_of_name("ENV:Zelvo.vars", true) && errno == EPERM;
         _exit(is_none && is_none_again ? 0 : 1);
     }
@@ -380,14 +380,14 @@ TEST_F(Folders, AVolumeWithoutAFolderHasNoPathsAndSaysWhy) {
     EXPECT_TRUE(host::path_of_name("ENVARC:Zelvo.vars", false));
 }
 
-TEST_F(Folders, AnInstalledFileIsLookedForBesideTheProgram) {
+TEST_F(Folders, InstalledFileIsLookedForRelativeToTheProgram) {
     const fs::path program = fs::read_symlink("/proc/self/exe");
     const fs::path installed = host::installed_data_path("Zelvo_envmap.chunky");
     EXPECT_EQ(installed.filename(), "Zelvo_envmap.chunky");
     EXPECT_EQ(installed.parent_path(), program.parent_path().parent_path() / "share" / "zelvo");
 }
 
-TEST_F(Folders, AnInstalledFileIsWrittenWhereItIsNamed) {
+TEST_F(Folders, InstalledFileIsWrittenInTheCurrentFolder) {
     const fs::path before = fs::current_path();
     fs::current_path(root);
     sdl::set_up({{}, {"Zelvo_envmap.chunky"}});

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Words and sizes as the toolkit shows them.
+// Tests of words and sizes as the toolkit shows them.
 #include "platform/sdl/gtk_words.h"
 
 #include <gtest/gtest.h>
 #include <pango/pangocairo.h>
 
-/// Asked by the sanitized build: the fonts' library keeps what it has read until the process ends.
+/// Read by LeakSanitizer: the fonts' library keeps its data until the process ends.
 extern "C" const char *__lsan_default_suppressions() {
     return "leak:libfontconfig\n";
 }
 
 namespace {
 
-/// Where the toolkit's text engine draws the character at an index of a text, in a dialog that is read from
-/// the right.
+/// Where the toolkit's text engine draws the character at this index, in a dialog that is read from right to
+/// left.
 int place_from_the_left(const std::string &text, std::size_t index) {
     PangoContext *context = pango_font_map_create_context(pango_cairo_font_map_get_default());
     pango_context_set_base_dir(context, PANGO_DIRECTION_RTL);
@@ -32,12 +32,12 @@ bool is_width_left_of_height(const std::string &text) {
 
 } // namespace
 
-TEST(SizeWords, KeepTheirOrderWhereTextIsReadFromTheRight) {
+TEST(SizeWords, KeepTheirOrderInTextFromRightToLeft) {
     EXPECT_TRUE(is_width_left_of_height(host::size_words(320, 256)));
     EXPECT_FALSE(is_width_left_of_height("320 \u00D7 256"));
 }
 
-TEST(ToolkitWords, AreTheHostsOwnWhereThereIsNoTranslation) {
+TEST(ToolkitWords, AreTheHostsOwnWithoutATranslation) {
     EXPECT_EQ(host::toolkit_words("no such word", "own"), "own");
     EXPECT_EQ(host::toolkit_words("no such word"), "no such word");
 }

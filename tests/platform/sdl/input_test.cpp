@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
-// What the desktop's events become, on SDL's driver without a display.
+// Tests of the events that the desktop's input becomes, with SDL's driver that has no display.
 #include "platform/sdl/input.h"
 
+#include "platform/sdl/keyboard.h"
 #include "platform/sdl/sdl_window.h"
 #include "platform/window/display_modes.h"
 #include "platform/window/picture_window.h"
 #include "platform/window/windowed_host.h"
+#include "support/temporary_files.h"
 
 #include <SDL.h>
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -20,7 +23,7 @@ protected:
         setenv("SDL_VIDEODRIVER", "dummy", 1);
         ASSERT_TRUE(host::open_picture_window({320, 256}, *host::find_display_mode(1), "input"));
         take();
-        // The window gets the focus when it opens; the tests begin when that is long past.
+        // The window gets the focus when it opens. The tests begin long after that.
         now = SDL_GetTicks() + 10'000;
         press(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT, nothing);
         taken.clear();
@@ -32,7 +35,7 @@ protected:
         host::quit_requested = 0;
     }
 
-    /// Appends the event to SDL's queue with the test's own time, which SDL_PushEvent would overwrite.
+    /// Adds the event to SDL's queue with the test's time, which SDL_PushEvent would overwrite.
     void add(SDL_Event event) {
         event.common.timestamp = now;
         ASSERT_EQ(SDL_PeepEvents(&event, 1, SDL_ADDEVENT, 0, 0), 1);
@@ -63,7 +66,7 @@ protected:
         take();
     }
 
-    /// A key that sends a text, and the text.
+    /// Presses a key and sends its text.
     void type(SDL_Scancode place, SDL_Keycode symbol, Uint16 modifiers, const char *text) {
         press(place, symbol, modifiers);
         SDL_Event event{};
@@ -97,7 +100,7 @@ protected:
         return (SDL_GetWindowFlags(host::picture_window()) & SDL_WINDOW_FULLSCREEN) != 0;
     }
 
-    /// The codes of the messages of a class.
+    /// The codes of all messages of this class.
     std::vector<int> codes(ULONG message_class) const {
         std::vector<int> result;
         for (const IntuiMessage &message : taken) {
@@ -118,7 +121,65 @@ protected:
 
 using Codes = std::vector<int>;
 
-TEST_F(Input, ALetterArrivesAsItsCharacterOnce) {
+TEST_F(Input, KeysOfTheHostAreNoCommandsOfTheProgram) {
+    using host::HostCommand;
+    struct HostKey {
+        SDL_Scancode place;
+        SDL_Keycode symbol;
+        Uint16 modifiers;
+        HostCommand command;
+    };
+    const std::array<HostKey, 7> keys{{
+        {SDL_SCANCODE_F1, SDLK_F1, nothing, HostCommand::show_keys},
+        {SDL_SCANCODE_F12, SDLK_F12, nothing, HostCommand::save_picture},
+        {SDL_SCANCODE_O, SDLK_o, KMOD_LCTRL, HostCommand::open_object},
+        {SDL_SCANCODE_PAGEDOWN, SDLK_PAGEDOWN, nothing, HostCommand::open_next},
+        {SDL_SCANCODE_PAGEUP, SDLK_PAGEUP, nothing, HostCommand::open_previous},
+        {SDL_SCANCODE_KP_3, SDLK_KP_3, nothing, HostCommand::open_next},
+        {SDL_SCANCODE_KP_9, SDLK_KP_9, nothing, HostCommand::open_previous},
+    }};
+    for (const HostKey &key : keys) {
+        SDL_KeyboardEvent event{};
+        event.keysym = {key.place, key.symbol, key.modifiers, 0};
+        EXPECT_EQ(host::host_command(event), key.command) << key.symbol;
+        EXPECT_FALSE(host::key_message(event)) << key.symbol;
+        event.repeat = 1;
+        EXPECT_FALSE(host::host_command(event)) << key.symbol;
+        event.repeat = 0;
+        event.keysym.mod = KMOD_LALT;
+        EXPECT_FALSE(host::host_command(event)) << key.symbol;
+    }
+    SDL_KeyboardEvent digit{};
+    digit.keysym = {SDL_SCANCODE_KP_3, SDLK_KP_3, KMOD_NUM, 0};
+    EXPECT_FALSE(host::host_command(digit));
+    digit.keysym = {SDL_SCANCODE_O, SDLK_o, nothing, 0};
+    EXPECT_FALSE(host::host_command(digit));
+}
+
+TEST_F(Input, AFileThatIsDroppedIsOpenedInAnotherRun) {
+    const TemporaryFiles files;
+    const std::string object = files.write("a.lwo", "FORM    LWOB");
+    const auto drop = [this](const std::string &path) {
+        SDL_Event event{};
+        event.type = SDL_DROPFILE;
+        event.drop.file = SDL_strdup(path.c_str());
+        add(event);
+    };
+    drop(object);
+    drop(files.write("b.lwo", "FORM    LWOB"));
+    take();
+    EXPECT_EQ(host::next_object, object);
+    EXPECT_EQ(host::quit_requested, 1);
+    EXPECT_TRUE(taken.empty());
+    host::next_object.clear();
+    host::quit_requested = 0;
+    drop(object);
+    host::drop_input();
+    take();
+    EXPECT_EQ(host::next_object, "");
+}
+
+TEST_F(Input, LetterArrivesOnceAsItsCharacter) {
     type(SDL_SCANCODE_P, SDLK_p, nothing, "p");
     EXPECT_EQ(characters(), Codes{'p'});
     EXPECT_EQ(taken.size(), 1U);
@@ -138,7 +199,7 @@ TEST_F(Input, AllCharactersOfATextArriveInOrder) {
     EXPECT_EQ(characters(), (Codes{'^', 0xE9, 'q'}));
 }
 
-TEST_F(Input, LettersWithModifiersOfTheDesktopAreNoCommands) {
+TEST_F(Input, LettersWithDesktopModifiersAreNoCommands) {
     for (const Uint16 modifier :
          {KMOD_LCTRL, KMOD_RCTRL, KMOD_LALT, KMOD_RALT, KMOD_LGUI, KMOD_RGUI, KMOD_MODE}) {
         type(SDL_SCANCODE_P, SDLK_p, modifier, "p");
@@ -157,7 +218,7 @@ TEST_F(Input, CursorKeysAreRawKeysAndRepeat) {
     EXPECT_EQ(raw_keys(), (Codes{0x4C, 0x4D, 0x4E, 0x4F, 0x4F}));
 }
 
-TEST_F(Input, TheKeypadSteersWithoutNumLockAndOtherwiseTypesDigits) {
+TEST_F(Input, KeypadHasCursorKeysWithoutNumLockAndDigitsWithIt) {
     press(SDL_SCANCODE_KP_8, SDLK_KP_8, nothing);
     press(SDL_SCANCODE_KP_2, SDLK_KP_2, nothing);
     press(SDL_SCANCODE_KP_6, SDLK_KP_6, nothing);
@@ -177,7 +238,7 @@ TEST_F(Input, EscapeArrivesAsItsCharacter) {
     EXPECT_EQ(characters(), Codes{27});
 }
 
-TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
+TEST_F(Input, OnlyControlQIsARequestToQuit) {
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LALT);
     press(SDL_SCANCODE_Q, SDLK_q, KMOD_LCTRL | KMOD_LALT);
     press(SDL_SCANCODE_W, SDLK_w, KMOD_LCTRL);
@@ -189,7 +250,7 @@ TEST_F(Input, ControlQIsAWishToQuitAndOtherCombinationsAreNot) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, F11AndAltEnterSwitchOnceHoweverLongTheyAreHeld) {
+TEST_F(Input, F11AndAltEnterDoNotRepeat) {
     press(SDL_SCANCODE_F11, SDLK_F11, nothing);
     EXPECT_TRUE(is_full_screen());
     press(SDL_SCANCODE_F11, SDLK_F11, nothing, 1);
@@ -205,7 +266,7 @@ TEST_F(Input, F11AndAltEnterSwitchOnceHoweverLongTheyAreHeld) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, LeftAndRightButtonsAreCommandsAndOthersAreNot) {
+TEST_F(Input, OnlyLeftAndRightButtonsAreCommands) {
     click(SDL_BUTTON_LEFT);
     click(SDL_BUTTON_MIDDLE);
     click(SDL_BUTTON_RIGHT);
@@ -213,13 +274,13 @@ TEST_F(Input, LeftAndRightButtonsAreCommandsAndOthersAreNot) {
     EXPECT_EQ(buttons(), (Codes{SELECTDOWN, MENUDOWN}));
 }
 
-TEST_F(Input, ADoubleClickIsTwoClicks) {
+TEST_F(Input, DoubleClickIsTwoClicks) {
     click(SDL_BUTTON_RIGHT);
     click(SDL_BUTTON_RIGHT, 2);
     EXPECT_EQ(buttons(), (Codes{MENUDOWN, MENUDOWN}));
 }
 
-TEST_F(Input, ClicksWithModifiersOfTheDesktopAreNoCommands) {
+TEST_F(Input, ClicksWithDesktopModifiersAreNoCommands) {
     struct Modifier {
         SDL_Scancode place;
         SDL_Keycode symbol;
@@ -243,7 +304,7 @@ TEST_F(Input, ClicksWithModifiersOfTheDesktopAreNoCommands) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
+TEST_F(Input, ModifierMayBeReleasedWhileARequesterIsOpen) {
     press(SDL_SCANCODE_LALT, SDLK_LALT, KMOD_LALT);
     SDL_Event event{};
     event.type = SDL_KEYUP;
@@ -254,12 +315,12 @@ TEST_F(Input, AModifierThatIsReleasedWhileARequesterIsOpenIsReleased) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, ATapIsNoClick) {
+TEST_F(Input, TapIsNoClick) {
     click(SDL_BUTTON_LEFT, 1, SDL_TOUCH_MOUSEID);
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
+TEST_F(Input, ClickOrDoubleClickThatGivesTheFocusIsNoCommand) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
     click(SDL_BUTTON_LEFT);
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
@@ -267,7 +328,7 @@ TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
     click(SDL_BUTTON_LEFT);
     now += 300;
     click(SDL_BUTTON_LEFT, 2);
-    // A triple click ends later than a double one may.
+    // The third click comes too late to be part of a double click.
     now += 300;
     click(SDL_BUTTON_LEFT, 3);
     EXPECT_EQ(buttons(), Codes{});
@@ -276,7 +337,7 @@ TEST_F(Input, TheClickThatBringsTheFocusIsNoCommandAndNeitherIsItsDouble) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, ASlowDoubleClickThatBringsTheFocusIsNoCommand) {
+TEST_F(Input, SlowDoubleClickThatGivesTheFocusIsNoCommand) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
     now += 200;
     click(SDL_BUTTON_LEFT);
@@ -285,7 +346,7 @@ TEST_F(Input, ASlowDoubleClickThatBringsTheFocusIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
+TEST_F(Input, SecondClickIsNoCommandIfTheDesktopTookTheFirst) {
     send_window_event(SDL_WINDOWEVENT_FOCUS_LOST);
     send_window_event(SDL_WINDOWEVENT_FOCUS_GAINED);
     now += 450;
@@ -293,7 +354,7 @@ TEST_F(Input, TheSecondHalfOfADoubleClickWhoseFirstTheDesktopKeptIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{});
 }
 
-TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
+TEST_F(Input, SecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     now = SDL_GetTicks() + 100;
     host::ignore_what_is_held();
     click(SDL_BUTTON_LEFT);
@@ -307,12 +368,12 @@ TEST_F(Input, TheSecondHalfOfADoubleClickThatClosedARequesterIsNoCommand) {
     EXPECT_EQ(buttons(), Codes{SELECTDOWN});
 }
 
-TEST_F(Input, TheCloseButtonIsAWishToQuit) {
+TEST_F(Input, CloseButtonIsARequestToQuit) {
     send_window_event(SDL_WINDOWEVENT_CLOSE);
     EXPECT_EQ(host::quit_requested, 1);
 }
 
-TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
+TEST_F(Input, InputWhileARequesterIsOpenIsDropped) {
     SDL_Event event{};
     event.type = SDL_KEYDOWN;
     event.key.keysym = {SDL_SCANCODE_ESCAPE, SDLK_ESCAPE, nothing, 0};
@@ -327,7 +388,7 @@ TEST_F(Input, WhatTheUserDoesWhileARequesterIsOpenIsForgotten) {
     EXPECT_TRUE(taken.empty());
 }
 
-TEST_F(Input, TheWishToCloseTheWindowGoesThroughARequester) {
+TEST_F(Input, CloseButtonWorksWhileARequesterIsOpen) {
     SDL_Event event{};
     event.type = SDL_WINDOWEVENT;
     event.window.event = SDL_WINDOWEVENT_CLOSE;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The viewer where memory has no room for its screen or one of the screen's buffers.
+// Tests of the viewer when there is no memory for its screen or a screen buffer.
 #include "main_68k/start_up.h"
 #include "platform/sdl/host.h"
 #include "platform/window/windowed_host.h"
@@ -15,16 +15,16 @@
 
 namespace {
 
-/// Nothing else in the process is exactly as large as this picture.
-constexpr int width = 333;
-constexpr int height = 217;
+/// Chosen so that no other allocation of the process has exactly the picture's size.
+constexpr int odd_width = 333;
+constexpr int odd_height = 217;
 
-/// The number of the picture-sized allocation that fails, from 1, and how many there were.
+/// The number (from 1) of the picture-sized allocation that fails, and how many there were.
 int refused_picture = 0;
 int pictures = 0;
 
 bool is_refused(std::size_t size) {
-    return size == std::size_t{width} * height && ++pictures == refused_picture;
+    return size == std::size_t{odd_width} * odd_height && ++pictures == refused_picture;
 }
 
 struct Outcome {
@@ -37,7 +37,7 @@ constexpr int still_held = 99;
 
 class NoRoom : public testing::Test {
 protected:
-    /// One pass of the viewer without a display, with one allocation refused.
+    /// Runs one pass of the viewer without a display, with one allocation refused.
     Outcome run(int refused) const {
         std::fflush(nullptr);
         const pid_t child = fork();
@@ -82,7 +82,7 @@ protected:
 
 } // namespace
 
-// Not inlined, since compilers then see a free of what comes from an operator.
+// Not inlined, or compilers warn about free() of memory from operator new.
 [[gnu::noinline]] void *operator new(std::size_t size) {
     void *made = is_refused(size) ? nullptr : std::malloc(size);
     if (made == nullptr) {
@@ -99,14 +99,14 @@ protected:
     std::free(freed);
 }
 
-TEST_F(NoRoom, ForTheScreenIsTheProgramsOwnMessage) {
+TEST_F(NoRoom, ForTheScreenEndsWithTheProgramsMessage) {
     const Outcome ended = run(1);
     EXPECT_EQ(ended.exit_code, 20);
     EXPECT_EQ(ended.output, "Couldn't open screen\n");
     EXPECT_EQ(ended.errors, "zelvo: no memory for a screen of 333 x 217\n");
 }
 
-TEST_F(NoRoom, ForAScreenBufferIsTheProgramsOwnMessage) {
+TEST_F(NoRoom, ForAScreenBufferEndsWithTheProgramsMessage) {
     for (const int refused : {2, 3}) {
         const Outcome ended = run(refused);
         EXPECT_EQ(ended.exit_code, 20);
@@ -116,7 +116,7 @@ TEST_F(NoRoom, ForAScreenBufferIsTheProgramsOwnMessage) {
     }
 }
 
-TEST_F(NoRoom, IsNotTheCaseOtherwise) {
+TEST_F(NoRoom, IsNotReportedOtherwise) {
     const Outcome ended = run(4);
     EXPECT_EQ(ended.exit_code, 0);
     EXPECT_EQ(ended.errors, "");

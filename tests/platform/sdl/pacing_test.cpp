@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How passes are spread over time. A busy machine makes them later, never earlier.
+// Tests of when passes end. A busy machine makes them later, never earlier.
 #include "platform/window/pacing.h"
 
 #include <chrono>
@@ -14,7 +14,7 @@ using Seconds = std::chrono::duration<double>;
 constexpr double rate = 100.0;
 constexpr Seconds interval{1.0 / rate};
 
-/// Past every pass that is due.
+/// Waits until no pass is due any more.
 void come_late() {
     std::this_thread::sleep_for(50 * interval);
 }
@@ -27,10 +27,11 @@ Seconds time_of_passes(int passes, bool presenting_waits) {
     return Clock::now() - start;
 }
 
-TEST(Pacing, KeepsPassesAnIntervalApartEvenAfterALateOne) {
+TEST(Pacing, KeepsPassesAnIntervalApartAfterALateOne) {
     for (const bool presenting_waits : {false, true}) {
         come_late();
-        // The late pass and the one after it need not wait; a presentation that waits may be a little early.
+        // The late pass and the one after it need not wait. If presenting waits, a pass may be a little
+        // early.
         EXPECT_GE(time_of_passes(20, presenting_waits), 17.7 * interval);
     }
 }

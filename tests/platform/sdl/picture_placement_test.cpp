@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a picture is in its window.
+// Tests of the picture's place in its window.
 #include "platform/window/picture_placement.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ TEST(PicturePlacement, FillsAWindowOfItsOwnSize) {
     expect_placement({320, 256}, {320, 256}, {0, 0, 320, 256, 1});
 }
 
-TEST(PicturePlacement, TakesTheLargestWholeFactorAndCentres) {
+TEST(PicturePlacement, UsesTheLargestWholeFactorAndCentres) {
     expect_placement({320, 256}, {1920, 1080}, {320, 28, 1280, 1024, 4});
     expect_placement({320, 256}, {800, 600}, {80, 44, 640, 512, 2});
 }
@@ -47,7 +47,7 @@ TEST(PicturePlacement, FitsAWidePictureIntoTheWidth) {
     expect_placement({1280, 256}, {1920, 1080}, {0, 348, 1920, 384, 0});
 }
 
-TEST(PicturePlacement, NamesAFactorThatComesOutWholeWhenFitting) {
+TEST(PicturePlacement, ReportsAFittingFactorThatIsWhole) {
     expect_placement({1280, 100}, {1280, 1000}, {0, 450, 1280, 100, 1});
 }
 
@@ -56,19 +56,19 @@ TEST(PicturePlacement, ShowsAtLeastOnePixelOfExtremePictures) {
     expect_placement({1, 16384}, {800, 600}, {399, 0, 1, 600, 0});
 }
 
-TEST(WindowExtent, IsTheFactorWhereThereIsRoom) {
+TEST(WindowExtent, UsesTheFactorIfItFits) {
     const Extent extent = window_extent({320, 256}, 3, {1920, 1080});
     EXPECT_EQ(extent.width, 960);
     EXPECT_EQ(extent.height, 768);
 }
 
-TEST(WindowExtent, IsALesserFactorWhereThereIsLessRoom) {
+TEST(WindowExtent, UsesASmallerFactorIfThereIsLessRoom) {
     const Extent extent = window_extent({320, 256}, 4, {1280, 800});
     EXPECT_EQ(extent.width, 960);
     EXPECT_EQ(extent.height, 768);
 }
 
-TEST(WindowExtent, FitsTheRoomWhereNoFactorDoes) {
+TEST(WindowExtent, FitsTheRoomIfNoFactorDoes) {
     const Extent extent = window_extent({1600, 1200}, 2, {800, 700});
     EXPECT_EQ(extent.width, 800);
     EXPECT_EQ(extent.height, 600);

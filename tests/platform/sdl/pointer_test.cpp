@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the pointer is let go, on SDL's driver without a display.
+// Tests of when the pointer is freed, with SDL's driver that has no display.
 #include "platform/sdl/pointer.h"
 
 #include "platform/sdl/sdl_window.h"
@@ -20,7 +20,7 @@ protected:
         ASSERT_TRUE(host::open_picture_window({320, 256}, *host::find_display_mode(1), "pointer"));
         SDL_SetRelativeMouseMode(SDL_TRUE);
         SDL_ShowCursor(SDL_DISABLE);
-        host::show_title(true);
+        host::show_title();
         ASSERT_TRUE(host::is_pointer_held());
     }
 
@@ -48,7 +48,7 @@ TEST_F(Pointer, IsShownAgainWhenItIsFreed) {
     EXPECT_STREQ(SDL_GetWindowTitle(host::picture_window()), "pointer");
 }
 
-TEST_F(Pointer, IsFreedInTheMomentWhenTheFocusGoes) {
+TEST_F(Pointer, IsFreedAsSoonAsTheFocusIsLost) {
     send(SDL_WINDOWEVENT_FOCUS_GAINED);
     EXPECT_TRUE(host::is_pointer_held());
     send(SDL_WINDOWEVENT_FOCUS_LOST);
@@ -65,7 +65,7 @@ TEST_F(Pointer, IsFreedWithTheWindow) {
     expect_free();
 }
 
-TEST_F(Pointer, IsFreedWhereItIsNotWanted) {
+TEST_F(Pointer, IsFreedIfItIsNotWanted) {
     host::take_or_free_pointer(false);
     expect_free();
 }

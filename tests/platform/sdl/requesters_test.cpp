@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
-// What requesters begin with and what becomes of their answers, with the desktop's toolkit replaced.
+// Tests of the requesters' initial contents and answers, without the desktop's toolkit.
 #include "platform/window/requesters.h"
 
 #include "platform/asl.h"
 #include "platform/sdl/failed_saves.h"
+#include "platform/sdl/host_commands.h"
+#include "platform/sdl/key_list.h"
 #include "platform/shared/hooks.h"
+#include "platform/window/chosen_screen.h"
+#include "platform/window/windowed_host.h"
 #include "support/temporary_files.h"
 
 #include <array>
@@ -21,16 +25,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether the replaced toolkit has a display.
+/// Whether the toolkit of these tests has a display.
 bool has_toolkit = false;
 
-/// What the requesters were asked to show, and what the user answers.
+/// What the requesters were asked to show, and the user's answers.
 host::FileQuestion file_question;
 std::optional<std::string> file_answer;
 std::vector<host::ModeName> modes_offered;
 host::ModeQuestion mode_question{};
 std::optional<host::ModeQuestion> mode_answer;
 std::vector<std::string> notices;
+int key_lists = 0;
 
 } // namespace
 
@@ -52,6 +57,10 @@ std::optional<ModeQuestion> ask_for_mode(const std::vector<ModeName> &modes, con
     modes_offered = modes;
     mode_question = initial;
     return mode_answer;
+}
+
+void show_key_list(const WhileOpen &) {
+    ++key_lists;
 }
 
 void show_notice(const std::string &, const std::string &text, const WhileOpen &) {
@@ -106,7 +115,7 @@ TEST_F(Requesters, AreRefusedWithoutAToolkit) {
     EXPECT_EQ(AllocAslRequest(ASL_FileRequest, nullptr), nullptr);
 }
 
-TEST_F(Requesters, OfferObjectsUnlessTheyBeginWithATexture) {
+TEST_F(Requesters, FilterForObjectsUnlessTheyBeginWithATexture) {
     ask_for_file("");
     ASSERT_EQ(file_question.filters.size(), 2U);
     EXPECT_EQ(file_question.filters[0].patterns,
@@ -136,7 +145,7 @@ TEST_F(Requesters, GiveTheChosenFileWithoutBlanksAndItsDrawerWithASlash) {
     EXPECT_EQ(drawer, "/");
 }
 
-TEST_F(Requesters, KeepWhatTheyHeldWhenTheyAreCancelled) {
+TEST_F(Requesters, KeepTheirContentsWhenCancelled) {
     EXPECT_FALSE(ask_for_file("a.chunky"));
     EXPECT_EQ(drawer, "");
     EXPECT_EQ(file, "a.chunky");
@@ -154,7 +163,7 @@ TEST_F(Requesters, KnowWhyAFileCannotBeOpened) {
     EXPECT_EQ(error_of("/dev/null"), 0);
 }
 
-TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
+TEST_F(Requesters, BeginWithTheLastScreensModeAndHoldTheAnswer) {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     ASSERT_TRUE(host::hooks.show_screen({3, 640, 480, "title"}));
     host::hooks.hide_screen();
@@ -176,7 +185,51 @@ TEST_F(Requesters, HoldTheModeAndTheSizeOfTheLastScreenAndTheAnswer) {
     FreeAslRequest(requester);
 }
 
-TEST_F(Requesters, TellOfTheFirstFailedSaveAlone) {
+TEST_F(Requesters, AnswerOnceByThemselvesWhatWasChosenBefore) {
+    host::chosen_screen = {1, 200, 100};
+    auto *requester = static_cast<ScreenModeRequester *>(AllocAslRequest(ASL_ScreenModeRequest, nullptr));
+    modes_offered.clear();
+    EXPECT_NE(AslRequest(requester, nullptr), FALSE);
+    EXPECT_TRUE(modes_offered.empty());
+    EXPECT_EQ(requester->sm_DisplayID, 1U);
+    EXPECT_EQ(requester->sm_DisplayWidth, 200U);
+    EXPECT_EQ(requester->sm_DisplayHeight, 100U);
+    AslRequest(requester, nullptr);
+    EXPECT_FALSE(modes_offered.empty());
+    FreeAslRequest(requester);
+}
+
+TEST_F(Requesters, OpenAnotherObjectOnlyIfItIsOne) {
+    notices.clear();
+    host::open_object(root / "missing.lwo");
+    std::ofstream("note.lwo") << "no object";
+    host::open_object("note.lwo");
+    EXPECT_EQ(host::next_object, "");
+    EXPECT_EQ(host::quit_requested, 0);
+    ASSERT_EQ(notices.size(), 2U);
+    EXPECT_EQ(notices[0], (root / "missing.lwo").string() + ": No such file or directory");
+    EXPECT_EQ(notices[1], "note.lwo is no LightWave object (IFF form LWOB).");
+    std::ofstream("knot.lwo") << "FORM    LWOB";
+    file_answer = "knot.lwo";
+    host::carry_out(host::HostCommand::open_object);
+    EXPECT_EQ(file_question.filters.size(), 2U);
+    EXPECT_EQ(host::next_object, (root / "knot.lwo").string());
+    EXPECT_EQ(host::quit_requested, 1);
+    host::next_object.clear();
+    host::quit_requested = 0;
+}
+
+TEST_F(Requesters, ShowTheListOfKeys) {
+    has_toolkit = false;
+    host::carry_out(host::HostCommand::show_keys);
+    EXPECT_EQ(key_lists, 0);
+    has_toolkit = true;
+    host::carry_out(host::HostCommand::show_keys);
+    EXPECT_EQ(key_lists, 1);
+}
+
+TEST_F(Requesters, ReportOnlyTheFirstFailedSave) {
+    notices.clear();
     testing::internal::CaptureStderr();
     host::tell_of_failed_save("ENV:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);
     host::tell_of_failed_save("ENVARC:Zelvo.vars", "/full/Zelvo.vars", ENOSPC);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a typed text means as a side of a screen, and what a size costs.
+// Tests of typed sizes, and of the memory that a size needs.
 #include "platform/sdl/typed_size.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ TEST(TypedSide, IsNothingElse) {
     }
 }
 
-TEST(TypedSide, IsOneThatAScreenCanHave) {
+TEST(TypedSide, IsWithinTheLimitsOfAScreen) {
     for (const char *text : {"0", "000", "16385", "99999", "4294967616", "99999999999999999999"}) {
         EXPECT_EQ(side_of_text(text), std::nullopt) << text;
     }
@@ -43,7 +43,7 @@ TEST(MemoryOfAScreen, IsThirteenBytesPerPixel) {
     EXPECT_EQ(host::memory_of_screen(16384, 16384), 3489660928U);
 }
 
-TEST(MemoryOfTheMachine, IsNoMoreThanTheProcessMayHave) {
+TEST(MemoryOfTheMachine, IsAtMostTheProcessesLimit) {
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
     const std::uint64_t whole = host::memory_of_machine();

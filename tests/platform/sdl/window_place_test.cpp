@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where windows open, on SDL's driver without a display, which has one monitor of 1024 x 768.
+// Tests of where windows open. SDL's driver without a display has one monitor of 1024 x 768.
 #include "platform/sdl/window_place.h"
 
 #include <SDL.h>
@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(OpeningCorner, IsTheRememberedOneWhereTheWindowFits) {
+TEST_F(OpeningCorner, IsTheRememberedOneIfTheWindowFits) {
     expect_corner({0, {2, 20}, SDL_Point{70, 130}}, {320, 256}, 70, 130);
     expect_corner({0, {2, 20}, SDL_Point{1024 - 322, 768 - 276}}, {320, 256}, 702, 492);
 }
@@ -44,24 +44,24 @@ TEST_F(OpeningCorner, ShowsTheTopLeftOfAWindowThatIsTooLarge) {
     expect_corner({0, {2, 20}, SDL_Point{100, 100}}, {2000, 1000}, 0, 0);
 }
 
-TEST_F(OpeningCorner, IsTheCentreWhereNoneIsRemembered) {
+TEST_F(OpeningCorner, IsTheCentreIfNoneIsRemembered) {
     expect_corner({0, {0, 0}, std::nullopt}, {320, 256}, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
 }
 
-TEST_F(OpeningCorner, IsOnTheFirstMonitorWhereTheRememberedOneHasGone) {
+TEST_F(OpeningCorner, IsOnTheFirstMonitorIfTheRememberedOneIsGone) {
     expect_corner({3, {0, 0}, std::nullopt}, {320, 256}, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
     for (const int gone : {1, 3}) {
         expect_corner({gone, {0, 0}, SDL_Point{5000, 10}}, {320, 256}, 704, 10);
     }
 }
 
-TEST_F(OpeningCorner, LeavesRoomForATitle) {
+TEST_F(OpeningCorner, LeavesRoomForATitleBar) {
     const Extent room = host::room_for_window(0);
     EXPECT_EQ(room.width, 1024);
     EXPECT_EQ(room.height, 728);
 }
 
-TEST_F(OpeningCorner, IsThatOfTheWindowBefore) {
+TEST_F(OpeningCorner, IsThatOfThePreviousWindow) {
     SDL_Window *window = SDL_CreateWindow("place", 40, 50, 320, 256, SDL_WINDOW_RESIZABLE);
     ASSERT_NE(window, nullptr);
     const WindowPlace place = host::place_of(window, false);

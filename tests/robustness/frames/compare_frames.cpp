@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// zelvo-compare-frames: runs one golden case and compares every frame with the kept picture byte by byte.
-// Needs nothing but the program, so that it runs wherever a compiler does.
+// zelvo-compare-frames: runs one golden case and compares every frame with the expected one byte by byte. It
+// needs no library, so that it can be built by every compiler and for every processor.
 #include "main_68k/start_up.h"
 #include "platform/offscreen/input_script.h"
 #include "settings/environment_map.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The pictures of all passes, one after another, each a binary PGM.
+/// The expected frames of all passes, one binary PGM after another.
 struct Comparison {
     std::string expected;
     std::size_t at = 0;
@@ -40,7 +40,7 @@ void compare(const offscreen::Picture &frame) {
     ++comparison.compared;
 }
 
-/// At the end of the process, which is where the program ends.
+/// Called at the end of the process, because the program ends the process.
 void require_all() {
     if (comparison.compared != comparison.passes || comparison.at != comparison.expected.size()) {
         std::fprintf(stderr, "%d of %d frames compared\n", comparison.compared, comparison.passes);

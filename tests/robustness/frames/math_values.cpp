@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// zelvo-math-values: two sums over a million sines, cosines and powers of this system's C library. The first
-// is over what the program makes of them, the second over the doubles themselves.
+// zelvo-math-values: prints two checksums over a million sines, cosines and powers of this system's C
+// library. The first is over the values as the program rounds them, the second over the doubles.
 #include "core/to_int.h"
 
 #include <bit>
@@ -10,17 +10,17 @@
 
 namespace {
 
-/// An order-dependent sum, the same on processors of either byte order.
+/// A checksum that depends on the order of its values but not on the processor's byte order.
 struct Sum {
     std::uint64_t value = 14695981039346656037U;
     void add(std::uint64_t number) { value = (value ^ number) * 1099511628211U; }
 };
 
-/// The same numbers everywhere.
+/// Generates the same pseudo-random numbers on every system.
 struct Numbers {
     std::uint64_t state = 88172645463325252U;
 
-    /// -1 to 1.
+    /// A number from -1 to 1.
     double next() {
         state ^= state << 13;
         state ^= state >> 7;
@@ -33,7 +33,7 @@ struct Numbers {
 
 int main() {
     constexpr int values = 1000000;
-    // Angles near the origin, those of a mouse that went far, and those of a spin that went on for years.
+    // Small angles, those after much mouse movement, and those after years of spinning.
     constexpr double ranges[] = {10.0, 1e4, 1e15};
     Numbers numbers;
     Sum used;

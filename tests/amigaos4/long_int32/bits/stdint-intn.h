@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// In the place of the C library's header of this name: the signed types of fixed width, with a 32-bit one
-// that is long.
+// Replaces the C library's header of this name: the signed types of fixed width, with a 32-bit type that is
+// long.
 #ifndef _BITS_STDINT_INTN_H
 #define _BITS_STDINT_INTN_H 1
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// exec's basic types. This folder declares what the program uses of AmigaOS 4, in the project's own words and
-// with the system's names, types, constness, packing and values.
+// exec's basic types. This folder declares the parts of AmigaOS 4 that the program uses. The text is the
+// project's own; the names, types, constness, packing and values are the system's.
 #ifndef EXEC_TYPES_H
 #define EXEC_TYPES_H
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // exec.library's calls. A library's calls are the methods of its interface; __USE_INLINE__, defined before
 // the first of these headers, makes them look like plain functions. The system's interfaces are structures of
-// function pointers to which its own compiler passes the interface by itself; here they are classes, which
-// call alike.
+// function pointers, to which the cross compiler passes the interface. Here they are classes, which are
+// called in the same way.
 #ifndef PROTO_EXEC_H
 #define PROTO_EXEC_H
 

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// The thumbnailer's way out when there is no thumbnail to make.
+#pragma once
+
+#include <string>
+
+/// Exit codes: a wrong command line or an output that cannot be written, and an object without a picture.
+constexpr int exit_misuse = 2;
+constexpr int exit_no_picture = 20;
+
+/// Names the file that every following failure is about; empty for none.
+void set_failing_file(const std::string &path);
+
+/// Says why in one line on standard error and ends the process. Characters that would end the line or steer a
+/// terminal, which a file's name may hold, become question marks.
+[[noreturn]] void fail(int exit_code, std::string why);

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// From the name of a file to the model.
+#pragma once
+
+#include <string>
+
+/// The path that a file URI names; any other word is a path as it is. The process ends for a URI of another
+/// machine and for one with a broken escape.
+std::string path_of(const std::string &uri_or_path);
+
+/// Reads a regular file into the model; nothing else is opened for reading, so that a pipe or a device cannot
+/// keep the process waiting. The process ends, with the reason, if there is no object in it.
+///
+/// The one place for other forms: an import of another format would turn the file into the model here, and
+/// nothing else would change.
+void load_object(const std::string &path);
