@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
-// node bundle.js FAST PLAIN DATA OUTPUT [SITE]: makes the page, one file, of the sources in page/, the two modules (the
-// folders FAST and PLAIN) and the objects and the texture of the folder DATA; and a folder SITE to be published.
+// node bundle.js FAST PLAIN DATA ICON OUTPUT [SITE]: makes the page, one file, of the sources in page/, the two modules (the
+// folders FAST and PLAIN), the objects and the texture in the folder DATA, and ICON, an SVG. Also makes a folder SITE to
+// publish.
 import { build } from 'esbuild';
+import { execFileSync } from 'node:child_process';
 import { createHash } from 'node:crypto';
 import { mkdirSync, readFileSync, writeFileSync } from 'node:fs';
 import { dirname, join, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
-import { makeIcon } from './icon.js';
 import { OBJECTS, TEXTURE } from './page/data.js';
 import { packObject, unpackObject } from './page/object_packing.js';
 
-const [fast, plain, data, output, site] = process.argv.slice(2).map((path) => resolve(path));
+const [fast, plain, data, icon, output, site] = process.argv.slice(2).map((path) => resolve(path));
 const page = join(dirname(fileURLToPath(import.meta.url)), 'page');
 
 function packed(object) {
@@ -76,15 +77,15 @@ function makePage(head, rules) {
     return html;
 }
 
-const favicon = await makeIcon(plain, data, 64);
+const iconText = readFileSync(icon).toString('base64');
 mkdirSync(dirname(output), { recursive: true });
-writeFileSync(output, makePage(`<link rel="icon" href="data:image/png;base64,${favicon.toString('base64')}">`, ['img-src data:']));
+writeFileSync(output, makePage(`<link rel="icon" href="data:image/svg+xml;base64,${iconText}">`, ['img-src data:']));
 
 if (site !== undefined) {
     mkdirSync(site, { recursive: true });
     const icons = [192, 512].map((side) => ({ src: `icon-${side}.png`, sizes: `${side}x${side}`, type: 'image/png' }));
     for (const { src, sizes } of icons) {
-        writeFileSync(join(site, src), await makeIcon(plain, data, parseInt(sizes, 10)));
+        execFileSync('rsvg-convert', ['--width', parseInt(sizes, 10), '--output', join(site, src), icon]);
     }
     writeFileSync(join(site, 'manifest.webmanifest'), JSON.stringify({
         name: 'Zelvo', short_name: 'Zelvo', description: 'A small, exact 3D object viewer that draws everything in software.',

@@ -15,6 +15,7 @@ const byId = (id) => document.getElementById(id);
 const DEFAULT_OBJECT = 'torus_knot';
 const MOST_LOG_LINES = 1000;
 const NOTICE_MILLISECONDS = 6000;
+const NO_FULL_SCREEN = 'This browser has no full screen for a picture.';
 
 const stage = byId('stage');
 const picture = makePicture(stage, byId('picture'));
@@ -199,8 +200,10 @@ function send(command) {
 function toggleFullScreen() {
     if (document.fullscreenElement !== null) {
         document.exitFullscreen();
+    } else if (stage.requestFullscreen === undefined) {
+        notify(NO_FULL_SCREEN);
     } else {
-        stage.requestFullscreen?.().catch(() => notify('This browser shows no full screen here.'));
+        stage.requestFullscreen().catch(() => notify(NO_FULL_SCREEN));
     }
 }
 

@@ -5,8 +5,8 @@
 #include "platform/posix/replacing_file.h"
 #include "platform/sdl/gtk_words.h"
 #include "platform/sdl/notice.h"
+#include "platform/sdl/saved_picture_name.h"
 #include "platform/sdl/sdl_window.h"
-#include "platform/window/saved_picture_name.h"
 #include "platform/window/windowed_host.h"
 
 #include <cerrno>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The order of a folder's objects, and the walk around it.
-#include "platform/window/object_folder.h"
+#include "platform/sdl/object_folder.h"
 
 #include "support/temporary_files.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The names of saved pictures.
-#include "platform/window/saved_picture_name.h"
+#include "platform/sdl/saved_picture_name.h"
 
 #include "support/temporary_files.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Names that sort by object and time.
-#include "platform/window/saved_picture_name.h"
+#include "platform/sdl/saved_picture_name.h"
 
 #include <array>
 #include <filesystem>

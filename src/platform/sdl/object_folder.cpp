@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Lists a folder and walks around it.
-#include "platform/window/object_folder.h"
+#include "platform/sdl/object_folder.h"
 
 #include <algorithm>
 #include <filesystem>
