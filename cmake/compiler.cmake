@@ -26,9 +26,11 @@ if(is_gcc_12)
     # GCC 12 wrongly reports overlaps in the standard library's string concatenation.
     target_compile_options(zelvo_flags INTERFACE -Wno-restrict)
 endif()
-if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC takes the files of a unit for headers, whose classes should have no base in an unnamed namespace.
-    target_compile_options(zelvo_flags INTERFACE -Wno-subobject-linkage)
+# For translation units of several files. GCC takes the files for headers, whose classes should have no base in an unnamed
+# namespace.
+set(options_for_units $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+if(CMAKE_UNITY_BUILD)
+    target_compile_options(zelvo_flags INTERFACE ${options_for_units})
 endif()
 if(ZELVO_WARNINGS_AS_ERRORS)
     target_compile_options(zelvo_flags INTERFACE -Werror)
