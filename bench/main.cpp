@@ -243,6 +243,26 @@ std::vector<Stage> all_stages() {
     };
 }
 
+/// Expands a shaded frame of the object.
+void measure_expansion(benchmark::State &state, std::size_t mesh, std::size_t size, bool is_grey,
+                       bool is_fast) {
+    use_scene(mesh, size);
+    viewer.obj_style = mode_gouraud;
+    render_frame();
+    host::Palette palette{};
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        palette[i].fill(static_cast<std::uint8_t>(i));
+        palette[i][0] = static_cast<std::uint8_t>(is_grey ? i : i / 2);
+    }
+    std::vector<std::uint32_t> pixels(frame_pixels());
+    for (auto _ : state) {
+        const host::TrueColours colours = host::true_colours(palette);
+        (is_fast ? host::fast::expand_pixels : host::plain::expand_pixels)(chunkybuf1.get(), pixels.data(),
+                                                                           pixels.size(), colours);
+        benchmark::ClobberMemory();
+    }
+}
+
 void add_stages(std::size_t mesh) {
     for (std::size_t size = 0; size < sizes.size(); ++size) {
         for (const Stage &stage : all_stages()) {
@@ -273,14 +293,21 @@ void add_stages(std::size_t mesh) {
                 benchmark::ClobberMemory();
             }
         });
-        add(at + "palette expansion", 100, [mesh, size](benchmark::State &state) {
+        for (const bool is_grey : {true, false}) {
+            for (const bool is_fast : {false, true}) {
+                add(std::string(is_fast ? "stage/fast/" : "stage/plain/") + sizes[size].name +
+                        (is_grey ? "/grey palette" : "/coloured palette"),
+                    100, [mesh, size, is_grey, is_fast](benchmark::State &state) {
+                        measure_expansion(state, mesh, size, is_grey, is_fast);
+                    });
+            }
+        }
+        add(at + "memcpy true colour", 100, [mesh, size](benchmark::State &state) {
             use_scene(mesh, size);
-            BitMap bitmap(frame_width, frame_height);
-            std::copy_n(chunkybuf2.get(), frame_pixels(), bitmap.pixels.begin());
-            const host::Palette palette{};
-            std::vector<std::uint32_t> pixels(frame_pixels());
+            const std::vector<std::uint32_t> from(frame_pixels(), 1);
+            std::vector<std::uint32_t> to(frame_pixels());
             for (auto _ : state) {
-                host::expand_palette(bitmap, palette, pixels.data(), frame_width * 4);
+                std::copy(from.begin(), from.end(), to.begin());
                 benchmark::ClobberMemory();
             }
         });

@@ -97,7 +97,7 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
 }
 
 void print_stages(const Collector &collector, const std::vector<std::string> &sizes) {
-    constexpr std::array<const char *, 20> stages{"clear",
+    constexpr std::array<const char *, 22> stages{"clear",
                                                   "fade",
                                                   "blur",
                                                   "rising blur",
@@ -114,7 +114,9 @@ void print_stages(const Collector &collector, const std::vector<std::string> &si
                                                   "dots overlay",
                                                   "dots effect",
                                                   "presentation",
-                                                  "palette expansion",
+                                                  "grey palette",
+                                                  "coloured palette",
+                                                  "memcpy true colour",
                                                   "memset frame",
                                                   "memcpy frame"};
     std::printf(

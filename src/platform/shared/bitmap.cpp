@@ -53,18 +53,35 @@ void load_palette(Palette &palette, const ULONG *table) {
     }
 }
 
-void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t *pixels, int bytes_per_row) {
-    std::array<std::uint32_t, 256> colours{};
-    for (std::size_t i = 0; i < colours.size(); ++i) {
+TrueColours true_colours(const Palette &palette) {
+    TrueColours colours{};
+    colours.are_grey = true;
+    for (std::size_t i = 0; i < palette.size(); ++i) {
         const auto [red, green, blue] = palette[i];
-        colours[i] = 0xFF000000U | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 | blue;
+        colours.of_index[i] = 0xFF000000U | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 | blue;
+        colours.are_grey = colours.are_grey && red == green && green == blue;
+        colours.levels[i] = blue;
     }
-    const std::uint8_t *source = bitmap.pixels.data();
-    for (int y = 0; y < bitmap.height; ++y) {
-        for (int x = 0; x < bitmap.width; ++x) {
-            pixels[x] = colours[*source++];
-        }
-        pixels += static_cast<std::size_t>(bytes_per_row) / sizeof *pixels;
+    return colours;
+}
+
+namespace plain {
+
+void expand_pixels(const std::uint8_t *indices, std::uint32_t *pixels, std::size_t count,
+                   const TrueColours &colours) {
+    for (std::size_t p = 0; p < count; ++p) {
+        pixels[p] = colours.of_index[indices[p]];
+    }
+}
+
+} // namespace plain
+
+void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t *pixels, int bytes_per_row) {
+    const TrueColours colours = true_colours(palette);
+    const auto width = static_cast<std::size_t>(bitmap.width);
+    const std::size_t pixels_per_row = static_cast<std::size_t>(bytes_per_row) / sizeof *pixels;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(bitmap.height); ++y) {
+        fast::expand_pixels(bitmap.pixels.data() + y * width, pixels + y * pixels_per_row, width, colours);
     }
 }
 

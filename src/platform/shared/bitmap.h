@@ -33,6 +33,31 @@ void load_palette(Palette &palette, const ULONG *table);
 /// multiple of four.
 void expand_palette(const BitMap &bitmap, const Palette &palette, std::uint32_t *pixels, int bytes_per_row);
 
+/// A palette as expand_pixels needs it.
+struct TrueColours {
+    /// The true colour of each palette index.
+    std::array<std::uint32_t, 256> of_index;
+    /// Whether red, green and blue of every colour are equal, and then this level of each index.
+    bool are_grey;
+    std::array<std::uint8_t, 256> levels;
+};
+
+TrueColours true_colours(const Palette &palette);
+
+/// Both forms of writing `count` consecutive pixels as true colour.
+namespace plain {
+void expand_pixels(const std::uint8_t *indices, std::uint32_t *pixels, std::size_t count,
+                   const TrueColours &colours);
+} // namespace plain
+#if ZELVO_SIMD
+namespace fast {
+void expand_pixels(const std::uint8_t *indices, std::uint32_t *pixels, std::size_t count,
+                   const TrueColours &colours);
+} // namespace fast
+#else
+namespace fast = plain;
+#endif
+
 /// Sets a drawing context to the system's defaults.
 void initialise_context(RastPort &context);
 
