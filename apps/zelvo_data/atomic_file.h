@@ -2,7 +2,7 @@
 // Writing whole files, so that a failure never leaves a half-written one.
 #pragma once
 
-#include "lwob_writer.h"
+#include "shared/lwob_writer.h"
 
 #include <filesystem>
 

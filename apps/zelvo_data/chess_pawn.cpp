@@ -54,11 +54,9 @@ Mesh build_chess_pawn() {
     return mesh;
 }
 
-ObjectNotes chess_pawn_notes() {
-    ObjectNotes notes;
-    notes.before_points.push_back({"NAME", "Pawn, turned from pear wood"});
-    notes.after_polygons.push_back({"NOTE", "Profile in seven stretches; the top of the ball is up."});
-    return notes;
+void add_chess_pawn_notes(LwobObject &object) {
+    object.notes_before_points.push_back({"NAME", "Pawn, turned from pear wood"});
+    object.notes_after_polygons.push_back({"NOTE", "Profile in seven stretches; the top of the ball is up."});
 }
 
 } // namespace zelvo_data

@@ -2,7 +2,7 @@
 // The brightness map of a photo studio that polished objects reflect.
 #pragma once
 
-#include "lwob_writer.h"
+#include "shared/lwob_writer.h"
 
 namespace zelvo_data {
 

@@ -11,15 +11,18 @@
 
 namespace {
 
-void write_all(const std::filesystem::path &folder) {
-    using namespace zelvo_data;
+using namespace zelvo_data;
+
+void make_all(const std::filesystem::path &folder) {
     std::filesystem::create_directories(folder);
-    write_file(folder / "torus_knot.lwo", encode_lwob(build_torus_knot(), {}));
-    write_file(folder / "cut_gem.lwo", encode_lwob(build_cut_gem(), {}));
-    write_file(folder / "chess_pawn.lwo", encode_lwob(build_chess_pawn(), chess_pawn_notes()));
-    write_file(folder / "sphere.lwo", encode_lwob(build_sphere(), {}));
-    write_file(folder / "letters.lwo", encode_lwob(build_letters(), {}));
-    write_file(folder / "cogwheel.lwo", encode_lwob(build_cogwheel(), {}));
+    write_file(folder / "torus_knot.lwo", encode_lwob(to_object(build_torus_knot())));
+    write_file(folder / "cut_gem.lwo", encode_lwob(to_object(build_cut_gem())));
+    LwobObject pawn = to_object(build_chess_pawn());
+    add_chess_pawn_notes(pawn);
+    write_file(folder / "chess_pawn.lwo", encode_lwob(pawn));
+    write_file(folder / "sphere.lwo", encode_lwob(to_object(build_sphere())));
+    write_file(folder / "letters.lwo", encode_lwob(to_object(build_letters())));
+    write_file(folder / "cogwheel.lwo", encode_lwob(to_object(build_cogwheel())));
     write_file(folder / "Zelvo_envmap.chunky", build_environment_map());
 }
 
@@ -32,7 +35,7 @@ int main(int argc, char **argv) {
         return 2;
     }
     try {
-        write_all(argv[1]);
+        make_all(argv[1]);
     } catch (const std::exception &error) {
         std::cerr << "zelvo-data: " << error.what() << '\n';
         return 2;

@@ -42,6 +42,11 @@ std::int32_t to_grid_step(double value) {
     return static_cast<std::int32_t>(std::floor(value * grid_steps_per_unit + 0.5 + tie_bias));
 }
 
+// Grid steps are well below 2^24 and the grid divides by a power of two, so the float is exact.
+float to_coordinate(std::int32_t grid_steps) {
+    return static_cast<float>(grid_steps) / static_cast<float>(grid_steps_per_unit);
+}
+
 bool same_place(const GridPoint &a, const GridPoint &b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
 }
@@ -78,6 +83,21 @@ void Mesh::add_polygon(const std::vector<std::uint16_t> &corners, std::uint16_t 
     if (kept.size() >= 3) {
         polygons_.push_back({kept, surface});
     }
+}
+
+LwobObject to_object(const Mesh &mesh) {
+    LwobObject object;
+    for (const GridPoint &point : mesh.points()) {
+        object.points.push_back({to_coordinate(point.x), to_coordinate(point.y), to_coordinate(point.z)});
+    }
+    for (const Polygon &polygon : mesh.polygons()) {
+        std::vector<std::uint16_t> &words = object.polygon_words;
+        words.push_back(static_cast<std::uint16_t>(polygon.corners.size()));
+        words.insert(words.end(), polygon.corners.begin(), polygon.corners.end());
+        words.push_back(polygon.surface);
+    }
+    object.surfaces = mesh.surfaces();
+    return object;
 }
 
 } // namespace zelvo_data

@@ -2,9 +2,9 @@
 // The polygon mesh that every object builder fills and the file writer stores.
 #pragma once
 
-#include <array>
+#include "shared/lwob_writer.h"
+
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace zelvo_data {
@@ -39,13 +39,7 @@ struct GridPoint {
 
 GridPoint to_grid(const Point3 &point);
 
-// The appearance of a surface as stored in its SURF chunk; strengths run from 0 to 256.
-struct Surface {
-    std::string name;
-    std::array<std::uint8_t, 3> colour;
-    std::uint16_t luminosity;
-    std::uint16_t diffuse;
-};
+using Surface = LwobSurface;
 
 // Corners run clockwise as seen from outside in the left-handed axes of the file (x right, y up, z away from
 // the viewer): cross(p1 - p0, p2 - p0) points outwards.
@@ -74,5 +68,8 @@ private:
     std::vector<Polygon> polygons_;
     std::vector<Surface> surfaces_;
 };
+
+// The mesh as a file has it.
+LwobObject to_object(const Mesh &mesh);
 
 } // namespace zelvo_data

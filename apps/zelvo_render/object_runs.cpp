@@ -3,7 +3,7 @@
 #include "object_runs.h"
 
 #include "failure.h"
-#include "progress_bar.h"
+#include "shared/progress_bar.h"
 
 #include <cerrno>
 #include <csignal>

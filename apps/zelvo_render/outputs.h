@@ -6,7 +6,7 @@
 #include "contact_sheet.h"
 #include "coverage.h"
 #include "options.h"
-#include "progress_bar.h"
+#include "shared/progress_bar.h"
 #include "video.h"
 
 #include <optional>

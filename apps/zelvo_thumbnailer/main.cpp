@@ -1,20 +1,24 @@
 // SPDX-License-Identifier: MIT
 // zelvo-thumbnailer: makes the picture of an object that a file manager shows.
+#include "core/sanitized.h"
 #include "failure.h"
 #include "main_68k/version.h"
 #include "object_file.h"
 #include "object_picture.h"
 #include "platform/posix/standard_streams.h"
-#include "resource_limits.h"
+#include "shared/resource_limits.h"
 #include "thumbnail_file.h"
 
 #include <algorithm>
 #include <charconv>
+#include <csignal>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace {
 
@@ -49,6 +53,25 @@ int size_from(std::string_view text) {
     return size;
 }
 
+/// Only calls what a signal handler may.
+void give_up(int) {
+    constexpr std::string_view why = "zelvo-thumbnailer: the object takes too long\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, why.data(), why.size());
+    _exit(exit_no_picture);
+}
+
+/// A service makes thumbnails of files that nobody asked it to open.
+void limit_cost() {
+    // If a file may not grow, the write fails and is reported; the signal would end the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+    // A sanitized build needs a multiple of these.
+    if (!is_sanitized) {
+        std::signal(SIGPROF, give_up);
+        std::signal(SIGALRM, give_up);
+        limit_resources({.address_space = std::size_t{256} << 20, .processor_time = 0.8, .clock_time = 10.0});
+    }
+}
+
 [[noreturn]] void print_and_exit(const char *text) {
     std::fputs(text, stdout);
     std::exit(EXIT_SUCCESS);
@@ -70,7 +93,7 @@ int main(int argc, char **argv) {
     }
     const int size = size_from(argv[3]);
     std::set_new_handler([] { fail(exit_no_picture, "not enough memory"); });
-    limit_resources();
+    limit_cost();
     const std::string input = path_of(argv[1]);
     set_failing_file(input);
     load_object(input);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Draws a growing line of hash signs, a few times per second.
-#include "progress_bar.h"
+#include "shared/progress_bar.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Big-endian chunk encoding; every chunk has an even size, so no pad bytes occur between chunks.
-#include "lwob_writer.h"
+// Big-endian chunk encoding.
+#include "shared/lwob_writer.h"
 
 #include <bit>
 #include <stdexcept>
-
-namespace zelvo_data {
 
 namespace {
 
@@ -26,13 +24,7 @@ void append_u32(Bytes &bytes, std::uint32_t value) {
     append_u16(bytes, static_cast<std::uint16_t>(value & 0xffff));
 }
 
-// Grid steps are well below 2^24 and the grid divides by a power of two, so the float is exact.
-void append_coordinate(Bytes &bytes, std::int32_t grid_steps) {
-    const float value = static_cast<float>(grid_steps) / static_cast<float>(grid_steps_per_unit);
-    append_u32(bytes, std::bit_cast<std::uint32_t>(value));
-}
-
-// Text ends with a zero byte; a second one follows if the length would otherwise be odd.
+/// Text ends with a zero byte; a second one follows if the length would otherwise be odd.
 void append_text(Bytes &bytes, const std::string &text) {
     bytes.insert(bytes.end(), text.begin(), text.end());
     bytes.push_back(0);
@@ -42,45 +34,46 @@ void append_text(Bytes &bytes, const std::string &text) {
 }
 
 void append_chunk(Bytes &bytes, const std::string &id, const Bytes &content) {
+    // Sizes are signed on the system that the format comes from.
+    if (content.size() > INT32_MAX) {
+        throw std::length_error("too large for the format");
+    }
     append_id(bytes, id);
     append_u32(bytes, static_cast<std::uint32_t>(content.size()));
     bytes.insert(bytes.end(), content.begin(), content.end());
 }
 
-void append_notes(Bytes &bytes, const std::vector<NoteChunk> &notes) {
-    for (const NoteChunk &note : notes) {
+void append_notes(Bytes &bytes, const std::vector<LwobNote> &notes) {
+    for (const LwobNote &note : notes) {
         Bytes content;
         append_text(content, note.text);
         append_chunk(bytes, note.id, content);
     }
 }
 
-Bytes encode_points(const Mesh &mesh) {
+Bytes encode_points(const std::vector<Vec3> &points) {
     Bytes content;
-    content.reserve(mesh.points().size() * 12);
-    for (const GridPoint &point : mesh.points()) {
-        append_coordinate(content, point.x);
-        append_coordinate(content, point.y);
-        append_coordinate(content, point.z);
-    }
-    return content;
-}
-
-Bytes encode_polygons(const Mesh &mesh) {
-    Bytes content;
-    for (const Polygon &polygon : mesh.polygons()) {
-        append_u16(content, static_cast<std::uint16_t>(polygon.corners.size()));
-        for (const std::uint16_t corner : polygon.corners) {
-            append_u16(content, corner);
+    content.reserve(points.size() * 12);
+    for (const Vec3 &point : points) {
+        for (const float coordinate : {point.x, point.y, point.z}) {
+            append_u32(content, std::bit_cast<std::uint32_t>(coordinate));
         }
-        append_u16(content, polygon.surface);
     }
     return content;
 }
 
-Bytes encode_surface_names(const Mesh &mesh) {
+Bytes encode_words(const std::vector<std::uint16_t> &words) {
     Bytes content;
-    for (const Surface &surface : mesh.surfaces()) {
+    content.reserve(words.size() * 2);
+    for (const std::uint16_t word : words) {
+        append_u16(content, word);
+    }
+    return content;
+}
+
+Bytes encode_surface_names(const std::vector<LwobSurface> &surfaces) {
+    Bytes content;
+    for (const LwobSurface &surface : surfaces) {
         append_text(content, surface.name);
     }
     return content;
@@ -92,15 +85,17 @@ void append_word_subchunk(Bytes &bytes, const std::string &id, std::uint16_t val
     append_u16(bytes, value);
 }
 
-Bytes encode_surface(const Surface &surface) {
+Bytes encode_surface(const LwobSurface &surface) {
+    // Smooth shading documents the intent of points that faces share.
+    constexpr std::uint16_t smooth_flag = 1 << 2;
+    constexpr std::uint16_t two_sided_flag = 1 << 8;
     Bytes content;
     append_text(content, surface.name);
     append_id(content, "COLR");
     append_u16(content, 4);
     content.insert(content.end(), surface.colour.begin(), surface.colour.end());
     content.push_back(0);
-    // Flag bit 2 asks for smooth shading; it documents the intent of the shared points.
-    append_word_subchunk(content, "FLAG", 4);
+    append_word_subchunk(content, "FLAG", surface.is_two_sided ? smooth_flag | two_sided_flag : smooth_flag);
     append_word_subchunk(content, "LUMI", surface.luminosity);
     append_word_subchunk(content, "DIFF", surface.diffuse);
     return content;
@@ -108,15 +103,15 @@ Bytes encode_surface(const Surface &surface) {
 
 } // namespace
 
-Bytes encode_lwob(const Mesh &mesh, const ObjectNotes &notes) {
+Bytes encode_lwob(const LwobObject &object) {
     Bytes body;
     append_id(body, "LWOB");
-    append_notes(body, notes.before_points);
-    append_chunk(body, "PNTS", encode_points(mesh));
-    append_chunk(body, "SRFS", encode_surface_names(mesh));
-    append_chunk(body, "POLS", encode_polygons(mesh));
-    append_notes(body, notes.after_polygons);
-    for (const Surface &surface : mesh.surfaces()) {
+    append_notes(body, object.notes_before_points);
+    append_chunk(body, "PNTS", encode_points(object.points));
+    append_chunk(body, "SRFS", encode_surface_names(object.surfaces));
+    append_chunk(body, "POLS", encode_words(object.polygon_words));
+    append_notes(body, object.notes_after_polygons);
+    for (const LwobSurface &surface : object.surfaces) {
         append_chunk(body, "SURF", encode_surface(surface));
     }
     Bytes file;
@@ -124,5 +119,3 @@ Bytes encode_lwob(const Mesh &mesh, const ObjectNotes &notes) {
     append_chunk(file, "FORM", body);
     return file;
 }
-
-} // namespace zelvo_data

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Finds programs by the folder of this one.
+#include "shared/sibling_program.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+std::string sibling_program(const std::string &name) {
+    std::error_code error;
+    const auto beside = std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / name;
+    return !error && access(beside.c_str(), X_OK) == 0 ? beside.string() : name;
+}
+
+std::optional<int> run_program(std::vector<std::string> words) {
+    std::vector<char *> arguments;
+    for (std::string &word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    pid_t process = 0;
+    const int error = posix_spawnp(&process, arguments[0], nullptr, nullptr, arguments.data(), environ);
+    if (error != 0) {
+        errno = error;
+        return std::nullopt;
+    }
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
