@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+// zelvo-convert: turns models of many formats into LightWave objects.
+#include "conversion.h"
+#include "messages.h"
+#include "object_chunks.h"
+#include "object_info.h"
+#include "options.h"
+#include "output.h"
+#include "platform/posix/standard_streams.h"
+#include "shared/child_process.h"
+#include "shared/progress_bar.h"
+#include "shared/tool_files.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+namespace {
+
+using namespace convert;
+
+/// What the process that read a file said about it.
+struct Answer {
+    std::string summary;
+    std::vector<std::string> notes;
+    std::string object;
+    /// Empty if there is an object, or a description if only that was asked for.
+    std::string failure;
+};
+
+std::string reason_of(const ChildEnd &end, const Options &options) {
+    if (end.took_too_long()) {
+        return "reading it takes longer than " +
+               counted(static_cast<std::size_t>(options.seconds), "second") + " (--timeout)";
+    }
+    if (end.exit_code == exit_out_of_memory) {
+        return "reading it takes more than " + std::to_string(options.mebibytes) +
+               " MiB of memory (--memory)";
+    }
+    return end.signal != 0 ? std::string("reading it crashed: ") + strsignal(end.signal)
+                           : "reading it failed";
+}
+
+Answer answer_about(const std::string &input, const Options &options) {
+    Answer answer;
+    answer.failure = unreadable(input);
+    if (!answer.failure.empty()) {
+        return answer;
+    }
+    const bool is_object = options.only_describes && is_object_file(input);
+    ProgressBar progress(100, std::filesystem::path(input).filename().string() + ", percent");
+    constexpr std::size_t bytes_per_mebibyte = std::size_t{1} << 20;
+    const ChildEnd end = run_in_child(
+        {options.mebibytes * bytes_per_mebibyte, options.seconds, 2 * options.seconds},
+        [&] {
+            if (is_object) {
+                describe_object(input);
+            } else {
+                convert_model(input, options.wishes);
+            }
+        },
+        [&](char kind, std::string &&bytes) {
+            switch (kind) {
+            case progress_message:
+                progress.advance_to(static_cast<unsigned char>(bytes.empty() ? 0 : bytes[0]));
+                break;
+            case summary_message:
+                answer.summary = std::move(bytes);
+                break;
+            case note_message:
+                answer.notes.push_back(std::move(bytes));
+                break;
+            case failure_message:
+                answer.failure = std::move(bytes);
+                break;
+            default:
+                answer.object = std::move(bytes);
+            }
+        });
+    progress.clear();
+    if (!end.is_good() && answer.failure.empty()) {
+        answer.failure = reason_of(end, options);
+    }
+    return answer;
+}
+
+/// Prints the answer, and writes the object to the path unless that is empty. Whether there is one.
+bool deliver(const std::string &input, const Answer &answer, const std::string &output, bool has_notes) {
+    std::string failure = answer.failure;
+    if (failure.empty() && !output.empty()) {
+        failure = unwritable(input, output);
+        failure = failure.empty() ? save(output, answer.object) : failure;
+    }
+    if (failure.empty() || has_notes) {
+        if (!answer.summary.empty()) {
+            std::printf("%s: %s\n", one_line(output.empty() ? input : output).c_str(),
+                        one_line(answer.summary).c_str());
+        }
+        for (const std::string &note : answer.notes) {
+            std::printf("  %s\n", one_line(note).c_str());
+        }
+    }
+    std::fflush(stdout);
+    if (!failure.empty()) {
+        std::fprintf(stderr, "zelvo-convert: %s: %s\n", one_line(input).c_str(), one_line(failure).c_str());
+    }
+    return failure.empty();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    host::open_missing_standard_streams();
+    // A file that may not grow is reported when it is written.
+    std::signal(SIGXFSZ, SIG_IGN);
+    const Options options = parse_options(argc, argv);
+    Outputs outputs(options);
+    bool is_good = true;
+    for (const std::string &input : options.inputs) {
+        const std::string output = outputs.path_for(input);
+        const bool is_new = options.only_describes || outputs.take(output);
+        Answer answer;
+        if (is_new) {
+            answer = answer_about(input, options);
+        } else {
+            answer.failure = "another input becomes " + output;
+        }
+        is_good = deliver(input, answer, output, options.only_describes) && is_good;
+    }
+    if (options.opens_viewer && is_good) {
+        is_good = outputs.view();
+    }
+    return is_good ? EXIT_SUCCESS : exit_failure;
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// What the process that reads a model says to the tool.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace convert {
+
+/// The kinds of messages. Progress is one byte, in percent; the others are text, and an object is a file.
+constexpr char progress_message = 'p';
+constexpr char summary_message = 's';
+constexpr char note_message = 'n';
+constexpr char failure_message = 'f';
+constexpr char object_message = 'o';
+
+/// The tool's exit code if a file could not be converted.
+constexpr int exit_failure = 1;
+
+/// Says how much of the work is done.
+void send_progress(int percent);
+
+/// Says in one line what the model is.
+void send_summary(const std::string &line);
+
+/// Says in one line what else the tool shall print about the model.
+void send_note(const std::string &line);
+
+/// Says how many there are of something, and what about them, if there are any.
+void note_if(std::size_t count, const std::string &noun, const std::string &what);
+
+/// Says why there will be no object, and ends the process.
+[[noreturn]] void refuse(const std::string &why);
+
+/// `1 polygon`, `2 polygons`, `1,234,567 polygons`.
+std::string counted(std::size_t count, const std::string &noun);
+
+} // namespace convert

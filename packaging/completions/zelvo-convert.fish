@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: MIT
+# Completion of zelvo-convert in fish.
+complete -c zelvo-convert -s h -l help -d 'Print a summary and exit'
+complete -c zelvo-convert -l version -d 'Print the version and exit'
+complete -c zelvo-convert -s o -l output -r -F -d 'Object file to write'
+complete -c zelvo-convert -s d -l folder -x -a '(__fish_complete_directories)' -d 'Folder for the objects'
+complete -c zelvo-convert -l up -x -a 'Y Z' -d 'Axis that points up'
+complete -c zelvo-convert -l flip -d 'Turn all polygons inside out'
+complete -c zelvo-convert -l triangles -d 'Cut all polygons into triangles'
+complete -c zelvo-convert -l points -x -d 'Reduce to at most this many points'
+complete -c zelvo-convert -l polygons -x -d 'Reduce to at most this many polygons'
+complete -c zelvo-convert -l info -d 'Describe the files and write nothing'
+complete -c zelvo-convert -l view -d 'Open the viewer on the object'
+complete -c zelvo-convert -l timeout -x -d 'Seconds that one input may take'
+complete -c zelvo-convert -l memory -x -d 'MiB of memory that one input may take'
