@@ -10,6 +10,9 @@
 /// would find.
 std::string sibling_program(const std::string &name);
 
+/// What becomes of what a program prints on standard output.
+enum class Output { shown, hidden };
+
 /// Runs a program with its arguments and waits for its end. Its exit code, which is -1 if a signal ended it.
 /// Nothing if it cannot be started, with the reason in errno.
-std::optional<int> run_program(std::vector<std::string> words);
+std::optional<int> run_program(std::vector<std::string> words, Output output = Output::shown);
