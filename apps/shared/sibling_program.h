@@ -10,9 +10,10 @@
 /// would find.
 std::string sibling_program(const std::string &name);
 
-/// What becomes of what a program prints on standard output.
-enum class Output { shown, hidden };
-
 /// Runs a program with its arguments and waits for its end. Its exit code, which is -1 if a signal ended it.
 /// Nothing if it cannot be started, with the reason in errno.
-std::optional<int> run_program(std::vector<std::string> words, Output output = Output::shown);
+std::optional<int> run_program(std::vector<std::string> words);
+
+/// The same, but what the program prints on standard output goes into `printed`, and what it says on standard
+/// error is lost unless it is shown.
+std::optional<int> run_program(std::vector<std::string> words, std::string &printed, bool shows_errors);

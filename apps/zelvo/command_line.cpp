@@ -5,8 +5,10 @@
 
 #include "help.h"
 #include "main_68k/version.h"
+#include "platform/shared/command_line.h"
 #include "platform/shared/screen_size.h"
 #include "settings/environment_map.h"
+#include "shared/imported_object.h"
 
 #include <algorithm>
 #include <array>
@@ -60,6 +62,9 @@ bool take_size(const std::string &text, sdl::Setup &setup) {
 /// How an option gets its value: not at all; after "=" or not at all; after "=" or as the next word.
 enum class Value { none, optional, required };
 
+/// Whether a model of another format is converted first. Written by parse_command_line.
+bool imports_objects = false;
+
 /// An option, and what it does to the set-up; false if it cannot have this value, which is empty without one.
 struct Option {
     std::string name;
@@ -97,6 +102,11 @@ const std::array options{
                setup.stand_ins[default_envmap_filename] = value;
                return !value.empty();
            }},
+    Option{"--import", Value::none,
+           [](const std::string &, sdl::Setup &) {
+               imports_objects = true;
+               return true;
+           }},
     Option{"--record", Value::required,
            [](const std::string &value, sdl::Setup &setup) {
                setup.recording = value;
@@ -124,6 +134,18 @@ std::optional<GivenOption> as_option(const std::string &word) {
 /// Whether the word is the template's keyword. The word after it is a file, even if it looks like an option.
 bool is_keyword(const std::string &word) {
     return strcasecmp(word.c_str(), "FILE") == 0;
+}
+
+/// Replaces the model that the words name by the object that is made of it. Without one the program says what
+/// is wrong with the model.
+void import_model(std::vector<std::string> &words) {
+    const std::optional<std::string> file = host::file_argument(words);
+    if (!file || is_object_file(*file)) {
+        return;
+    }
+    if (const std::optional<std::string> printed = import_object(*file, {}, true)) {
+        words = {"FILE=" + printed->substr(0, printed->find('\n'))};
+    }
 }
 
 } // namespace
@@ -159,6 +181,9 @@ sdl::Setup parse_command_line(int argc, char **argv) {
     }
     if (words == std::vector<std::string>{"?"}) {
         print_and_exit("FILE/A: the LightWave object to view\n");
+    }
+    if (imports_objects) {
+        import_model(words);
     }
     setup.installed_files = {default_envmap_filename};
     return setup;

@@ -11,6 +11,7 @@ Shows a LightWave object (IFF form LWOB), or asks for one.
   --env DIR          folder of ENV:, where the settings of the session are
   --envarc DIR       folder of ENVARC:, where settings are saved for good
   --envmap FILE      texture to open instead of "Zelvo_envmap.chunky"
+  --import           converts an object of another format first (zelvo-convert)
   --record FILE      writes the run as an input script for zelvo-render
   -h, --help         this help
   --version          the version (and ? the template of the program)

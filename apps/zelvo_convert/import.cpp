@@ -4,11 +4,13 @@
 #include "import.h"
 
 #include "messages.h"
-#include "object_chunks.h"
 #include "object_import.h"
+#include "shared/child_process.h"
+#include "shared/imported_object.h"
 
 #include <algorithm>
 #include <array>
+#include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
 #include <assimp/ProgressHandler.hpp>
 #include <assimp/importerdesc.h>
@@ -24,6 +26,23 @@
 namespace convert {
 
 namespace {
+
+/// Says which files are opened, such as one of materials.
+class Files : public Assimp::DefaultIOSystem {
+public:
+    explicit Files(std::string model_path) : path(std::move(model_path)) {}
+
+    Assimp::IOStream *Open(const char *file, const char *mode) override {
+        Assimp::IOStream *stream = DefaultIOSystem::Open(file, mode);
+        if (stream != nullptr && file != path) {
+            send_to_parent(other_file_message, file);
+        }
+        return stream;
+    }
+
+private:
+    std::string path;
+};
 
 /// The share of the work that reading is taken for, in percent.
 constexpr int reading_percent = 50;
@@ -229,11 +248,12 @@ private:
 
 Model import_model(const std::string &path, std::optional<Up> up) {
     if (is_object_file(path)) {
-        return import_object(path);
+        return model_of_object(path);
     }
     Assimp::Importer importer;
-    // The importer deletes it.
+    // The importer deletes them.
     importer.SetProgressHandler(new Progress);
+    importer.SetIOHandler(new Files(path));
     // Polygons stay as they are: no step is asked for that would cut them.
     const aiScene *scene = importer.ReadFile(path, 0);
     if (scene == nullptr) {

@@ -1,21 +1,26 @@
 // SPDX-License-Identifier: MIT
 // zelvo-convert: turns models of many formats into LightWave objects.
+#include "cache.h"
 #include "conversion.h"
 #include "messages.h"
-#include "object_chunks.h"
 #include "object_info.h"
 #include "options.h"
 #include "output.h"
 #include "platform/posix/standard_streams.h"
 #include "shared/child_process.h"
+#include "shared/imported_object.h"
 #include "shared/progress_bar.h"
 #include "shared/tool_files.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
 
 namespace {
 
@@ -26,6 +31,8 @@ struct Answer {
     std::string summary;
     std::vector<std::string> notes;
     std::string object;
+    /// Other files that belong to the model.
+    std::set<std::string> other_files;
     /// Empty if there is an object, or a description if only that was asked for.
     std::string failure;
 };
@@ -75,6 +82,9 @@ Answer answer_about(const std::string &input, const Options &options) {
             case failure_message:
                 answer.failure = std::move(bytes);
                 break;
+            case other_file_message:
+                answer.other_files.insert(std::move(bytes));
+                break;
             default:
                 answer.object = std::move(bytes);
             }
@@ -84,6 +94,39 @@ Answer answer_about(const std::string &input, const Options &options) {
         answer.failure = reason_of(end, options);
     }
     return answer;
+}
+
+bool report(const std::string &input, const std::string &failure) {
+    if (!failure.empty()) {
+        std::fprintf(stderr, "zelvo-convert: %s: %s\n", one_line(input).c_str(), one_line(failure).c_str());
+    }
+    return failure.empty();
+}
+
+/// Prints the object, or its path in the cache. Whether there is one.
+bool print_object(const std::string &input, const Options &options) {
+    const bool prints_path = !options.output;
+    const std::optional<CacheEntry> entry =
+        options.uses_cache ? cache_entry(input, options.wishes) : std::nullopt;
+    std::string object;
+    if (entry && is_cached(*entry)) {
+        std::ifstream file(entry->object, std::ios::binary);
+        object = prints_path ? "" : std::string(std::istreambuf_iterator<char>(file), {});
+    } else {
+        Answer answer = answer_about(input, options);
+        if (!report(input, answer.failure)) {
+            return false;
+        }
+        object = std::move(answer.object);
+        const std::string failure =
+            entry ? store(*entry, object, answer.other_files) : "there is no folder for a cache";
+        if (prints_path && !report(input, failure)) {
+            return false;
+        }
+    }
+    object = prints_path ? entry->object + "\n" : object;
+    const bool is_printed = std::fwrite(object.data(), 1, object.size(), stdout) == object.size();
+    return std::fflush(stdout) == 0 && is_printed ? true : report(input, std::strerror(errno));
 }
 
 /// Prints the answer, and writes the object to the path unless that is empty. Whether there is one.
@@ -103,10 +146,7 @@ bool deliver(const std::string &input, const Answer &answer, const std::string &
         }
     }
     std::fflush(stdout);
-    if (!failure.empty()) {
-        std::fprintf(stderr, "zelvo-convert: %s: %s\n", one_line(input).c_str(), one_line(failure).c_str());
-    }
-    return failure.empty();
+    return report(input, failure);
 }
 
 } // namespace
@@ -119,6 +159,10 @@ int main(int argc, char **argv) {
     Outputs outputs(options);
     bool is_good = true;
     for (const std::string &input : options.inputs) {
+        if (options.uses_cache || options.output == "-") {
+            is_good = print_object(input, options) && is_good;
+            continue;
+        }
         const std::string output = outputs.path_for(input);
         const bool is_new = options.only_describes || outputs.take(output);
         Answer answer;

@@ -58,16 +58,6 @@ void take_colour(const std::string &data, std::vector<LwobSurface> &surfaces) {
 
 } // namespace
 
-bool is_object_file(const std::string &path) {
-    std::FILE *file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) {
-        return false;
-    }
-    const std::string start = read_bytes(file, form_header);
-    std::fclose(file);
-    return start.size() == form_header && start.starts_with("FORM") && start.ends_with("LWOB");
-}
-
 Chunks chunks_of(const std::string &path) {
     std::FILE *file = std::fopen(path.c_str(), "rb");
     if (file == nullptr) {

@@ -25,9 +25,6 @@ struct Chunks {
     std::size_t rest = 0;
 };
 
-/// Whether the file begins as an IFF form LWOB does.
-bool is_object_file(const std::string &path);
-
 /// The chunks of an object file, found as the viewer does: no pad byte follows an odd size. The process ends
 /// if the file cannot be opened.
 Chunks chunks_of(const std::string &path);

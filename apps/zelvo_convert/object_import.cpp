@@ -33,7 +33,7 @@ void read_as_the_viewer(const std::string &path) {
     read_object(file);
 }
 
-Model import_object(const std::string &path) {
+Model model_of_object(const std::string &path) {
     Model model;
     Mesh &mesh = model.mesh;
     model.format = "LightWave Object, form LWOB";

@@ -13,6 +13,6 @@ namespace convert {
 void read_as_the_viewer(const std::string &path);
 
 /// Makes a model of what the viewer's reader finds. The process ends if the viewer refuses it.
-Model import_object(const std::string &path);
+Model model_of_object(const std::string &path);
 
 } // namespace convert

@@ -25,7 +25,7 @@ Options parse_options(int argc, char **argv) {
     app.add_option("INPUT", options.inputs, "Models: OBJ, STL, PLY, glTF, 3DS, Collada, FBX, LWO2, ...")
         ->required();
     CLI::Option *output =
-        app.add_option("-o,--output", options.output, "Object file to write, for one input");
+        app.add_option("-o,--output", options.output, "Object file to write, for one input; - prints it");
     CLI::Option *folder =
         app.add_option("-d,--folder", options.folder, "Folder for the objects (that of each input)");
     app.add_option("--up", up, "Axis that points up: Y or Z (that of the format)")
@@ -39,11 +39,15 @@ Options parse_options(int argc, char **argv) {
     CLI::Option *info =
         app.add_flag("--info", options.only_describes, "Describe the files and write nothing");
     CLI::Option *view = app.add_flag("--view", options.opens_viewer, "Open the viewer on the object");
+    CLI::Option *cached =
+        app.add_flag("--cached", options.uses_cache,
+                     "Keep the object in the user's cache for the next time; print its path");
     app.add_option("--timeout", options.seconds, "Seconds that one input may take (120)")
         ->check(CLI::Range(1, largest_number));
     app.add_option("--memory", options.mebibytes, "MiB of memory that one input may take (2048)")
         ->check(CLI::Range(64, largest_number));
     output->excludes(folder);
+    cached->excludes(folder)->excludes(info)->excludes(view);
     info->excludes(output)->excludes(folder)->excludes(view);
     try {
         app.parse(argc, argv);
@@ -52,6 +56,9 @@ Options parse_options(int argc, char **argv) {
         }
         if (options.inputs.size() > 1 && options.opens_viewer) {
             throw CLI::ValidationError("--view", "takes one input");
+        }
+        if (options.opens_viewer && options.output == "-") {
+            throw CLI::ValidationError("--view", "needs a file");
         }
     } catch (const CLI::ParseError &error) {
         std::exit(app.exit(error) == 0 ? 0 : exit_misuse);

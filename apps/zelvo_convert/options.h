@@ -17,6 +17,7 @@ struct Options {
     Wishes wishes;
     bool only_describes = false;
     bool opens_viewer = false;
+    bool uses_cache = false;
     /// The limits of reading and converting one file.
     double seconds = 120.0;
     std::size_t mebibytes = 2048;

@@ -92,10 +92,11 @@ std::string png_of(const Options &options) {
 
 /// Has the viewer's own program draw the sphere.
 void draw_preview(const std::string &texture, const std::string &picture) {
+    std::string printed;
     const std::optional<int> code =
         run_program({sibling_program("zelvo-render"), host::installed_data_path("sphere.lwo"), "--envmap",
                      texture, "--mode", "envmap", "--size", "640x512", "--no-texts", "--png", picture},
-                    Output::hidden);
+                    printed, true);
     if (!code) {
         fail(picture, std::string("cannot start zelvo-render: ") + std::strerror(errno));
     }

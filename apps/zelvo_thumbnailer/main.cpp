@@ -6,7 +6,9 @@
 #include "object_file.h"
 #include "object_picture.h"
 #include "platform/posix/standard_streams.h"
+#include "shared/imported_object.h"
 #include "shared/resource_limits.h"
+#include "shared/tool_files.h"
 #include "thumbnail_file.h"
 
 #include <algorithm>
@@ -16,6 +18,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -72,6 +75,15 @@ void limit_cost() {
     }
 }
 
+/// The object that is made of a model of another format, where zelvo-convert is installed, which has limits
+/// of its own.
+std::optional<std::string> imported_from(const std::string &input) {
+    if (!unreadable(input).empty() || is_object_file(input)) {
+        return std::nullopt;
+    }
+    return import_object(input, {"--output", "-", "--timeout", "10", "--memory", "1024"}, false);
+}
+
 [[noreturn]] void print_and_exit(const char *text) {
     std::fputs(text, stdout);
     std::exit(EXIT_SUCCESS);
@@ -93,10 +105,15 @@ int main(int argc, char **argv) {
     }
     const int size = size_from(argv[3]);
     std::set_new_handler([] { fail(exit_no_picture, "not enough memory"); });
-    limit_cost();
     const std::string input = path_of(argv[1]);
     set_failing_file(input);
-    load_object(input);
+    const std::optional<std::string> imported = imported_from(input);
+    limit_cost();
+    if (imported) {
+        read_object_bytes(*imported);
+    } else {
+        load_object(input);
+    }
     const int factor = factor_for(size);
     draw_object(size * factor);
     const Thumbnail thumbnail = reduce_frame(factor);

@@ -70,3 +70,11 @@ void load_object(const std::string &path) {
     }
     read_object(file);
 }
+
+void read_object_bytes(const std::string &bytes) {
+    std::FILE *file = fmemopen(const_cast<char *>(bytes.data()), bytes.size(), "rb");
+    if (file == nullptr) {
+        fail(exit_no_picture, std::string("cannot open: ") + std::strerror(errno));
+    }
+    read_object(file);
+}

@@ -10,7 +10,7 @@ std::string path_of(const std::string &uri_or_path);
 
 /// Reads a regular file into the model; nothing else is opened for reading, so that a pipe or a device cannot
 /// keep the process waiting. The process ends, with the reason, if there is no object in it.
-///
-/// The one place for other forms: an import of another format would turn the file into the model here, and
-/// nothing else would change.
 void load_object(const std::string &path);
+
+/// Reads an object file in memory into the model, in the same way.
+void read_object_bytes(const std::string &bytes);

@@ -24,7 +24,7 @@ _zelvo_convert() {
     esac
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W '-h --help --version -o --output -d --folder --up --flip --triangles
-            --points --polygons --info --view --timeout --memory' -- "$current")
+            --points --polygons --info --view --cached --timeout --memory' -- "$current")
         return
     fi
     compopt -o filenames

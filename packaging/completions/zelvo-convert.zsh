@@ -12,6 +12,7 @@ _arguments -S -s \
     '--polygons=[reduce to at most this many polygons]:number' \
     '--info[describe the files and write nothing]' \
     '--view[open the viewer on the object]' \
+    '--cached[keep the object in the cache and print its path]' \
     '--timeout=[seconds that one input may take]:seconds' \
     '--memory=[MiB of memory that one input may take]:MiB' \
     '*:model:_files'

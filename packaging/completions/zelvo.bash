@@ -29,7 +29,7 @@ _zelvo() {
         return
     fi
     if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W '-h --help --version --fullscreen --window --size --env --envarc --envmap --record' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W '-h --help --version --fullscreen --window --size --env --envarc --envmap --import --record' -- "$current")
         return
     fi
     compopt -o filenames

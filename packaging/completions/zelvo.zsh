@@ -9,5 +9,6 @@ _arguments -S -s \
     '--env=[folder of the settings of the session]:folder:_files -/' \
     '--envarc=[folder of the lasting settings]:folder:_files -/' \
     '--envmap=[texture]:texture:_files' \
+    '--import[convert an object of another format first]' \
     '--record=[write the run as an input script]:script:_files' \
     '1:object:_files -g "(#i)*.lwo(|b)"'

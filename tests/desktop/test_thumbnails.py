@@ -84,6 +84,23 @@ class Entry(Case):
         ).stdout
         self.assertIn("standard::fast-content-type: " + lines["MimeType"].rstrip(";"), answer)
 
+    def test_of_the_converter_is_for_types_that_the_system_gives_models(self):
+        folder = ROOT / "apps" / "zelvo_convert"
+        expected = set()
+        # Of OBJ and 3DS the content decides, since other types have these suffixes too.
+        for suffix in ("stl", "gltf", "glb", "3mf", "dxf"):
+            model = self.home / f"model.{suffix}"
+            model.write_bytes(bytes([1, 2]))
+            answer = subprocess.run(
+                ["gio", "info", "-a", "standard::fast-content-type", model], capture_output=True, text=True
+            ).stdout
+            expected.add(answer.split()[-1])
+        for entry in ("zelvo-convert.thumbnailer", "zelvo-import.desktop"):
+            lines = dict(line.split("=", 1) for line in (folder / entry).read_text().splitlines() if "=" in line)
+            self.assertEqual(lines["TryExec"], "zelvo-convert")
+            types = set(lines["MimeType"].rstrip(";").split(";"))
+            self.assertEqual(types, expected | {"model/obj", "image/x-3ds"})
+
 
 class Sandbox(Case):
     def setUp(self):
