@@ -29,7 +29,7 @@ void limit_surfaces(Mesh &mesh) {
         return;
     }
     note_if(mesh.surfaces.size() - most_surfaces, "surface",
-            "the same as the last one that fits into the file");
+            "merged with the last one that the file can hold");
     mesh.surfaces.resize(most_surfaces);
     for (Face &face : mesh.faces) {
         face.surface = std::min(face.surface, static_cast<std::uint32_t>(most_surfaces - 1));

@@ -164,9 +164,12 @@ void blur(LightMap &map, double deviation) {
         for (int row = 0; row < map_side; ++row) {
             for (int column = 0; column < map_side; ++column) {
                 double light = 0.0;
-                for (int i = -reach; i <= reach; ++i) {
-                    light += weights[static_cast<std::size_t>(i + reach)] *
-                             static_cast<double>(before[is_down ? at(row + i, column) : at(row, column + i)]);
+                int place = -reach;
+                for (const double weight : weights) {
+                    light +=
+                        weight * static_cast<double>(
+                                     before[is_down ? at(row + place, column) : at(row, column + place)]);
+                    ++place;
                 }
                 map[at(row, column)] = static_cast<float>(light / sum);
             }
