@@ -8,10 +8,9 @@ Shows a LightWave object (IFF form LWOB), or asks for one.
   --fullscreen       full screen, without asking for a screen mode
   --window[=FACTOR]  window, each pixel a square of FACTOR pixels: 1 to 4 (2)
   --size WxH         size of the picture, without asking (320x256)
-  --env DIR          folder of ENV:, where the settings of the session are
-  --envarc DIR       folder of ENVARC:, where settings are saved for good
+  --env DIR, --envarc DIR  folders of the session's and of lasting settings
   --envmap FILE      texture to open instead of "Zelvo_envmap.chunky"
-  --import           converts an object of another format first (zelvo-convert)
+  --import           convert a model of another format first (zelvo-convert)
   --record FILE      writes the run as an input script for zelvo-render
   -h, --help         this help
   --version          the version (and ? the template of the program)

@@ -153,8 +153,8 @@ class CommandLine(unittest.TestCase):
 
     def test_help_fits_a_terminal_and_has_all_options(self):
         text = self.run_viewer("--help")[1]
-        words = ("--fullscreen", "--window[=", "--size ", "--env ", "--envarc ", "--envmap ", "--record ", "-h, --help ")
-        for word in (*words, "--version ", "? the template", "-- OBJECT", "F1 ", "F12 ", "Ctrl+O", "Page Down, Page Up"):
+        words = ("--fullscreen", "--window[=", "--size ", "--env ", "--envarc ", "--envmap ", "--import ", "--record ")
+        for word in (*words, "-h, --help ", "--version ", "? the template", "-- OBJECT", "F1 ", "F12 ", "Ctrl+O", "Page Down, Page Up"):
             self.assertIn(word, text)
         lines = text.splitlines()
         # The last line is the shell's.
