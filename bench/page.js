@@ -8,6 +8,7 @@ import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
+import { settingsText } from '../apps/zelvo_web/page/settings_text.js';
 
 const ROOT = join(dirname(fileURLToPath(import.meta.url)), '..');
 const PASSES = 40;
@@ -52,20 +53,7 @@ function sphere(cuts) {
     return { object, triangles: triangles.length };
 }
 
-const settings = (mode, width, height) => `gammas: 1.000000 1.000000 1.000000
-rotate: 2.000000
-obj style: ${mode}
-clear style: 0
-fps: 0
-dots: 0
-dot lum: 25600
-dot lum in blur: 2560
-internal c2p enabled: 0
-envmap filename: Zelvo_envmap.chunky
-ModeID: 0
-width: ${width}
-height: ${height}
-*** Please don't edit this file! ***`;
+const settings = (mode, width, height) => settingsText({ rotate: '2.000000', 'obj style': mode, width, height });
 
 const microseconds = (printed) => Number(/average frametime: ([0-9.]+)/.exec(printed)[1]) * 1e6;
 

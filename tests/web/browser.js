@@ -6,6 +6,7 @@ import { after, before } from 'node:test';
 import { dirname, join } from 'node:path';
 import { fileURLToPath, pathToFileURL } from 'node:url';
 import { launch } from 'puppeteer-core';
+import { settingsText as textOf } from '../../apps/zelvo_web/page/settings_text.js';
 
 export const ROOT = join(dirname(fileURLToPath(import.meta.url)), '../..');
 export const PAGE = pathToFileURL(process.env.PAGE ?? join(ROOT, 'build/web/zelvo.html')).href;
@@ -19,18 +20,10 @@ export const BROWSERS = {
     firefox: { browser: 'firefox', executablePath: '/usr/bin/firefox-esr' },
 };
 
-/** The settings of a test's page: the object stands still, and the picture is without texts once the message is gone. */
-export const STILL = settingsText({});
+/** Settings of a test's page: the object stands still in a window, and the picture is without texts once the message is gone. */
+export const settingsText = (changes) => textOf({ ModeID: 1, ...changes });
 
-export function settingsText(changes) {
-    const settings = {
-        gammas: '1.000000 1.000000 1.000000', rotate: '0.000000', 'obj style': 1, 'clear style': 0, fps: 0, dots: 0,
-        'dot lum': 25600, 'dot lum in blur': 2560, 'internal c2p enabled': 0, 'envmap filename': 'Zelvo_envmap.chunky',
-        ModeID: 1, width: 320, height: 256, ...changes,
-    };
-    const lines = Object.entries(settings).map(([name, value]) => `${name}: ${value}`);
-    return [...lines, "*** Please don't edit this file! ***"].join('\n');
-}
+export const STILL = settingsText({});
 
 /** A browser for the tests of a file. */
 export function useBrowser() {

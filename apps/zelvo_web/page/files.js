@@ -1,22 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The files that the program can open: those of the page, those that the user gave it, and settings. ENVARC: is what the
 // browser keeps for good, ENV: what it keeps for this visit.
+import { settingsText } from './settings_text.js';
 
 /** The settings of a first visit: the object spins, as large as the page has room for. */
-const FIRST_SETTINGS = `gammas: 1.000000 1.000000 1.000000
-rotate: 2.000000
-obj style: 1
-clear style: 0
-fps: 0
-dots: 0
-dot lum: 25600
-dot lum in blur: 2560
-internal c2p enabled: 0
-envmap filename: Zelvo_envmap.chunky
-ModeID: 0
-width: 320
-height: 256
-*** Please don't edit this file! ***`;
+const FIRST_SETTINGS = settingsText({ rotate: '2.000000' });
 
 export const SESSION_SETTINGS = 'ENV:Zelvo.vars';
 export const LASTING_SETTINGS = 'ENVARC:Zelvo.vars';

@@ -2,6 +2,7 @@
 // Small pictures of objects, drawn by the program itself.
 import { fileNames, readFile, SESSION_SETTINGS } from './files.js';
 import { begin, makeInstance } from './run.js';
+import { settingsText } from './settings_text.js';
 
 const WIDTH = 160;
 const HEIGHT = 128;
@@ -9,21 +10,7 @@ const HEIGHT = 128;
 // The message line has gone from the picture after this time.
 const SECONDS = 3;
 
-// Settings in which every object looks well.
-const SETTINGS = new TextEncoder().encode(`gammas: 1.000000 1.000000 1.000000
-rotate: 0.000000
-obj style: 1
-clear style: 0
-fps: 0
-dots: 0
-dot lum: 25600
-dot lum in blur: 2560
-internal c2p enabled: 0
-envmap filename: Zelvo_envmap.chunky
-ModeID: 0
-width: ${WIDTH}
-height: ${HEIGHT}
-*** Please don't edit this file! ***`);
+const SETTINGS = new TextEncoder().encode(settingsText({ width: WIDTH, height: HEIGHT }));
 
 /** Runs the program on an object for three passes: the third shows what a mouse movement in the first did. A canvas. */
 async function draw(name) {
