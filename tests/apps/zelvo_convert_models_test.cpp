@@ -161,6 +161,9 @@ protected:
 };
 
 TEST_P(Models, BecomeObjectsThatTheViewerTakes) {
+    if (is_sanitized && GetParam() == "invalid") {
+        GTEST_SKIP() << "these files claim gigabytes, and a sanitized process cannot be limited";
+    }
     Words paths;
     for (const auto &entry :
          fs::recursive_directory_iterator(std::string(ZELVO_TEST_MODELS) + "/" + GetParam())) {
