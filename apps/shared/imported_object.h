@@ -6,9 +6,6 @@
 #include <string>
 #include <vector>
 
-/// Whether the file begins as an IFF form LWOB does. Opens only regular files.
-bool is_object_file(const std::string &path);
-
 /// Has zelvo-convert make an object of a model, or find it in the user's cache, and returns what it prints
 /// with these options. Nothing if it is not installed, or cannot; then it has said why on standard error, if
 /// that is shown.

@@ -5,6 +5,7 @@
 
 #include "help.h"
 #include "main_68k/version.h"
+#include "platform/posix/object_form.h"
 #include "platform/shared/command_line.h"
 #include "platform/shared/screen_size.h"
 #include "settings/environment_map.h"
@@ -140,7 +141,7 @@ bool is_keyword(const std::string &word) {
 /// is wrong with the model.
 void import_model(std::vector<std::string> &words) {
     const std::optional<std::string> file = host::file_argument(words);
-    if (!file || is_object_file(*file)) {
+    if (!file || host::is_object_file(*file)) {
         return;
     }
     if (const std::optional<std::string> printed = import_object(*file, {}, true)) {

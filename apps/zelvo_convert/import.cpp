@@ -5,8 +5,8 @@
 
 #include "messages.h"
 #include "object_import.h"
+#include "platform/posix/object_form.h"
 #include "shared/child_process.h"
-#include "shared/imported_object.h"
 
 #include <algorithm>
 #include <array>
@@ -247,7 +247,7 @@ private:
 } // namespace
 
 Model import_model(const std::string &path, std::optional<Up> up) {
-    if (is_object_file(path)) {
+    if (host::is_object_file(path)) {
         return model_of_object(path);
     }
     Assimp::Importer importer;

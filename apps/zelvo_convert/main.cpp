@@ -6,9 +6,9 @@
 #include "object_info.h"
 #include "options.h"
 #include "output.h"
+#include "platform/posix/object_form.h"
 #include "platform/posix/standard_streams.h"
 #include "shared/child_process.h"
-#include "shared/imported_object.h"
 #include "shared/progress_bar.h"
 #include "shared/tool_files.h"
 
@@ -56,7 +56,7 @@ Answer answer_about(const std::string &input, const Options &options) {
     if (!answer.failure.empty()) {
         return answer;
     }
-    const bool is_object = options.only_describes && is_object_file(input);
+    const bool is_object = options.only_describes && host::is_object_file(input);
     ProgressBar progress(100, std::filesystem::path(input).filename().string() + ", percent");
     constexpr std::size_t bytes_per_mebibyte = std::size_t{1} << 20;
     const ChildEnd end = run_in_child(

@@ -5,6 +5,7 @@
 #include "main_68k/version.h"
 #include "object_file.h"
 #include "object_picture.h"
+#include "platform/posix/object_form.h"
 #include "platform/posix/standard_streams.h"
 #include "shared/imported_object.h"
 #include "shared/resource_limits.h"
@@ -78,7 +79,7 @@ void limit_cost() {
 /// The object that is made of a model of another format, where zelvo-convert is installed, which has limits
 /// of its own.
 std::optional<std::string> imported_from(const std::string &input) {
-    if (!unreadable(input).empty() || is_object_file(input)) {
+    if (!unreadable(input).empty() || host::is_object_file(input)) {
         return std::nullopt;
     }
     return import_object(input, {"--output", "-", "--timeout", "10", "--memory", "1024"}, false);

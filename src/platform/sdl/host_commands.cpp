@@ -2,6 +2,7 @@
 // The commands of the host, each as the steps that it consists of.
 #include "platform/sdl/host_commands.h"
 
+#include "platform/posix/object_form.h"
 #include "platform/sdl/gtk_words.h"
 #include "platform/sdl/key_list.h"
 #include "platform/sdl/notice.h"

@@ -2,9 +2,10 @@
 // Lists a folder and walks around it.
 #include "platform/sdl/object_folder.h"
 
+#include "platform/posix/object_form.h"
+
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -72,17 +73,6 @@ bool is_before(const std::string &name, const std::string &other) {
     const std::size_t left = name.size() - here;
     const std::size_t other_left = other.size() - there;
     return left != other_left ? left < other_left : name < other;
-}
-
-bool is_object_file(const std::string &path) {
-    std::error_code error;
-    if (!fs::is_regular_file(path, error)) {
-        return false;
-    }
-    std::ifstream file(path, std::ios::binary);
-    std::string form(12, '\0');
-    file.read(form.data(), static_cast<std::streamsize>(form.size()));
-    return file && form.starts_with("FORM") && form.ends_with("LWOB");
 }
 
 std::string neighbour_of(const std::string &path, int step) {

@@ -10,9 +10,6 @@ namespace host {
 /// small letters, unless nothing else differs.
 bool is_before(const std::string &name, const std::string &other);
 
-/// Whether a file begins as an object does, with the IFF form LWOB. What is no plain file is not opened.
-bool is_object_file(const std::string &path);
-
 /// The object after (step 1) or before (step -1) this one in its folder, of the objects whose names end in
 /// ".lwo" or ".lwob", in any case. After the last comes the first. Empty if there is no other.
 std::string neighbour_of(const std::string &path, int step);
