@@ -2,8 +2,9 @@
 // Welds points by the bits of their coordinates.
 #include "cleaning.h"
 
+#include "shared/place_hash.h"
+
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <unordered_map>
 
@@ -16,16 +17,7 @@ struct SamePlace {
 };
 
 struct PlaceHash {
-    std::size_t operator()(const Vec3 &point) const {
-        std::uint64_t hash = 0;
-        // Adding 0 makes a negative zero positive.
-        for (const float coordinate : {point.x, point.y, point.z}) {
-            hash =
-                (std::rotl(hash, 29) ^ std::bit_cast<std::uint32_t>(coordinate + 0.0F)) * 0x9E3779B97F4A7C15U;
-            hash ^= hash >> 32;
-        }
-        return static_cast<std::size_t>(hash);
-    }
+    std::size_t operator()(const Vec3 &point) const { return static_cast<std::size_t>(place_hash(point)); }
 };
 
 bool is_finite(const Vec3 &point) {

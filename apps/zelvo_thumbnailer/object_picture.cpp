@@ -15,9 +15,9 @@
 #include "pipeline/rotation.h"
 #include "raster/face_loops.h"
 #include "raster/texture_map.h"
+#include "shared/place_hash.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -176,22 +176,6 @@ void turn_normals_around() {
     }
 }
 
-/// Mixes a value into a number so that every bit of both changes about half of the result's.
-std::uint64_t mix(std::uint64_t number, std::uint64_t value) {
-    number = (std::rotl(number, 29) ^ value) * 0x9E3779B97F4A7C15U;
-    return number ^ number >> 32;
-}
-
-/// A number for a point by its place, so that two points in one place count as one. Adding 0 makes a negative
-/// zero positive.
-std::uint64_t place_number(const Vec3 &point) {
-    std::uint64_t number = 0;
-    for (const float coordinate : {point.x, point.y, point.z}) {
-        number = mix(number, std::bit_cast<std::uint32_t>(coordinate + 0.0F));
-    }
-    return number;
-}
-
 /// Whether the polygons enclose a space: each edge is also the edge of a neighbour, in the other direction.
 /// An edge adds a number that the opposite edge takes away, so that the sum of a closed surface is 0. That of
 /// an open one is 0 only by a chance of one in 2^64.
@@ -201,9 +185,9 @@ bool is_closed() {
         if (!polygon.has_valid_indices) {
             return;
         }
-        std::uint64_t from = place_number(lwopoints2[polygon.indices.back()]);
+        std::uint64_t from = place_hash(lwopoints2[polygon.indices.back()]);
         for (const std::uint16_t index : polygon.indices) {
-            const std::uint64_t to = place_number(lwopoints2[index]);
+            const std::uint64_t to = place_hash(lwopoints2[index]);
             sum += mix(from, to) - mix(to, from);
             from = to;
         }
