@@ -70,8 +70,7 @@ void reduce_to(const Wishes &wishes, Mesh &mesh) {
 }
 
 void describe(const Mesh &mesh) {
-    const Bounds bounds = bounds_of(mesh);
-    send_note(shown_bounds(bounds.low, bounds.high));
+    send_note(shown_bounds(bounds_of(mesh)));
     std::vector<std::size_t> polygons(mesh.surfaces.size());
     for (const Face &face : mesh.faces) {
         ++polygons[face.surface];

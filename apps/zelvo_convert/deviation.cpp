@@ -50,25 +50,14 @@ double squared_distance_to(const Vector &p, const Triangle &triangle) {
                      squared_distance(p, nearest_on_line(p, c, a))});
 }
 
-struct Box {
-    Vector low{std::numeric_limits<double>::max(), std::numeric_limits<double>::max(),
-               std::numeric_limits<double>::max()};
-    Vector high{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest(),
-                std::numeric_limits<double>::lowest()};
-
-    void include(const Vector &p) {
-        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
-    }
-    double squared_distance_to(const Vector &p) const {
-        const auto outside = [](double value, double from, double to) {
-            return std::max({from - value, value - to, 0.0});
-        };
-        const Vector away{outside(p.x, low.x, high.x), outside(p.y, low.y, high.y),
-                          outside(p.z, low.z, high.z)};
-        return dot(away, away);
-    }
-};
+double squared_distance_to(const Vector &p, const Bounds &box) {
+    const auto outside = [](double value, double from, double to) {
+        return std::max({from - value, value - to, 0.0});
+    };
+    const Vector away{outside(p.x, box.low.x, box.high.x), outside(p.y, box.low.y, box.high.y),
+                      outside(p.z, box.low.z, box.high.z)};
+    return dot(away, away);
+}
 
 /// A tree whose leaves are a few triangles each. The children of node i are nodes 2 i + 1 and 2 i + 2, and
 /// each has half of its triangles.
@@ -95,7 +84,7 @@ private:
         if (boxes.size() <= node) {
             boxes.resize(node + 1);
         }
-        Box box;
+        Bounds box;
         for (std::size_t i = first; i < last; ++i) {
             for (const Vector &corner : triangles[i]) {
                 box.include(corner);
@@ -118,7 +107,7 @@ private:
 
     void search(std::size_t node, std::size_t first, std::size_t last, const Vector &p, double enough,
                 double &least) const {
-        if (least <= enough || boxes[node].squared_distance_to(p) >= least) {
+        if (least <= enough || squared_distance_to(p, boxes[node]) >= least) {
             return;
         }
         if (last - first <= leaf_triangles) {
@@ -129,7 +118,7 @@ private:
         }
         const std::size_t middle = first + (last - first) / 2;
         const std::size_t left = 2 * node + 1;
-        if (boxes[left].squared_distance_to(p) <= boxes[left + 1].squared_distance_to(p)) {
+        if (squared_distance_to(p, boxes[left]) <= squared_distance_to(p, boxes[left + 1])) {
             search(left, first, middle, p, enough, least);
             search(left + 1, middle, last, p, enough, least);
         } else {
@@ -139,7 +128,7 @@ private:
     }
 
     std::vector<Triangle> triangles;
-    std::vector<Box> boxes;
+    std::vector<Bounds> boxes;
 };
 
 /// The greatest squared distance from one mesh to the triangles of another.

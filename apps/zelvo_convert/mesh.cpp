@@ -2,7 +2,6 @@
 // The size of a mesh.
 #include "mesh.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace convert {
@@ -13,16 +12,9 @@ double Bounds::diagonal() const {
 }
 
 Bounds bounds_of(const Mesh &mesh) {
-    if (mesh.corners.empty()) {
-        return {};
-    }
-    Bounds bounds{Vector(mesh.points[mesh.corners[0]]), Vector(mesh.points[mesh.corners[0]])};
+    Bounds bounds;
     for (const std::uint32_t corner : mesh.corners) {
-        const Vector point(mesh.points[corner]);
-        bounds.low = {std::min(bounds.low.x, point.x), std::min(bounds.low.y, point.y),
-                      std::min(bounds.low.z, point.z)};
-        bounds.high = {std::max(bounds.high.x, point.x), std::max(bounds.high.y, point.y),
-                       std::max(bounds.high.z, point.z)};
+        bounds.include(Vector(mesh.points[corner]));
     }
     return bounds;
 }

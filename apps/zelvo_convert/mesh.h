@@ -5,9 +5,11 @@
 #include "core/vec3.h"
 #include "shared/lwob_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -68,13 +70,21 @@ inline Vector cross(const Vector &a, const Vector &b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-/// The smallest box around the points that faces use; both corners are 0 if there are none.
+/// The smallest box around some points. Without any, `low` is above `high`.
 struct Bounds {
-    Vector low;
-    Vector high;
+    Vector low{std::numeric_limits<double>::max(), std::numeric_limits<double>::max(),
+               std::numeric_limits<double>::max()};
+    Vector high{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest(),
+                std::numeric_limits<double>::lowest()};
 
+    void include(const Vector &p) {
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
     double diagonal() const;
 };
+
+/// The box around the points that faces use.
 Bounds bounds_of(const Mesh &mesh);
 
 } // namespace convert

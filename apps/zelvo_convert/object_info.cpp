@@ -41,22 +41,21 @@ Polygons count_polygons() {
 }
 
 void describe_points() {
-    Vector low(point_chunk[0]);
-    Vector high = low;
+    Bounds bounds;
     bool is_finite = true;
     for (std::int32_t i = 0; i < points_to_process(); ++i) {
         const Vector p(point_chunk[static_cast<std::size_t>(i)]);
         is_finite = is_finite && std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
-        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+        bounds.include(p);
     }
-    send_note(is_finite ? shown_bounds(low, high)
+    send_note(is_finite ? shown_bounds(bounds)
                         : "a coordinate is infinite or no number: nothing can be seen");
 }
 
 } // namespace
 
-std::string shown_bounds(const Vector &low, const Vector &high) {
+std::string shown_bounds(const Bounds &bounds) {
+    const auto &[low, high] = bounds;
     return "x from " + shown(low.x) + " to " + shown(high.x) + ", y from " + shown(low.y) + " to " +
            shown(high.y) + ", z from " + shown(low.z) + " to " + shown(high.z);
 }

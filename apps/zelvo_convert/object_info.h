@@ -13,6 +13,6 @@ namespace convert {
 void describe_object(const std::string &path);
 
 /// `x from -1 to 1, y from 0 to 2.5, z from -1 to 1`.
-std::string shown_bounds(const Vector &low, const Vector &high);
+std::string shown_bounds(const Bounds &bounds);
 
 } // namespace convert
