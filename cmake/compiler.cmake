@@ -32,6 +32,8 @@ set(options_for_units $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 if(CMAKE_UNITY_BUILD)
     target_compile_options(zelvo_flags INTERFACE ${options_for_units})
 endif()
+# For code that takes longer to optimise than to run: tests, and sources that include large libraries of templates.
+set(options_for_quick_compiling $<IF:$<BOOL:${ZELVO_SANITIZE}>,-O0,$<$<CONFIG:Release>:-O1>>)
 if(ZELVO_WARNINGS_AS_ERRORS)
     target_compile_options(zelvo_flags INTERFACE -Werror)
 endif()
