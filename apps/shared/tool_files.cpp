@@ -11,6 +11,15 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
+
+namespace {
+
+bool is_control(char c) {
+    return (c >= 0 && c < ' ') || c == '\x7F';
+}
+
+} // namespace
 
 std::string unreadable(const std::string &path) {
     struct stat status {};
@@ -43,11 +52,14 @@ std::string save(const std::string &path, const std::string &bytes) {
     return "cannot write " + path + ": " + std::strerror(errno != 0 ? errno : EIO);
 }
 
+std::string printable(std::string text) {
+    std::ranges::replace_if(text, is_control, '?');
+    return text;
+}
+
 std::string one_line(std::string text) {
-    const auto is_control = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; };
     while (!text.empty() && is_control(text.back())) {
         text.pop_back();
     }
-    std::replace_if(text.begin(), text.end(), is_control, '?');
-    return text;
+    return printable(std::move(text));
 }

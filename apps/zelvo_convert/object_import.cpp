@@ -12,15 +12,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 // In place of the viewer's own, which releases a display and prints to standard output.
 void fatal_exit(const char *text) {
-    std::string_view reason = text != nullptr ? text : "ended";
-    if (reason.ends_with('\n')) {
-        reason.remove_suffix(1);
-    }
-    convert::refuse("the viewer refuses it: " + std::string(reason));
+    convert::refuse(std::string("the viewer refuses it: ") + (text != nullptr ? text : "ended"));
 }
 
 namespace convert {

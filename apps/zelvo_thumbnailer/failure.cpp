@@ -3,11 +3,10 @@
 #include "failure.h"
 
 #include "core/fatal_exit.h"
+#include "shared/tool_files.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 namespace {
 
@@ -20,19 +19,12 @@ void set_failing_file(const std::string &path) {
     failing_file = path.empty() ? "" : path + ": ";
 }
 
-void fail(int exit_code, std::string why) {
-    why = failing_file + why;
-    const auto is_control = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; };
-    std::replace_if(why.begin(), why.end(), is_control, '?');
-    std::fprintf(stderr, "zelvo-thumbnailer: %s\n", why.c_str());
+void fail(int exit_code, const std::string &why) {
+    std::fprintf(stderr, "zelvo-thumbnailer: %s\n", printable(failing_file + why).c_str());
     std::_Exit(exit_code);
 }
 
 // In place of the viewer's own, which releases a display and prints to standard output.
 void fatal_exit(const char *text) {
-    std::string_view reason = text != nullptr ? text : "ended";
-    if (reason.ends_with('\n')) {
-        reason.remove_suffix(1);
-    }
-    fail(exit_no_picture, std::string(reason));
+    fail(exit_no_picture, one_line(text != nullptr ? text : "ended"));
 }

@@ -13,4 +13,4 @@ void set_failing_file(const std::string &path);
 
 /// Says why in one line on standard error and ends the process. Characters that would end the line or steer a
 /// terminal, which a file's name may hold, become question marks.
-[[noreturn]] void fail(int exit_code, std::string why);
+[[noreturn]] void fail(int exit_code, const std::string &why);
