@@ -97,6 +97,17 @@ bool ChildEnd::took_too_long() const {
     return signal == SIGPROF || signal == SIGALRM;
 }
 
+std::string reason_of(const ChildEnd &end, const std::string &too_long, const std::string &too_much_memory) {
+    if (end.took_too_long()) {
+        return too_long;
+    }
+    if (end.exit_code == exit_out_of_memory) {
+        return too_much_memory;
+    }
+    return end.signal != 0 ? std::string("reading it crashed: ") + strsignal(end.signal)
+                           : "reading it failed";
+}
+
 void send_to_parent(char kind, std::string_view bytes) {
     Header header{kind};
     const auto size = static_cast<std::uint32_t>(bytes.size());

@@ -21,6 +21,10 @@ struct ChildEnd {
 /// The exit code of work for which the memory was not enough.
 constexpr int exit_out_of_memory = 3;
 
+/// Why reading a file in a child process failed: the reason of the limit that was reached, or else that it
+/// crashed or just failed.
+std::string reason_of(const ChildEnd &end, const std::string &too_long, const std::string &too_much_memory);
+
 /// Receives a message of the work: what kind it is, and its bytes.
 using OnMessage = std::function<void(char kind, std::string &&bytes)>;
 

@@ -37,19 +37,6 @@ struct Answer {
     std::string failure;
 };
 
-std::string reason_of(const ChildEnd &end, const Options &options) {
-    if (end.took_too_long()) {
-        return "reading it takes longer than " +
-               counted(static_cast<std::size_t>(options.seconds), "second") + " (--timeout)";
-    }
-    if (end.exit_code == exit_out_of_memory) {
-        return "reading it takes more than " + std::to_string(options.mebibytes) +
-               " MiB of memory (--memory)";
-    }
-    return end.signal != 0 ? std::string("reading it crashed: ") + strsignal(end.signal)
-                           : "reading it failed";
-}
-
 Answer answer_about(const std::string &input, const Options &options) {
     Answer answer;
     answer.failure = unreadable(input);
@@ -91,7 +78,11 @@ Answer answer_about(const std::string &input, const Options &options) {
         });
     progress.clear();
     if (!end.is_good() && answer.failure.empty()) {
-        answer.failure = reason_of(end, options);
+        answer.failure = reason_of(
+            end,
+            "reading it takes longer than " + counted(static_cast<std::size_t>(options.seconds), "second") +
+                " (--timeout)",
+            "reading it takes more than " + std::to_string(options.mebibytes) + " MiB of memory (--memory)");
     }
     return answer;
 }

@@ -57,13 +57,8 @@ std::string texture_of(const Options &options) {
     if (!failure.empty()) {
         fail(options.input, failure);
     }
-    if (end.took_too_long() || end.exit_code == exit_out_of_memory) {
-        fail(options.input,
-             end.took_too_long() ? "reading it takes too long" : "reading it takes too much memory");
-    }
-    if (texture.empty()) {
-        fail(options.input, end.signal != 0 ? std::string("reading it crashed: ") + strsignal(end.signal)
-                                            : "reading it failed");
+    if (!end.is_good()) {
+        fail(options.input, reason_of(end, "reading it takes too long", "reading it takes too much memory"));
     }
     return texture;
 }

@@ -23,6 +23,10 @@ struct WorkResult {
     std::string messages;
 };
 
+std::string reason(const WorkResult &result) {
+    return reason_of(result.end, "too long", "too much memory");
+}
+
 /// Runs the work; `messages` has the kind of each message and its bytes.
 WorkResult result_of(const std::function<void()> &work, const ResourceLimits &limits = usual_limits) {
     std::string messages;
@@ -60,6 +64,7 @@ TEST(ChildProcess, MayCrash) {
     EXPECT_FALSE(result.end.is_good());
     EXPECT_FALSE(result.end.took_too_long());
     EXPECT_EQ(result.end.signal, SIGSEGV);
+    EXPECT_EQ(reason(result), "reading it crashed: Segmentation fault");
     EXPECT_EQ(result.messages, "abefore");
 }
 
@@ -73,9 +78,11 @@ TEST(ChildProcess, MayHang) {
         {std::size_t{1} << 30, 0.2, 60.0});
     EXPECT_TRUE(busy.end.took_too_long());
     EXPECT_EQ(busy.end.signal, SIGPROF);
+    EXPECT_EQ(reason(busy), "too long");
     const WorkResult waiting = result_of([] { pause(); }, {std::size_t{1} << 30, 60.0, 0.2});
     EXPECT_TRUE(waiting.end.took_too_long());
     EXPECT_EQ(waiting.end.signal, SIGALRM);
+    EXPECT_EQ(reason(waiting), "too long");
 }
 
 TEST(ChildProcess, MayTakeAllMemory) {
@@ -91,12 +98,14 @@ TEST(ChildProcess, MayTakeAllMemory) {
         },
         {std::size_t{1} << 27, 60.0, 120.0});
     EXPECT_EQ(result.end.exit_code, exit_out_of_memory);
+    EXPECT_EQ(reason(result), "too much memory");
 }
 
 TEST(ChildProcess, MayThrow) {
     const WorkResult result = result_of([] { throw std::runtime_error("no"); });
     EXPECT_FALSE(result.end.is_good());
     EXPECT_EQ(result.end.signal, 0);
+    EXPECT_EQ(reason(result), "reading it failed");
 }
 
 TEST(ChildProcess, CannotWriteFilesOrPrint) {
