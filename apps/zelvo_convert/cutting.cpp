@@ -138,18 +138,21 @@ private:
     std::size_t start = 0;
 };
 
+/// Adds a triangle to the result unless it has no area.
+void add_triangle(const Mesh &mesh, const std::array<std::uint32_t, 3> &corners, std::uint32_t surface,
+                  Mesh &result) {
+    const Vector area = area_vector(mesh, corners);
+    if (dot(area, area) > 0) {
+        result.add_face(corners, surface);
+    }
+}
+
 void add_ears(const Mesh &mesh, const Face &face, Mesh &result) {
     const std::span<const std::uint32_t> corners = mesh.corners_of(face);
     Ears ears(flattened(mesh, corners));
-    const auto add = [&](const std::array<std::size_t, 3> &ear) {
-        const std::array<std::uint32_t, 3> triangle{corners[ear[0]], corners[ear[1]], corners[ear[2]]};
-        const Vector area = area_vector(mesh, triangle);
-        if (dot(area, area) > 0) {
-            result.add_face(triangle, face.surface);
-        }
-    };
     while (ears.count() >= 3) {
-        add(ears.cut());
+        const auto [a, b, c] = ears.cut();
+        add_triangle(mesh, {corners[a], corners[b], corners[c]}, face.surface, result);
     }
 }
 
@@ -200,11 +203,7 @@ void cut_all(Mesh &mesh) {
     replace_faces(mesh, [&](const Face &face, Mesh &result) {
         const std::span<const std::uint32_t> corners = mesh.corners_of(face);
         for (std::size_t i = 2; i < corners.size(); ++i) {
-            const std::array<std::uint32_t, 3> triangle{corners[0], corners[i - 1], corners[i]};
-            const Vector area = area_vector(mesh, triangle);
-            if (dot(area, area) > 0) {
-                result.add_face(triangle, face.surface);
-            }
+            add_triangle(mesh, {corners[0], corners[i - 1], corners[i]}, face.surface, result);
         }
     });
 }
