@@ -86,7 +86,7 @@ void append_word_subchunk(Bytes &bytes, const std::string &id, std::uint16_t val
 }
 
 Bytes encode_surface(const LwobSurface &surface) {
-    // Smooth shading documents the intent of points that faces share.
+    // Faces share their points, so surfaces are meant to look smooth.
     constexpr std::uint16_t smooth_flag = 1 << 2;
     constexpr std::uint16_t two_sided_flag = 1 << 8;
     Bytes content;

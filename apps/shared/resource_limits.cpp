@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The kernel counts processor time in whole seconds elsewhere, hence a timer.
+/// A timer, since setrlimit limits processor time to whole seconds only.
 void set_timer(__itimer_which_t timer, double seconds) {
     constexpr double microseconds_per_second = 1e6;
     itimerval once{};

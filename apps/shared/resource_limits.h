@@ -1,22 +1,21 @@
 // SPDX-License-Identifier: MIT
-// What a file may cost that nobody knows: a service makes thumbnails of files that nobody asked it to open,
-// and an import reads files of any origin.
+// Limits on the time and the memory that work on an untrusted file may take.
 #pragma once
 
 #include <cstddef>
 
 struct ResourceLimits {
-    /// In bytes. Does not hold in a sanitized build, which needs a multiple of it.
+    /// In bytes. Not applied in a sanitized build, which needs many times as much.
     std::size_t address_space;
-    /// In seconds. A busy machine must not reach the limit of the clock, which is for file systems that do
-    /// not answer.
+    /// In seconds. The limit on the clock is for file systems that do not answer, and must be long enough for
+    /// a busy machine.
     double processor_time;
     double clock_time;
 };
 
-/// Limits this process. Past a limit of time the process gets SIGPROF or SIGALRM, which end it unless it
-/// handles them. Memory past the limit cannot be allocated.
+/// Limits this process. It gets SIGPROF when its processor time is used up, and SIGALRM when its time on the
+/// clock is; both end it unless it handles them. Memory past the limit cannot be allocated.
 void limit_resources(const ResourceLimits &limits);
 
-/// Takes back the limits of time. What is left to do is short, and must not be cut off.
+/// Removes the limits on time, for a last step that is short and must not be interrupted.
 void lift_time_limits();

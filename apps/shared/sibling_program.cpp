@@ -19,7 +19,7 @@ std::string sibling_program(const std::string &name) {
 
 namespace {
 
-/// The number of the new process, or nothing.
+/// Starts a program. Returns the number of its process, or nothing.
 std::optional<pid_t> start(std::vector<std::string> &words, const posix_spawn_file_actions_t *actions) {
     std::vector<char *> arguments;
     arguments.reserve(words.size() + 1);

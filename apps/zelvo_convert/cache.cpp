@@ -21,12 +21,12 @@ namespace {
 
 constexpr std::uintmax_t most_bytes = std::uintmax_t{256} << 20;
 
-/// Changes when the same model becomes another object.
+/// To be changed whenever the same model becomes another object than before.
 constexpr char generation[] = "1";
 
 constexpr char list_name[] = "files";
 
-/// FNV-1a with 128 bits: no two files meet by chance.
+/// FNV-1a with 128 bits, so that no two files have the same hash by chance.
 class Hash {
 public:
     void add(const char *bytes, std::size_t count) {
@@ -66,7 +66,7 @@ bool add_file(Hash &hash, const std::string &path) {
     return is_read;
 }
 
-/// The hash of another file of a model, or that there is none.
+/// The hash of another file of a model, or "none" if it cannot be read.
 std::string hash_of(const std::string &path) {
     Hash hash;
     return add_file(hash, path) ? hash.text() : "none";
@@ -89,7 +89,7 @@ struct OldEntry {
     fs::path folder;
 };
 
-/// The entries, those that were used last first. What disappears meanwhile is left out.
+/// The entries, most recently used first. Files that disappear meanwhile do not count.
 std::vector<OldEntry> all_entries(const fs::path &cache) {
     std::vector<OldEntry> entries;
     std::error_code error;
@@ -106,7 +106,7 @@ std::vector<OldEntry> all_entries(const fs::path &cache) {
     return entries;
 }
 
-/// Drops old entries, but never the one that was stored just now.
+/// Deletes old entries, but never the one that was just stored.
 void trim(const fs::path &cache, const fs::path &newest) {
     std::uintmax_t sum = 0;
     for (const OldEntry &entry : all_entries(cache)) {
@@ -159,7 +159,7 @@ std::string store(const CacheEntry &entry, const std::string &object,
                   const std::set<std::string> &other_files) {
     std::string list;
     for (const std::string &file : other_files) {
-        // A relative path means another file elsewhere.
+        // The next run may be in another folder.
         const std::string path = fs::absolute(file).string();
         list += hash_of(path) + " " + path + "\n";
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Objects that were made before, in the user's cache. All of it can be deleted at any time.
+// The user's cache of converted objects. It can be deleted at any time.
 #pragma once
 
 #include "conversion.h"
@@ -10,23 +10,23 @@
 
 namespace convert {
 
-/// The cache's entry for a model: its folder, and the object in it.
+/// The cache's entry for a model: the entry's folder, and the path of the object in it.
 struct CacheEntry {
     std::string folder;
     std::string object;
 };
 
-/// The entry of a model with this name and content, made in this way. Nothing if there is no folder for a
-/// cache, or the model cannot be read.
+/// The entry for a model of this name and content, converted in this way. Nothing if the user has no folder
+/// for a cache, or if the model cannot be read.
 std::optional<CacheEntry> cache_entry(const std::string &model, const Wishes &wishes);
 
-/// Whether the object is there, and all other files of its model are as they were. Notes that the object was
-/// used.
+/// Whether the object is in the cache and all other files of its model are unchanged. If so, the object
+/// counts as used now.
 bool is_cached(const CacheEntry &entry);
 
-/// Stores the object, with the names and contents of the model's other files. Then drops the objects that
-/// were not used for the longest time, until all together fit into 256 MiB. Returns why that failed, or
-/// nothing.
+/// Stores the object, and the names and hashes of the model's other files. Then deletes the objects that were
+/// not used for the longest time, until the rest fit into 256 MiB. Returns why storing failed; empty if it
+/// did not.
 std::string store(const CacheEntry &entry, const std::string &object,
                   const std::set<std::string> &other_files);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Welds points by the bits of their coordinates.
+// Finds points in the same place by a hash table.
 #include "cleaning.h"
 
 #include "shared/place_hash.h"
@@ -24,7 +24,7 @@ bool is_finite(const Vec3 &point) {
     return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
 }
 
-/// The corners without those that repeat the one before them, around the end too.
+/// Drops corners that repeat the one before them. The last one comes before the first.
 void drop_repeated(std::vector<std::uint32_t> &corners) {
     corners.erase(std::unique(corners.begin(), corners.end()), corners.end());
     while (corners.size() > 1 && corners.front() == corners.back()) {
@@ -32,7 +32,7 @@ void drop_repeated(std::vector<std::uint32_t> &corners) {
     }
 }
 
-/// Whether a face is a line to the precision of its coordinates.
+/// Whether a face is a line or a point, within the precision of its coordinates.
 bool is_flat(const Mesh &mesh, std::span<const std::uint32_t> corners) {
     double longest = 0.0;
     for (const std::uint32_t corner : corners) {
@@ -44,7 +44,7 @@ bool is_flat(const Mesh &mesh, std::span<const std::uint32_t> corners) {
     return !(std::sqrt(dot(area, area)) > least_part * longest);
 }
 
-/// Renumbers the points by first use. Points keep their order.
+/// Drops the points that no face uses, and returns how many these are.
 std::size_t drop_unused(Mesh &mesh) {
     constexpr std::uint32_t unused = UINT32_MAX;
     std::vector<std::uint32_t> number(mesh.points.size(), unused);
@@ -66,7 +66,7 @@ std::size_t drop_unused(Mesh &mesh) {
     return dropped;
 }
 
-/// The first point in each point's place.
+/// For each point the first one in the same place.
 std::vector<std::uint32_t> first_in_place(const std::vector<Vec3> &points) {
     std::unordered_map<Vec3, std::uint32_t, PlaceHash, SamePlace> firsts(points.size());
     std::vector<std::uint32_t> first(points.size());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Makes a mesh one in which faces share points and all faces have an area.
+// Lets the faces of a mesh share their points, and drops faces without an area.
 #pragma once
 
 #include "mesh.h"
@@ -10,9 +10,9 @@
 
 namespace convert {
 
-/// What cleaning took away.
+/// What cleaning dropped.
 struct Cleaned {
-    /// Points in the place of another, and points that no face uses.
+    /// Points in the same place as another, and points that no face uses.
     std::size_t welded_points = 0;
     std::size_t unused_points = 0;
     /// Faces without an area, and faces with a coordinate that is infinite or NaN.
@@ -20,8 +20,8 @@ struct Cleaned {
     std::size_t endless_faces = 0;
 };
 
-/// Makes one point of all points in the same place, drops repeated corners that follow each other, faces that
-/// have no area then, and points that no face uses. Points and faces keep their order.
+/// Merges points in the same place. Then drops corners that repeat the one before them, faces without an
+/// area, and points that no face uses. Points and faces keep their order.
 Cleaned clean(Mesh &mesh);
 
 /// Twice the area of a face, as a vector along its normal, which points outwards.

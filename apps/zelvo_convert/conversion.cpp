@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The steps of a conversion, and what is said about them.
+// The steps of a conversion, and what is reported about them.
 #include "conversion.h"
 
 #include "cleaning.h"
@@ -43,14 +43,14 @@ void flip(Mesh &mesh) {
     }
 }
 
-/// `0.25%`, with two digits that count.
+/// Two significant digits: `0.25%`.
 std::string percent(double part) {
     char text[32];
     std::snprintf(text, sizeof text, "%.2g%%", part * 100.0);
     return text;
 }
 
-/// Reduces the mesh if it has more than was asked for.
+/// Reduces the mesh if it is larger than was asked for.
 void reduce_to(const Wishes &wishes, Mesh &mesh) {
     if (mesh.points.size() <= wishes.most_points && mesh.faces.size() <= wishes.most_polygons) {
         return;
@@ -94,7 +94,7 @@ LwobObject object_of(const Mesh &mesh) {
     return object;
 }
 
-/// Without faces there is no object.
+/// Refuses a model without faces, and says why it has none.
 void refuse_without_faces(const Model &model, const Cleaned &cleaned) {
     if (!model.mesh.faces.empty()) {
         return;

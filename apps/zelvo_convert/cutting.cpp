@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Fans, and ears that are cut off one after another.
+// Looks for a fan, and otherwise cuts off one ear after the other.
 #include "cutting.h"
 
 #include "cleaning.h"
@@ -26,7 +26,7 @@ double turn(const Vector2 &a, const Vector2 &b, const Vector2 &c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-/// A polygon in the plane across its normal, where it has a positive area.
+/// The polygon seen along the longest axis of its normal, from the side where its area is positive.
 std::vector<Vector2> flattened(const Mesh &mesh, std::span<const std::uint32_t> corners) {
     const Vector normal = area_vector(mesh, corners);
     const Vector size{std::abs(normal.x), std::abs(normal.y), std::abs(normal.z)};
@@ -54,7 +54,7 @@ double area_of(const std::vector<Vector2> &flat) {
     return area;
 }
 
-/// A triangle has an area, and is not turned over, if it is larger than this part of the polygon.
+/// A triangle whose area is smaller than this part of the polygon's counts as having none.
 constexpr double least_part = 1e-7;
 
 /// Whether the fan around a corner covers the polygon: no triangle is turned over, and the first has an area.
@@ -76,7 +76,7 @@ bool is_fan(const std::vector<Vector2> &flat, std::size_t first, double area) {
 
 /// The first corner whose fan covers the polygon.
 std::optional<std::size_t> fan_corner(const std::vector<Vector2> &flat) {
-    // Trying all corners of a polygon of thousands would take too long.
+    // A polygon may have thousands of corners; trying all of them would take too long.
     constexpr std::size_t most_tried = 256;
     const double area = area_of(flat);
     for (std::size_t first = 0; first < std::min(flat.size(), most_tried); ++first) {
@@ -106,11 +106,11 @@ public:
         while (at < left.size() && !is_ear((start + at) % left.size())) {
             ++at;
         }
-        // A polygon that crosses itself may have none; then any corner is as good.
+        // A polygon that crosses itself may have no ear. Then any corner is as good.
         const std::size_t middle = (start + (at < left.size() ? at : 0)) % left.size();
         const std::array<std::size_t, 3> ear{before(middle), left[middle], after(middle)};
         left.erase(left.begin() + static_cast<std::ptrdiff_t>(middle));
-        // Not the same corner again, which would make a fan of thin triangles.
+        // The next search begins at another corner. Always the same one would make a fan of thin triangles.
         start = middle + 1 < left.size() ? middle + 1 : 0;
         return ear;
     }
@@ -156,7 +156,7 @@ void add_ears(const Mesh &mesh, const Face &face, Mesh &result) {
     }
 }
 
-/// The mesh with each face treated by `add`, which adds what becomes of it.
+/// Replaces each face by those that `add` adds for it.
 template <typename Add>
 void replace_faces(Mesh &mesh, Add add) {
     Mesh result;
@@ -167,7 +167,7 @@ void replace_faces(Mesh &mesh, Add add) {
     mesh.corners = std::move(result.corners);
 }
 
-/// Adds a polygon of a few corners that begins where its fan does; false if it has no fan.
+/// Adds a polygon that begins where its fan does. False if it has no fan, or too many corners.
 bool add_fan(const Mesh &mesh, const Face &face, Mesh &result) {
     if (face.corners > most_corners) {
         return false;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Cuts polygons into triangles. The viewer draws a polygon as a fan of triangles around its first corner, and
-// takes its direction from the first three corners; this makes polygons such that this is right.
+// Cuts polygons that the viewer would draw wrongly. It draws a polygon as a fan of triangles around the first
+// corner, and takes the polygon's direction from the first three corners.
 #pragma once
 
 #include "mesh.h"
@@ -11,7 +11,7 @@ namespace convert {
 
 /// What cutting changed.
 struct Cut {
-    /// Polygons that no fan covers, which became several.
+    /// Polygons that no fan covers, and that were cut.
     std::size_t concave_polygons = 0;
 };
 

@@ -65,7 +65,7 @@ class Tree {
 public:
     explicit Tree(std::vector<Triangle> all) : triangles(std::move(all)) { build(0, 0, triangles.size()); }
 
-    /// The squared distance to the nearest triangle, or to another that is at most `enough` away.
+    /// The squared distance to the nearest triangle, or to any that is at most `enough` away.
     double squared_distance(const Vector &p, double enough) const {
         double least = std::numeric_limits<double>::max();
         search(0, 0, triangles.size(), p, enough, least);
@@ -143,7 +143,7 @@ double greatest_squared_distance(const Mesh &mesh, const Tree &to) {
         for (std::size_t i = 0; i < corners.size(); ++i) {
             const Vector corner(mesh.points[corners[i]]);
             sum = sum + corner;
-            // Two triangles share an edge.
+            // Two triangles share an edge, in opposite directions.
             if (const std::uint32_t next = corners[(i + 1) % corners.size()]; corners[i] < next) {
                 measure((corner + Vector(mesh.points[next])) * 0.5);
             }

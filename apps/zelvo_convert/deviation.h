@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// How far a reduced mesh is from the one that it was made from.
+// How far a reduced mesh is from the original.
 #pragma once
 
 #include "mesh.h"
 
 namespace convert {
 
-/// The greatest distance between the surfaces of two meshes of triangles, as a part of the size of the first,
-/// which is its box's diagonal. It is measured in both directions, at each mesh's points, and at the middle
-/// of its triangles and edges.
+/// The greatest distance between two meshes of triangles, as a part of the diagonal of the first one's
+/// bounds. It is measured in both directions: from the points of each mesh, and from the middles of its edges
+/// and triangles, to the surface of the other.
 double deviation(const Mesh &original, const Mesh &reduced);
 
 } // namespace convert

@@ -27,7 +27,7 @@ namespace convert {
 
 namespace {
 
-/// Says which files are opened, such as one of materials.
+/// Reports the other files that assimp opens for a model, such as a list of materials.
 class Files : public Assimp::DefaultIOSystem {
 public:
     explicit Files(std::string model_path) : path(std::move(model_path)) {}
@@ -44,7 +44,7 @@ private:
     std::string path;
 };
 
-/// The share of the work that reading is taken for, in percent.
+/// How much of the work is done after reading, in percent.
 constexpr int reading_percent = 50;
 
 class Progress : public Assimp::ProgressHandler {
@@ -129,7 +129,7 @@ private:
         if (mesh.mNumVertices > UINT32_MAX - first_point) {
             refuse("it has too many points");
         }
-        // Taken from 0, so that 0 stays positive.
+        // 0 - z instead of -z, so that 0 stays positive.
         for (const aiVector3D &point : places(mesh, transform)) {
             model.mesh.points.push_back(up == Up::z ? Vec3{point.x, point.z, point.y}
                                                     : Vec3{point.x, point.y, 0.0F - point.z});
@@ -191,7 +191,7 @@ private:
         return points;
     }
 
-    /// The surface of a material, which is added when it is used first.
+    /// The surface of a material. It is added when it is first used.
     std::uint32_t surface_of(unsigned material) {
         const auto [entry, is_new] =
             surfaces.emplace(material, static_cast<std::uint32_t>(model.mesh.surfaces.size()));
@@ -223,8 +223,8 @@ private:
                         : std::uint8_t{0};
     }
 
-    /// The name, or one that differs from all others: a file's polygons refer to surfaces by their place in
-    /// the list of names, but other chunks do by name.
+    /// The name, or if it is taken, one that differs from all others. An object file's polygons refer to
+    /// surfaces by their place in the list of names, but other chunks do so by name.
     std::string unused_name(std::string name) {
         if (name.empty()) {
             name = "Default";

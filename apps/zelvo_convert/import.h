@@ -17,16 +17,16 @@ enum class Up { y, z };
 struct Model {
     Mesh mesh;
     std::string format;
-    /// What an object file cannot have.
+    /// What an object file cannot hold.
     std::size_t lines = 0;
     std::size_t single_points = 0;
-    /// Faces with an index that no point has.
+    /// Faces with an index of no point.
     std::size_t broken_faces = 0;
 };
 
-/// Reads an object file as the viewer does, and any other with assimp. Without `up` the axis is the one that
-/// the format's models usually have. The process ends if there is no model in the file, or if it has no
-/// faces.
+/// Reads an object file as the viewer does, and any other file with assimp. Without `up` the axis is the one
+/// that the file names, or else the usual one of its format. The process ends if there is no model in the
+/// file.
 Model import_model(const std::string &path, std::optional<Up> up);
 
 } // namespace convert

@@ -33,7 +33,7 @@ struct Answer {
     std::string object;
     /// Other files that belong to the model.
     std::set<std::string> other_files;
-    /// Empty if there is an object, or a description if only that was asked for.
+    /// Why the input failed; empty if it did not.
     std::string failure;
 };
 
@@ -94,7 +94,7 @@ bool report(const std::string &input, const std::string &failure) {
     return failure.empty();
 }
 
-/// Prints the object, or its path in the cache. Whether there is one.
+/// Prints the object, or its path in the cache. False if that failed.
 bool print_object(const std::string &input, const Options &options) {
     const bool prints_path = !options.output;
     const std::optional<CacheEntry> entry =
@@ -120,7 +120,7 @@ bool print_object(const std::string &input, const Options &options) {
     return std::fflush(stdout) == 0 && is_printed ? true : report(input, std::strerror(errno));
 }
 
-/// Prints the answer, and writes the object to the path unless that is empty. Whether there is one.
+/// Prints the answer, and writes the object to the path unless that is empty. False if the input failed.
 bool deliver(const std::string &input, const Answer &answer, const std::string &output, bool has_notes) {
     std::string failure = answer.failure;
     if (failure.empty() && !output.empty()) {

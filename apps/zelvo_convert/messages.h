@@ -22,13 +22,13 @@ constexpr int exit_failure = 1;
 /// Says how much of the work is done.
 void send_progress(int percent);
 
-/// Says in one line what the model is.
+/// Sends the line that says what the model is. It is printed before all notes.
 void send_summary(const std::string &line);
 
-/// Says in one line what else the tool shall print about the model.
+/// Sends a line that the tool prints about the model.
 void send_note(const std::string &line);
 
-/// Says how many there are of something, and what about them, if there are any.
+/// Sends a note such as `2 polygons left out: no area`, unless the count is 0.
 void note_if(std::size_t count, const std::string &noun, const std::string &what);
 
 /// Says why there will be no object, and ends the process.

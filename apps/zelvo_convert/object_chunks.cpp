@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t form_header = 12;
 constexpr std::size_t chunk_header = 8;
 
-/// Bytes of a file; fewer than asked for if it ends before.
+/// The next bytes of a file; fewer than asked for if it ends before.
 std::string read_bytes(std::FILE *file, std::size_t count) {
     std::string bytes(count, '\0');
     bytes.resize(std::fread(bytes.data(), 1, count, file));

@@ -18,7 +18,7 @@ struct Options {
     bool only_describes = false;
     bool opens_viewer = false;
     bool uses_cache = false;
-    /// The limits of reading and converting one file.
+    /// The limits on reading and converting one file: processor time and memory.
     double seconds = 120.0;
     std::size_t mebibytes = 2048;
 };

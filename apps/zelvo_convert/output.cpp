@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Paths, files, and the viewer's process.
+// Makes paths, and runs the viewer.
 #include "output.h"
 
 #include "shared/sibling_program.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where objects are written, and how.
+// Where objects are written.
 #pragma once
 
 #include "options.h"

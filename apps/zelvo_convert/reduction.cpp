@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Looks for the number of triangles that meshoptimizer must be asked for.
+// Searches for the number of triangles to ask meshoptimizer for.
 #include "reduction.h"
 
 #include "cleaning.h"
@@ -13,8 +13,8 @@ namespace convert {
 
 namespace {
 
-/// The mesh as meshoptimizer takes it. A point that several surfaces use is there once for each of them, so
-/// that the border between them is kept, and each point belongs to one surface.
+/// The mesh in meshoptimizer's form. A point that several surfaces use is there once for each of them. So
+/// each point belongs to one surface, and the border between surfaces is kept.
 struct Indexed {
     std::vector<Vec3> points;
     std::vector<std::uint32_t> surfaces;
@@ -53,7 +53,7 @@ Mesh mesh_of(const Indexed &indexed, const std::vector<unsigned int> &triangles,
 
 /// Removes edges, or merges what is close, until about this many triangles are left.
 std::vector<unsigned int> simplified(const Indexed &indexed, std::size_t triangles, bool keeps_connections) {
-    // No limit of the error: the number is what counts.
+    // No limit on the error: the number is what counts.
     constexpr float any_error = 1e9F;
     std::vector<unsigned int> result(indexed.triangles.size());
     const float *coordinates = &indexed.points[0].x;
@@ -73,10 +73,11 @@ std::vector<unsigned int> simplified(const Indexed &indexed, std::size_t triangl
 bool reduce_by(const Indexed &indexed, bool keeps_connections, std::size_t most_points,
                std::size_t most_triangles, Mesh &mesh) {
     constexpr int most_tries = 6;
-    // Close enough to what was asked for, and what the next try aims at.
+    // The part of what was asked for that is close enough, and the part that each try aims at.
     constexpr double enough = 0.98;
     constexpr double aim = 0.995;
-    // Closed surfaces have twice as many triangles as points. The library takes no number that is too large.
+    // Closed surfaces have twice as many triangles as points. No try may ask for more triangles than there
+    // are.
     const double all = static_cast<double>(indexed.triangles.size()) / 3.0;
     double wanted = static_cast<double>(std::min(most_triangles, 2 * most_points)) * aim;
     Mesh best;
@@ -87,7 +88,7 @@ bool reduce_by(const Indexed &indexed, bool keeps_connections, std::size_t most_
         const double filled =
             std::max(static_cast<double>(candidate.points.size()) / static_cast<double>(most_points),
                      static_cast<double>(candidate.faces.size()) / static_cast<double>(most_triangles));
-        // The connections may not let it become smaller.
+        // The mesh may be connected such that it cannot become smaller.
         const bool is_stuck = static_cast<double>(candidate.faces.size()) > 1.5 * wanted;
         if (filled <= 1.0 && candidate.faces.size() > best.faces.size()) {
             best = std::move(candidate);
@@ -95,7 +96,7 @@ bool reduce_by(const Indexed &indexed, bool keeps_connections, std::size_t most_
         if ((filled >= enough && filled <= 1.0) || is_stuck) {
             break;
         }
-        // Nothing is left of a mesh that was reduced too far.
+        // If the mesh was reduced too far, nothing is left of it.
         wanted = filled > 0.0 ? wanted * aim / filled : wanted * 2.0;
     }
     if (best.faces.empty()) {

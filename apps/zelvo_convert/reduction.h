@@ -9,9 +9,8 @@
 namespace convert {
 
 /// Reduces a mesh of triangles to at most this many points and triangles, by removing edges where that
-/// changes the shape least. Borders between surfaces are kept. If that does not reach the numbers, parts that
-/// are close to each other are merged without regard to what is connected. False if that does not reach them
-/// either.
+/// changes the shape least. Borders between surfaces are kept. If that is not enough, points that are close
+/// to each other are merged even if no edge connects them. False if that is not enough either.
 bool reduce(Mesh &mesh, std::size_t most_points, std::size_t most_triangles);
 
 } // namespace convert

@@ -21,7 +21,7 @@ bool is_linear(const OIIO::ImageSpec &spec) {
     return spec.format.is_floating_point() || space == "Linear" || space == "scene_linear";
 }
 
-/// Neither NaN nor infinity, which would spread into all texels that a sum is made of.
+/// Light without NaN and infinity, which would spread into every texel whose sum has one.
 float sound(float light) {
     constexpr float brightest = 1e6F;
     return light > 0.0F ? std::min(light, brightest) : 0.0F;
@@ -45,7 +45,7 @@ LightPicture read_picture(const std::string &path, std::string &why) {
         return {};
     }
     const bool is_light = is_linear(file.nativespec());
-    // A photograph may lie on its side and say so.
+    // A photograph may be stored on its side, with a tag that says so.
     const OIIO::ImageBuf upright = OIIO::ImageBufAlgo::reorient(file);
     const OIIO::ImageBuf &picture = upright.initialized() ? upright : file;
     const OIIO::ROI area = picture.roi();

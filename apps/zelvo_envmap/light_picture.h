@@ -19,9 +19,9 @@ struct LightPicture {
     }
 };
 
-/// Reads a picture of any format that OpenImageIO reads, upright, with transparent parts black. `why` says
-/// why there is none if the result is empty. Pictures of whole numbers are taken as sRGB, and those of floats
-/// as linear light.
+/// Reads a picture of any format that OpenImageIO reads, upright, with transparent parts black. Whole numbers
+/// are taken as sRGB, and floats as linear light. If it cannot be read, the result is empty and `why` has the
+/// reason.
 LightPicture read_picture(const std::string &path, std::string &why);
 
 /// The amount of light of a level from 0 to 1 in sRGB, and the reverse.

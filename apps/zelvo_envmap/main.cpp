@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// zelvo-envmap: makes textures of pictures.
+// zelvo-envmap: makes textures from pictures.
 #include "options.h"
 #include "platform/posix/folders.h"
 #include "platform/posix/standard_streams.h"
@@ -34,7 +34,7 @@ constexpr ResourceLimits limits{std::size_t{4} << 30, 120.0, 240.0};
     std::exit(exit_failure);
 }
 
-/// The bytes of the picture's texture, made in a process of its own.
+/// The bytes of the picture's texture, made in a child process.
 std::string texture_of(const Options &options) {
     std::string texture;
     std::string failure;
@@ -85,7 +85,7 @@ std::string png_of(const Options &options) {
     return png;
 }
 
-/// Has the viewer's own program draw the sphere.
+/// Has zelvo-render draw a sphere with the texture.
 void draw_preview(const std::string &texture, const std::string &picture) {
     std::string printed;
     const std::optional<int> code =

@@ -11,12 +11,13 @@ namespace envmap {
 
 namespace {
 
-/// The length of normals in texels, and where the middle of the map is among its texels' middles.
+/// The length of normals in texels, and the place of the map's middle, counted from the middle of its first
+/// texel.
 constexpr double normal_length = 123.0;
 constexpr double middle = (map_side - 1) / 2.0;
 
-/// Between the four pixels around a place; (0, 0) is the middle of the first pixel. Columns begin anew at the
-/// edge if the picture goes all around.
+/// The light at a place, from the four pixels around it; (0, 0) is the middle of the first pixel. If the
+/// picture goes all around, its first column follows the last.
 float interpolated(const LightPicture &picture, double x, double y, bool goes_around) {
     const auto column = [&](double i) {
         const double wrapped = goes_around ? i - picture.width * std::floor(i / picture.width) : i;
@@ -35,8 +36,9 @@ float interpolated(const LightPicture &picture, double x, double y, bool goes_ar
     return upper + (mixed(row(top + 1)) - upper) * down;
 }
 
-/// The mean of `sample(x, y)` over samples_per_side squared places of each texel, in texels from the middle
-/// of the map, x to the right and y downwards.
+/// A map of which each texel is the mean of `sample(x, y)` at several places in it. Their number, along each
+/// side of the texel, is `samples_per_side(x, y)`. Places are in texels from the middle of the map, x to the
+/// right and y downwards.
 template <typename Samples, typename Sample>
 LightMap sampled(Samples samples_per_side, Sample sample) {
     LightMap map;
@@ -69,7 +71,7 @@ LightPicture largest_square(const LightPicture &picture) {
     return square;
 }
 
-/// The map of the picture's largest square in the middle, of which a texel is `texel` parts of the side.
+/// The map of the largest square in the picture's middle. A texel is this part of the square's side.
 LightMap map_of_square(const LightPicture &picture, double texel, bool is_round) {
     const LightPicture square = largest_square(picture);
     const int side = square.width;
@@ -77,7 +79,7 @@ LightMap map_of_square(const LightPicture &picture, double texel, bool is_round)
     const int samples = std::max(1, static_cast<int>(std::ceil(step - 1e-9)));
     return sampled([samples](double, double) { return samples; },
                    [&](double x, double y) {
-                       // What is outside of the ball continues its rim.
+                       // Texels outside the ball continue its rim.
                        const double radius = std::hypot(x, y) / normal_length;
                        const double shrink = is_round && radius > 1.0 ? 1.0 / radius : 1.0;
                        return interpolated(square, (side - 1) / 2.0 + x * shrink * step,
@@ -85,7 +87,7 @@ LightMap map_of_square(const LightPicture &picture, double texel, bool is_round)
                    });
 }
 
-/// The mean of squares of pixels, so that the picture has about twice as many columns as the map can show.
+/// Averages squares of pixels, so that about twice as many columns are left as the map can show.
 LightPicture reduced(const LightPicture &picture) {
     constexpr int most_columns = 1536;
     const int factor = picture.width / most_columns;
@@ -108,7 +110,8 @@ LightPicture reduced(const LightPicture &picture) {
 
 LightMap map_of_panorama(const LightPicture &whole, double turn) {
     const LightPicture picture = reduced(whole);
-    // Near the rim a texel sees a large part of the world; outside of it all see what is behind the sphere.
+    // A texel near the rim shows a large part of the picture, and so needs many samples. Outside the rim all
+    // texels show what is behind the sphere.
     const auto samples = [](double x, double y) {
         const double radius = std::hypot(x, y) / normal_length;
         return radius > 1.01 ? 1 : radius < 0.85 ? 6 : 12;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Makes textures of pictures. The viewer looks a texel up by the normal at a place of the object (mode 1), or
-// by the place itself (mode 2).
+// Makes textures from pictures. The viewer looks a texel up by the normal at a place of the object (mode 1),
+// or by the place itself (mode 2).
 #pragma once
 
 #include "light_picture.h"
@@ -17,18 +17,22 @@ constexpr int map_side = 256;
 /// A texture as amounts of light, as it is seen on a sphere: top row first, left column first.
 using LightMap = std::vector<float>;
 
-/// What a picture shows.
-enum class Kind { photograph, panorama, ball };
+/// What a picture shows, and so what its map is.
+enum class Kind {
+    /// Anything: the map is the largest square in the middle.
+    photograph,
+    /// All directions: the map is what a chrome sphere in their midst reflects. The panorama's middle is
+    /// behind
+    /// the sphere, and its left is on the left.
+    panorama,
+    /// A chrome ball that fills the largest square in the middle: the map is the ball.
+    ball
+};
 
-/// Makes the map of a picture:
-/// - of a photograph, its largest square in the middle;
-/// - of a panorama, what a sphere of chrome at its place reflects. The panorama's middle is behind the sphere
-/// and its
-///   left is on the left. `turn` turns it to the right by so many degrees;
-/// - of the photograph of a ball of chrome that fills the largest square in the middle, the ball.
+/// Makes the map of a picture. A panorama is first turned to the right by `turn` degrees.
 LightMap make_map(const LightPicture &picture, Kind kind, double turn);
 
-/// Spreads the light of each texel by a bell curve of this standard deviation in texels.
+/// Blurs the map by a bell curve of this standard deviation, in texels.
 void blur(LightMap &map, double deviation);
 
 /// The bytes of a texture file. The light is multiplied by 2 to the power of `exposure`, and levels are moved

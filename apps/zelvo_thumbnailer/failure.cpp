@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What the file is called that a failure is about, with what separates it from the reason.
+/// What comes before the reason of a failure: the file's name and a colon. Written by set_failing_file.
 std::string failing_file;
 
 } // namespace

@@ -11,6 +11,6 @@ constexpr int exit_no_picture = 20;
 /// Names the file that every following failure is about; empty for none.
 void set_failing_file(const std::string &path);
 
-/// Says why in one line on standard error and ends the process. Characters that would end the line or steer a
-/// terminal, which a file's name may hold, become question marks.
+/// Says why in one line on standard error and ends the process. A file's name may have characters that would
+/// end the line or steer a terminal; they become question marks.
 [[noreturn]] void fail(int exit_code, const std::string &why);

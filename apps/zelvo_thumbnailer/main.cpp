@@ -37,9 +37,9 @@ constexpr char help_text[] =
 
 constexpr int largest_size = 2048;
 
-/// How many times larger than the thumbnail the object is drawn. The program leaves the first and last rows
-/// of a frame empty, and draws narrow frames slowly, so that a small thumbnail is drawn in a frame of some
-/// size.
+/// How many times larger than the thumbnail the object is drawn. A small thumbnail is reduced from a frame of
+/// at least 256 rows, since the program leaves the first and last rows of a frame empty and draws narrow
+/// frames slowly.
 int factor_for(int size) {
     constexpr int smallest_frame = 256;
     if (size > 256) {
@@ -57,14 +57,14 @@ int size_from(std::string_view text) {
     return size;
 }
 
-/// Only calls what a signal handler may.
+/// A signal handler, so it calls only what such a handler may call.
 void give_up(int) {
     constexpr std::string_view why = "zelvo-thumbnailer: the object takes too long\n";
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, why.data(), why.size());
     _exit(exit_no_picture);
 }
 
-/// A service makes thumbnails of files that nobody asked it to open.
+/// Services make thumbnails of untrusted files without being asked.
 void limit_cost() {
     // If a file may not grow, the write fails and is reported; the signal would end the process.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -76,8 +76,8 @@ void limit_cost() {
     }
 }
 
-/// The object that is made of a model of another format, where zelvo-convert is installed, which has limits
-/// of its own.
+/// The object that zelvo-convert, where it is installed, makes from a model of another format. It limits
+/// itself.
 std::optional<std::string> imported_from(const std::string &input) {
     if (!unreadable(input).empty() || host::is_object_file(input)) {
         return std::nullopt;

@@ -8,8 +8,8 @@
 /// machine and for one with a broken escape.
 std::string path_of(const std::string &uri_or_path);
 
-/// Reads a regular file into the model; nothing else is opened for reading, so that a pipe or a device cannot
-/// keep the process waiting. The process ends, with the reason, if there is no object in it.
+/// Reads a regular file into the model. A pipe or a device is refused, since it could keep the process
+/// waiting. The process ends, with the reason, if there is no object in it.
 void load_object(const std::string &path);
 
 /// Reads an object file in memory into the model, in the same way.

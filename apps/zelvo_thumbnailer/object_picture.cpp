@@ -41,7 +41,7 @@ constexpr View three_quarter_view{-30.0 * degree, 22.0 * degree};
 /// For an object that is flat and would be seen from its edge.
 constexpr View other_view{35.0 * degree, 40.0 * degree};
 
-/// The part of the square that polygons cover at least, where the usual view is taken as good.
+/// The usual view is good enough if polygons cover at least this part of the square around the object.
 constexpr double least_cover = 0.02;
 
 /// The part of the square's side that the object's longer direction fills.
@@ -158,8 +158,8 @@ void make_texture() {
     }
 }
 
-/// Lets the system back a buffer with large pages where it has some. Most of the time of a large thumbnail
-/// would otherwise go into getting thousands of small ones.
+/// Lets the system use large pages for a buffer. Getting thousands of small ones would take most of the time
+/// of a large thumbnail.
 void ask_for_large_pages(void *buffer, std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
     constexpr std::size_t page = std::size_t{2} << 20;
@@ -195,8 +195,8 @@ bool is_closed() {
     return sum == 0;
 }
 
-/// Puts every point that no polygon uses where a used one is: a point far away would make the object tiny,
-/// and its normals and depths coarse.
+/// Moves every point that no polygon uses to the place of one that is used: a point far away would make the
+/// object tiny, and its normals and depths coarse.
 void gather_unused_points() {
     const auto points = static_cast<std::size_t>(points_to_process());
     std::vector<bool> is_used(points);

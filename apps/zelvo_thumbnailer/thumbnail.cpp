@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The sums of one row of squares, first down each column of the frame.
+/// The sums of one row of squares, for each column of the frame.
 struct Sums {
     std::vector<std::uint32_t> light;
     std::vector<std::uint16_t> covered;
@@ -51,7 +51,7 @@ std::vector<std::uint8_t> opacities(std::size_t pixels) {
     return values;
 }
 
-/// Makes one pixel, two bytes, of every square. `Square` is a number or a constant of that value.
+/// Makes one pixel, of two bytes, from every square. `Square` is the type of a number, or of a constant.
 template <typename Square>
 Thumbnail reduce_by(Square square) {
     const auto width = static_cast<std::size_t>(frame_width);

@@ -13,7 +13,7 @@ void require(bool condition, const char *what) {
     }
 }
 
-/// A part of a file that is read from front to back.
+/// A part of a file, read from front to back.
 class Reader {
 public:
     explicit Reader(std::string part) : bytes(std::move(part)) {}

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads an object file as its format has it, independently of the viewer.
+// Reads an object file by the rules of its format, independently of the viewer.
 #pragma once
 
 #include "core/vec3.h"

@@ -29,7 +29,7 @@ protected:
         return run.output.substr(0, run.output.size() - 1);
     }
 
-    /// Replaces an object in the cache, so that a new one can be told from it.
+    /// Replaces an object in the cache, so that a new one can be recognised.
     static void mark(const std::string &path) { std::ofstream(path) << "mark"; }
 
     static bool is_marked(const std::string &path) {

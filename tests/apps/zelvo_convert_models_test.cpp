@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every model of assimp's own tests that assimp reads becomes an object. What it must be is found in another
-// way: assimp itself puts the parts in their places.
+// Every model of assimp's own tests that assimp can read becomes an object. What is expected of it is found
+// in another way: here assimp itself puts the parts in their places.
 #include "convert_test.h"
 #include "core/sanitized.h"
 #include "shared/child_process.h"
@@ -36,12 +36,12 @@ struct ModelBox {
 struct Expected {
     std::size_t polygons;
     bool has_bones;
-    /// In the axes of an object file; the second one if the model has z up.
+    /// The bounds in the axes of an object file: of a model with y up, and of one with z up.
     ModelBox box;
     ModelBox z_up_box;
 };
 
-/// Adds up the scene's polygons, and the places of their points.
+/// Counts the scene's polygons, and finds the bounds of their points.
 Expected sum_of(const aiScene &scene) {
     Expected sum{};
     for (unsigned i = 0; i < scene.mNumMeshes; ++i) {
@@ -69,7 +69,7 @@ std::optional<Expected> expected_of(const std::string &path) {
     run_in_child(
         {std::size_t{2} << 30, 60.0, 300.0},
         [&] {
-            // Bones are in the scene as it is in the file.
+            // The next step removes the bones.
             Assimp::Importer importer;
             const aiScene *scene = importer.ReadFile(path, 0);
             if (scene == nullptr) {

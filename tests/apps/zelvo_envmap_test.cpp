@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What zelvo-envmap makes of pictures, and how the viewer shows it.
+// The textures that zelvo-envmap makes, and how the viewer shows them.
 #include "picture_reading.h"
 #include "support/tool_run.h"
 
@@ -120,7 +120,7 @@ TEST_F(Envmap, TakesTheSquareInTheMiddle) {
     EXPECT_EQ(level_of(pgm(2, 8, [](int, int y) { return y < 3 || y > 4 ? 0 : 100; })), 100);
 }
 
-TEST_F(Envmap, MeansTheLightOfManyPixels) {
+TEST_F(Envmap, AveragesTheLightOfManyPixels) {
     const std::vector<int> seen = texture_of(pgm(2 * side, 2 * side, [](int x, int y) {
         return y < side ? ((x + y) % 2 == 0 ? 255 : 0) : ((x + y) % 2 == 0 ? 200 : 100);
     }));
@@ -157,7 +157,7 @@ const std::vector<Patch> patches{
     {"down", 0, -90, 0, -half}, {"back", 180, 0, 0, 0},
 };
 
-/// A panorama that is black but for this patch.
+/// A panorama that is black except for this patch.
 std::string panorama(const Patch &patch, int width = 720) {
     return pgm(width, width / 2, [&](int x, int y) {
         const double around = ((x + 0.5) / width - 0.5) * 360 - patch.around;
@@ -174,8 +174,9 @@ int level_at(const std::vector<int> &seen, double x, double y) {
     return seen[static_cast<std::size_t>(row * side + column)];
 }
 
-/// Where the viewer shows a place of the sphere, which is given for a viewer far away: pixels from its
-/// centre, in a picture of 320 x 256. The sphere's radius is 110 and its distance 250.
+/// Where the viewer shows a place of the sphere: pixels from the centre of a picture of 320 x 256. `place` is
+/// x or y, and these are in units of the radius as seen from far away. The sphere's radius is 110 and its
+/// distance 250.
 double on_screen(double place, double x, double y) {
     const double nearness = 110 * std::sqrt(1 - x * x - y * y);
     return place * 110 * 250 / (250 - nearness);
@@ -213,7 +214,7 @@ TEST_F(Envmap, TurnsAPanoramaToTheRight) {
     EXPECT_EQ(level_at(texture_of(panorama(ahead), {"--panorama", "--turn", "-90"}), -half, 0), 255);
 }
 
-TEST_F(Envmap, IsTheSameOfAPanoramaOfAnySize) {
+TEST_F(Envmap, IsTheSameFromAPanoramaOfAnySize) {
     const std::vector<int> small = texture_of(panorama(patches[0], 720), {"--panorama"});
     const std::vector<int> large = texture_of(panorama(patches[0], 4320), {"--panorama"});
     int different = 0;
@@ -224,7 +225,7 @@ TEST_F(Envmap, IsTheSameOfAPanoramaOfAnySize) {
 }
 
 TEST_F(Envmap, ShowsTheBallOfAPhotograph) {
-    // A dark ball that fills the height, with a bright upper left quarter, before a grey wall.
+    // A dark ball that fills the height, with a bright upper left quarter, in front of a grey wall.
     const std::vector<int> seen = texture_of(pgm(800, 600,
                                                  [](int x, int y) {
                                                      const double across = (x + 0.5 - 400) / 300;
