@@ -21,8 +21,8 @@ namespace {
 
 constexpr std::uintmax_t most_bytes = std::uintmax_t{256} << 20;
 
-/// To be changed whenever the same model becomes another object than before.
-constexpr char generation[] = "1";
+/// To be changed whenever this program begins to make another object from the same model.
+constexpr char generation[] = "2";
 
 constexpr char list_name[] = "files";
 

@@ -62,9 +62,9 @@ private:
     int last_percent = 0;
 };
 
-/// Formats whose models usually have z up, as assimp names their suffixes. It turns those of other formats
-/// itself.
-constexpr std::array<std::string_view, 4> formats_with_z_up{"stl", "3mf", "amf", "dxf"};
+/// The suffixes, as assimp has them, of formats whose models usually have z up and that assimp leaves so. It
+/// turns the models of many others itself. Quick3D and XGL are not here: their models differ.
+constexpr std::array<std::string_view, 6> formats_with_z_up{"stl", "3mf", "amf", "dxf", "cob", "smd"};
 
 /// The axis that the file itself names, or the usual one of its format.
 Up up_axis_of(const aiScene &scene, const aiImporterDesc *format) {
