@@ -60,6 +60,9 @@ Options parse_options(int argc, char **argv) {
         if (options.opens_viewer && options.output == "-") {
             throw CLI::ValidationError("--view", "needs a file");
         }
+        if (options.uses_cache && options.output && options.output != "-") {
+            throw CLI::ValidationError("--cached", "takes no output but -");
+        }
     } catch (const CLI::ParseError &error) {
         std::exit(app.exit(error) == 0 ? 0 : exit_misuse);
     }

@@ -105,7 +105,8 @@ TEST_F(ConvertRefuses, AWrongCommandLine) {
           Words{"a.obj", "--unknown"}, Words{"a.obj", "a.obj", "-o", "b.lwo"},
           Words{"a.obj", "--points", "65536"}, Words{"a.obj", "--points", "2"},
           Words{"a.obj", "--polygons", "0"}, Words{"a.obj", "a.obj", "--view"},
-          Words{"a.obj", "--info", "--view"}}) {
+          Words{"a.obj", "--info", "--view"}, Words{"a.obj", "--view", "-o", "-"},
+          Words{"a.obj", "--cached", "-o", "b.lwo"}, Words{"a.obj", "--cached", "-d", "c"}}) {
         const ToolRun run = convert(arguments);
         EXPECT_EQ(run.exit_code, 2) << testing::PrintToString(arguments);
         EXPECT_EQ(run.output, "");
