@@ -124,8 +124,7 @@ bool print_object(const std::string &input, const Options &options) {
 bool deliver(const std::string &input, const Answer &answer, const std::string &output, bool has_notes) {
     std::string failure = answer.failure;
     if (failure.empty() && !output.empty()) {
-        failure = unwritable(input, output);
-        failure = failure.empty() ? save(output, answer.object) : failure;
+        failure = save(output, answer.object);
     }
     if (failure.empty() || has_notes) {
         if (!answer.summary.empty()) {
@@ -155,12 +154,12 @@ int main(int argc, char **argv) {
             continue;
         }
         const std::string output = outputs.path_for(input);
-        const bool is_new = options.only_describes || outputs.take(output);
         Answer answer;
-        if (is_new) {
+        if (!options.only_describes) {
+            answer.failure = outputs.take(output);
+        }
+        if (answer.failure.empty()) {
             answer = answer_about(input, options);
-        } else {
-            answer.failure = "another input becomes " + output;
         }
         is_good = deliver(input, answer, output, options.only_describes) && is_good;
     }

@@ -9,12 +9,29 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace convert {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// What all names of a file have in common; nothing if there is no such file.
+std::optional<FileIdentity> identity_of(const std::string &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? std::optional(FileIdentity(status.st_dev, status.st_ino))
+                                            : std::nullopt;
+}
+
+} // namespace
+
 Outputs::Outputs(const Options &all_options) : options(all_options) {
+    for (const std::string &input : options.inputs) {
+        if (const auto identity = identity_of(input)) {
+            inputs.insert(*identity);
+        }
+    }
     if (options.opens_viewer && !options.output && !options.folder) {
         std::error_code error;
         std::string pattern = (fs::temp_directory_path(error) / "zelvo-XXXXXX").string();
@@ -43,8 +60,13 @@ std::string Outputs::path_for(const std::string &input) const {
     return (options.folder ? fs::path(*options.folder) : fs::path(input).parent_path()) / name;
 }
 
-bool Outputs::take(const std::string &path) {
-    return taken.insert(path).second;
+std::string Outputs::take(const std::string &path) {
+    if (const auto older = identity_of(path); older && inputs.contains(*older)) {
+        return "its object would replace an input (-o or -d names another place)";
+    }
+    std::error_code error;
+    const bool is_new = taken.insert(fs::absolute(path, error).lexically_normal()).second;
+    return is_new ? "" : "another input becomes " + path;
 }
 
 bool Outputs::view() const {
@@ -54,12 +76,6 @@ bool Outputs::view() const {
         std::fprintf(stderr, "zelvo-convert: cannot start the viewer: %s\n", std::strerror(errno));
     }
     return code == 0;
-}
-
-std::string unwritable(const std::string &input, const std::string &path) {
-    std::error_code error;
-    return fs::equivalent(input, path, error) ? "its object would replace it (-o or -d names another place)"
-                                              : "";
 }
 
 } // namespace convert

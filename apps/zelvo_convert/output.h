@@ -4,10 +4,16 @@
 
 #include "options.h"
 
+#include <filesystem>
 #include <set>
 #include <string>
+#include <sys/types.h>
+#include <utility>
 
 namespace convert {
+
+/// The device of a file, and its number there.
+using FileIdentity = std::pair<dev_t, ino_t>;
 
 /// The paths of the outputs.
 class Outputs {
@@ -20,8 +26,9 @@ public:
     /// Where the object of an input goes; empty if none is written.
     std::string path_for(const std::string &input) const;
 
-    /// Reserves a path; false if it is already reserved.
-    bool take(const std::string &path);
+    /// Reserves a path for an object. Returns why that cannot be; empty if it is reserved now. No input is
+    /// replaced, and no path is used twice.
+    std::string take(const std::string &path);
 
     /// Opens the viewer on the object and waits for its end. False, with a line on standard error, if it
     /// cannot be started.
@@ -31,10 +38,9 @@ private:
     const Options &options;
     /// A folder for an object that is only viewed; removed at the end.
     std::string temporary_folder;
-    std::set<std::string> taken;
+    std::set<FileIdentity> inputs;
+    /// The reserved paths.
+    std::set<std::filesystem::path> taken;
 };
-
-/// Why the object of this input cannot be written to this path; empty if it can.
-std::string unwritable(const std::string &input, const std::string &path);
 
 } // namespace convert

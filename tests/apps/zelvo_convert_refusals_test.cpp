@@ -56,10 +56,21 @@ TEST_F(ConvertRefuses, ModelsWithoutPolygons) {
     expect_refusal("flat.obj", "flat.obj: none of its polygons has an area");
 }
 
-TEST_F(ConvertRefuses, ToReplaceTheInput) {
+TEST_F(ConvertRefuses, ToReplaceAnInput) {
     files.write("a.obj", one_triangle);
-    expect_refusal("a.obj", "a.obj: its object would replace it", {"-o", "./a.obj"});
+    expect_refusal("a.obj", "a.obj: its object would replace an input (", {"-o", "./a.obj"});
     EXPECT_EQ(files.read("a.obj"), one_triangle);
+    // The object of the first input would have the name of the second.
+    files.write("a.lwo", "not read yet");
+    const ToolRun run = convert({"a.obj", "./a.lwo"});
+    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_TRUE(run.errors.starts_with("zelvo-convert: a.obj: its object would replace an input ("))
+        << run.errors;
+    EXPECT_NE(run.errors.find("\nzelvo-convert: ./a.lwo: its object would replace an input ("),
+              std::string::npos)
+        << run.errors;
+    EXPECT_EQ(files.read("a.lwo"), "not read yet");
 }
 
 TEST_F(ConvertRefuses, OutputsThatCannotBeWritten) {
@@ -92,10 +103,13 @@ TEST_F(ConvertRefuses, NothingElseBecauseOfOneBadInput) {
 TEST_F(ConvertRefuses, TwoInputsForOneOutput) {
     files.write("a.obj", one_triangle);
     files.write("a.OBJ", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nf 1 2 4 3\n");
-    const ToolRun run = convert({"a.obj", "a.OBJ"});
+    ToolRun run = convert({"a.obj", "a.OBJ"});
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_EQ(run.errors, "zelvo-convert: a.OBJ: another input becomes a.lwo\n");
     EXPECT_EQ(parse_object(files.read("a.lwo")).points.size(), 3U);
+    run = convert({"a.OBJ", "./a.obj"});
+    EXPECT_EQ(run.errors, "zelvo-convert: ./a.obj: another input becomes ./a.lwo\n");
+    EXPECT_EQ(parse_object(files.read("a.lwo")).points.size(), 4U);
 }
 
 TEST_F(ConvertRefuses, AWrongCommandLine) {
