@@ -164,8 +164,9 @@ std::string store(const CacheEntry &entry, const std::string &object,
         list += hash_of(path) + " " + path + "\n";
     }
     const fs::path folder(entry.folder);
-    std::string failure = save((folder / list_name).string(), list);
-    failure = failure.empty() ? save(entry.object, object) : failure;
+    // The list last: it must not vouch for an older object if this one cannot be saved.
+    std::string failure = save(entry.object, object);
+    failure = failure.empty() ? save((folder / list_name).string(), list) : failure;
     trim(folder.parent_path(), folder);
     return failure;
 }

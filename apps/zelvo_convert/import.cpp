@@ -27,17 +27,17 @@ namespace convert {
 
 namespace {
 
-/// Reports the other files that assimp opens for a model, such as a list of materials.
+/// Reports the other files that assimp opens for a model, such as a list of materials, and those that it
+/// looks for in vain.
 class Files : public Assimp::DefaultIOSystem {
 public:
     explicit Files(std::string model_path) : path(std::move(model_path)) {}
 
     Assimp::IOStream *Open(const char *file, const char *mode) override {
-        Assimp::IOStream *stream = DefaultIOSystem::Open(file, mode);
-        if (stream != nullptr && file != path) {
+        if (file != path) {
             send_to_parent(other_file_message, file);
         }
-        return stream;
+        return DefaultIOSystem::Open(file, mode);
     }
 
 private:

@@ -13,7 +13,7 @@ constexpr char summary_message = 's';
 constexpr char note_message = 'n';
 constexpr char failure_message = 'f';
 constexpr char object_message = 'o';
-/// Another file that belongs to the model.
+/// Another file that belongs to the model, or would if it existed.
 constexpr char other_file_message = 'd';
 
 /// The tool's exit code if a file could not be converted.

@@ -3,6 +3,7 @@
 #include "convert_test.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -68,6 +69,25 @@ TEST_F(ConvertCache, NoticesThatAnotherFileOfTheModelChanged) {
     mark(path);
     fs::remove(files.path("a.mtl"));
     cached_path({"a.obj"});
+    EXPECT_FALSE(is_marked(path));
+    mark(path);
+    files.write("a.mtl", "newmtl m\nKd 0 1 0\n");
+    cached_path({"a.obj"});
+    EXPECT_FALSE(is_marked(path));
+}
+
+TEST_F(ConvertCache, DoesNotTakeAnOlderObjectForOneThatCouldNotBeSaved) {
+    const std::string path = cached_path({"a.obj"});
+    mark(path);
+    files.write("a.mtl", "newmtl m\nKd 0 0 1\n");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    // Enough for the list of the other files, but not for the object.
+    const rlimit limited{120, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limited);
+    EXPECT_EQ(convert({"a.obj", "--cached"}).exit_code, 1);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(cached_path({"a.obj"}), path);
     EXPECT_FALSE(is_marked(path));
 }
 
