@@ -5,6 +5,7 @@
 #include "main_68k/version.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <cstdlib>
 
 namespace envmap {
@@ -45,6 +46,12 @@ Options parse_options(int argc, char **argv) {
         ->excludes(preview);
     try {
         app.parse(argc, argv);
+        // Ranges let NaN pass.
+        for (const double number : {options.turn, options.exposure, options.contrast, options.blur}) {
+            if (!std::isfinite(number)) {
+                throw CLI::ValidationError("a number is infinite or NaN");
+            }
+        }
     } catch (const CLI::ParseError &error) {
         std::exit(app.exit(error) == 0 ? 0 : exit_misuse);
     }

@@ -276,7 +276,9 @@ TEST_F(Envmap, IsRefusedInOneLine) {
          {EnvmapWords{}, EnvmapWords{"in.pgm"}, EnvmapWords{"--ball", "--panorama", "in.pgm", "out.chunky"},
           EnvmapWords{"--turn", "9", "in.pgm", "out.chunky"},
           EnvmapWords{"--to-png", "--ball", "in.pgm", "out.png"},
-          EnvmapWords{"--blur", "-1", "in.pgm", "out.chunky"}}) {
+          EnvmapWords{"--blur", "-1", "in.pgm", "out.chunky"},
+          EnvmapWords{"--contrast", "nan", "in.pgm", "out.chunky"},
+          EnvmapWords{"--panorama", "--turn", "inf", "in.pgm", "out.chunky"}}) {
         EXPECT_EQ(run(arguments).exit_code, 2) << testing::PrintToString(arguments);
     }
     EXPECT_FALSE(std::filesystem::exists(files.path("out.chunky")));
