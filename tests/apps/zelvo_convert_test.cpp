@@ -160,6 +160,45 @@ TEST_F(Convert, MakesASurfaceOfEachMaterialThatIsUsed) {
     EXPECT_EQ(surfaces_of(object), (std::vector<int>{1, 2}));
 }
 
+TEST_F(Convert, MarksSurfacesThatAreMeantToBeSeenFromBothSides) {
+    for (const std::string both : {"true", "false"}) {
+        const ReadObject object = converted(files.write(
+            "a.gltf",
+            R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],
+"materials":[{"doubleSided":)" +
+                both + R"(}],"meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
+"bufferViews":[{"buffer":0,"byteLength":36}],"buffers":[{"byteLength":36,"uri":
+"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})"));
+        EXPECT_EQ((object.surfaces.at(0).flags & 256) != 0, both == "true");
+        EXPECT_EQ(was_printed("  1 surface meant to be seen from both sides (\"d\" in the viewer)\n"),
+                  both == "true")
+            << printed;
+    }
+}
+
+TEST_F(Convert, MergesSurfacesThatAFileCannotNumber) {
+    constexpr int most_surfaces = 32767;
+    constexpr int materials = most_surfaces + 2;
+    std::string text = "mtllib many.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\n";
+    std::string library;
+    for (int i = 1; i <= materials; ++i) {
+        library += "newmtl m" + std::to_string(i) + "\n";
+        text += "usemtl m" + std::to_string(i) + "\nf 1 2 3\n";
+    }
+    files.write("many.mtl", library);
+    const ReadObject object = converted_obj(text);
+    ASSERT_EQ(object.surfaces.size(), std::size_t{most_surfaces});
+    EXPECT_EQ(object.surfaces.back().name, "m32767");
+    const std::vector<int> surfaces = surfaces_of(object);
+    ASSERT_EQ(surfaces.size(), std::size_t{materials});
+    EXPECT_EQ(surfaces[most_surfaces - 2], most_surfaces - 1);
+    for (const int last : {1, 2, 3}) {
+        EXPECT_EQ(surfaces[surfaces.size() - static_cast<std::size_t>(last)], most_surfaces);
+    }
+    EXPECT_TRUE(was_printed("  2 surfaces merged with the last one that the file can hold\n")) << printed;
+}
+
 /// A Collada file: a triangle, and the nodes that place it.
 std::string collada(const std::string &nodes, const std::string &library_nodes = "") {
     return R"(<?xml version="1.0"?>

@@ -4,10 +4,12 @@
 #include "support/tool_run.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
 #include <numbers>
+#include <png.h>
 #include <random>
 
 namespace {
@@ -45,9 +47,10 @@ protected:
     }
 
     /// The texture of a picture, turned so that the first byte is the upper left one that is seen.
-    std::vector<int> texture_of(const std::string &picture, EnvmapWords options = {}) const {
-        files.write("in.pnm", picture);
-        options.insert(options.end(), {"in.pnm", "out.chunky"});
+    std::vector<int> texture_of(const std::string &picture, EnvmapWords options = {},
+                                const std::string &name = "in.pnm") const {
+        files.write(name, picture);
+        options.insert(options.end(), {name, "out.chunky"});
         const ToolRun made = run(options);
         EXPECT_EQ(made.exit_code, 0);
         EXPECT_EQ(made.output + made.errors, "");
@@ -105,6 +108,59 @@ TEST_F(Envmap, HasTheLuminanceOfColours) {
     EXPECT_EQ(seen[64], level_of_light(0.7152));
     EXPECT_EQ(seen[128], level_of_light(0.0722));
     EXPECT_EQ(seen[192], 'p');
+}
+
+TEST_F(Envmap, TakesFloatsAsLinearLight) {
+    // 128 / 256 times 2 to the power of 130 - 128: the light is 2, more than that of white.
+    const std::string pixel = "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 1\n\x80\x80\x80\x82";
+    EXPECT_EQ(texture_of(pixel, {}, "in.hdr")[0], 255);
+    EXPECT_EQ(texture_of(pixel, {"--exposure", "-2"}, "in.hdr")[0], level_of_light(0.5));
+}
+
+TEST_F(Envmap, IsBlackWhereThePictureIsTransparent) {
+    // Two pixels of brightness and opacity above each other.
+    const std::array<std::uint8_t, 8> pixels{200, 255, 200, 255, 200, 0, 200, 0};
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = 2;
+    image.height = 2;
+    image.format = PNG_FORMAT_GA;
+    ASSERT_NE(png_image_write_to_file(&image, files.path("a.png").c_str(), 0, pixels.data(), 0, nullptr), 0);
+    const std::vector<int> seen = texture_of(files.read("a.png"), {}, "in.png");
+    EXPECT_EQ(seen.front(), 200);
+    EXPECT_EQ(seen.back(), 0);
+}
+
+/// A TIFF of two rows of two grey pixels: 10 20, 30 40.
+std::string tiff(int orientation) {
+    const auto little = [](int number, int bytes) {
+        std::string text;
+        for (int i = 0; i < bytes; ++i) {
+            text += static_cast<char>(number >> 8 * i & 0xff);
+        }
+        return text;
+    };
+    // Width, height, bits, compression, black is 0, place of the pixels, orientation, samples, rows, bytes.
+    const std::vector<std::pair<int, int>> tags{{256, 2},   {257, 2},           {258, 8}, {259, 1}, {262, 1},
+                                                {273, 134}, {274, orientation}, {277, 1}, {278, 2}, {279, 4}};
+    constexpr int kind_of_words = 3;
+    std::string file = "II*" + std::string(1, '\0') + little(8, 4) + little(static_cast<int>(tags.size()), 2);
+    for (const auto &[tag, value] : tags) {
+        file += little(tag, 2) + little(kind_of_words, 2) + little(1, 4) + little(value, 4);
+    }
+    return file + little(0, 4) + "\x0A\x14\x1E\x28";
+}
+
+TEST_F(Envmap, TurnsAPhotographThatLiesOnItsSide) {
+    constexpr std::size_t last = side - 1;
+    const std::vector<int> upright = texture_of(tiff(1), {}, "in.tif");
+    EXPECT_EQ(upright[0], 10);
+    EXPECT_EQ(upright[last], 20);
+    EXPECT_EQ(upright[last * side], 30);
+    const std::vector<int> turned = texture_of(tiff(6), {}, "in.tif");
+    EXPECT_EQ(turned[0], 30);
+    EXPECT_EQ(turned[last], 10);
+    EXPECT_EQ(turned[last * side], 40);
 }
 
 TEST_F(Envmap, ChangesLightAndContrast) {
@@ -256,7 +312,8 @@ TEST_F(Envmap, IsRefusedInOneLine) {
     files.write("empty.png", "");
     files.write("garbage.png", "something else");
     files.write("cut.pgm", "P5\n1000 1000\n255\nabc");
-    files.write("short.chunky", std::string(100, 'x'));
+    files.write("short.chunky", std::string(texture_bytes - 1, 'x'));
+    files.write("long.chunky", std::string(texture_bytes + 1, 'x'));
     const std::vector<std::pair<EnvmapWords, std::string>> refusals{
         {{"none.png", "out.chunky"}, "none.png: No such file or directory\n"},
         {{".", "out.chunky"}, ".: Is a directory\n"},
@@ -265,6 +322,7 @@ TEST_F(Envmap, IsRefusedInOneLine) {
         {{"cut.pgm", "out.chunky"}, "cut.pgm: cannot be read: "},
         {{"in.pgm", "in.pgm/out.chunky"}, "in.pgm: cannot write in.pgm/out.chunky: Not a directory\n"},
         {{"--to-png", "short.chunky", "out.png"}, "short.chunky: not a texture, which has 65536 bytes\n"},
+        {{"--to-png", "long.chunky", "out.png"}, "long.chunky: not a texture, which has 65536 bytes\n"},
     };
     for (const auto &[arguments, reason] : refusals) {
         const ToolRun refused = run(arguments);

@@ -125,6 +125,48 @@ TEST_F(Thumbnail, IsFilledToNineTenthsAndCentredWhateverTheShape) {
     }
 }
 
+/// Where most of the object is, from the middle of the box around it: x to the right, y downwards.
+std::pair<double, double> heavy_side(const GreyPicture &picture) {
+    const Box box = box_of(picture);
+    double x_sum = 0;
+    double y_sum = 0;
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            x_sum += picture.at(x, y)[1] * (x - (box.left + box.right) / 2.0);
+            y_sum += picture.at(x, y)[1] * (y - (box.top + box.bottom) / 2.0);
+        }
+    }
+    return {x_sum, y_sum};
+}
+
+TEST_F(Thumbnail, IsSeenFromTheFrontOneSideAndAbove) {
+    // A large tetrahedron far away in this direction, and a small one on the other side.
+    const auto heavy_side_of = [&](const Vec3 &direction) {
+        Points points;
+        Words words;
+        for (const auto &[place, size] : {std::pair{20.0F, 2.0F}, {-20.0F, 1.0F}}) {
+            const auto first = static_cast<std::uint16_t>(points.size());
+            for (const Vec3 &p : tetrahedron) {
+                points.push_back({p.x * size + direction.x * place, p.y * size + direction.y * place,
+                                  p.z * size + direction.z * place});
+            }
+            for (std::size_t i = 0; i < tetrahedron_faces.size(); ++i) {
+                const bool is_corner = i % 5 >= 1 && i % 5 <= 3;
+                words.push_back(static_cast<std::uint16_t>(tetrahedron_faces[i] + (is_corner ? first : 0)));
+            }
+        }
+        return heavy_side(of(points, words));
+    };
+    const auto [top_x, top_y] = heavy_side_of({0, 1, 0});
+    EXPECT_LT(top_y, 0);
+    const auto [right_x, right_y] = heavy_side_of({1, 0, 0});
+    EXPECT_GT(right_x, 0);
+    // What is in front is lower than what is behind, and to the right of it.
+    const auto [front_x, front_y] = heavy_side_of({0, 0, -1});
+    EXPECT_GT(front_y, 0);
+    EXPECT_GT(front_x, 0);
+}
+
 TEST_F(Thumbnail, HasEdgesOfTheObjectsOwnColour) {
     const GreyPicture picture = of(square, square_from_the_front);
     const std::uint8_t level = picture.at(64, 64)[0];
