@@ -81,10 +81,10 @@ void confine(const ResourceLimits &limits) {
 
 [[noreturn]] void work_and_exit(const ResourceLimits &limits, const std::function<void()> &work) {
     confine(limits);
+    // Libraries catch what operator new throws, and say something else.
+    std::set_new_handler([] { _exit(exit_out_of_memory); });
     try {
         work();
-    } catch (const std::bad_alloc &) {
-        _exit(exit_out_of_memory);
     } catch (...) {
         _exit(exit_by_exception);
     }
