@@ -230,8 +230,9 @@ private:
             name = "Default";
         }
         const std::string wanted = name;
-        for (int number = 2; !names.insert(name).second; ++number) {
-            name = wanted + " " + std::to_string(number);
+        int &number = last_numbers.emplace(wanted, 1).first->second;
+        while (!names.insert(name).second) {
+            name = wanted + " " + std::to_string(++number);
         }
         return name;
     }
@@ -242,6 +243,8 @@ private:
     Transforms transforms;
     std::map<unsigned, std::uint32_t> surfaces;
     std::set<std::string> names;
+    /// By name the number of the last surface that would have had it. Thousands may have the same.
+    std::map<std::string, int> last_numbers;
 };
 
 } // namespace

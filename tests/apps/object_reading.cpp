@@ -3,6 +3,7 @@
 #include "object_reading.h"
 
 #include <bit>
+#include <map>
 #include <stdexcept>
 
 namespace {
@@ -61,30 +62,24 @@ void read_polygons(Reader part, ReadObject &object) {
     }
 }
 
-void read_surface(Reader part, ReadObject &object) {
-    const std::string name = part.name();
-    for (ReadSurface &surface : object.surfaces) {
-        if (surface.name == name) {
-            while (!part.is_at_end()) {
-                const std::string id = part.take(4);
-                Reader value(part.take(part.number(2)));
-                if (id == "COLR") {
-                    surface.colour = {static_cast<int>(value.number(1)), static_cast<int>(value.number(1)),
-                                      static_cast<int>(value.number(1))};
-                } else if (id == "FLAG") {
-                    surface.flags = value.word();
-                }
-            }
-            return;
+void read_surface(Reader part, ReadSurface &surface) {
+    while (!part.is_at_end()) {
+        const std::string id = part.take(4);
+        Reader value(part.take(part.number(2)));
+        if (id == "COLR") {
+            surface.colour = {static_cast<int>(value.number(1)), static_cast<int>(value.number(1)),
+                              static_cast<int>(value.number(1))};
+        } else if (id == "FLAG") {
+            surface.flags = value.word();
         }
     }
-    throw std::runtime_error("a surface is not in the list");
 }
 
 } // namespace
 
 ReadObject parse_object(const std::string &bytes) {
     ReadObject object;
+    std::map<std::string, std::size_t> places;
     Reader file(bytes);
     require(file.take(4) == "FORM" && file.number(4) == bytes.size() - 8 && file.take(4) == "LWOB",
             "not a form LWOB of the file's size");
@@ -103,11 +98,16 @@ ReadObject parse_object(const std::string &bytes) {
         } else if (id == "SRFS") {
             while (!part.is_at_end()) {
                 object.surfaces.push_back({part.name()});
+                const bool is_new =
+                    places.emplace(object.surfaces.back().name, object.surfaces.size() - 1).second;
+                require(is_new, "two surfaces of one name");
             }
         } else if (id == "POLS") {
             read_polygons(part, object);
         } else if (id == "SURF") {
-            read_surface(part, object);
+            const auto place = places.find(part.name());
+            require(place != places.end(), "a surface is not in the list");
+            read_surface(part, object.surfaces[place->second]);
         }
     }
     for (const ReadPolygon &polygon : object.polygons) {

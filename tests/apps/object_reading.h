@@ -28,5 +28,5 @@ struct ReadObject {
     std::vector<ReadSurface> surfaces;
 };
 
-/// Throws std::runtime_error if a size is wrong, or an index of a point or a surface.
+/// Throws std::runtime_error if a size is wrong, an index of a point or a surface, or the name of a surface.
 ReadObject parse_object(const std::string &bytes);

@@ -160,41 +160,43 @@ TEST_F(Convert, MakesASurfaceOfEachMaterialThatIsUsed) {
     EXPECT_EQ(surfaces_of(object), (std::vector<int>{1, 2}));
 }
 
-TEST_F(Convert, MarksSurfacesThatAreMeantToBeSeenFromBothSides) {
-    for (const std::string both : {"true", "false"}) {
-        const ReadObject object = converted(files.write(
-            "a.gltf",
-            R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],
-"materials":[{"doubleSided":)" +
-                both + R"(}],"meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],
+/// A glTF file: the same triangle once with each of these materials.
+std::string gltf(const std::vector<std::string> &materials) {
+    std::string list;
+    std::string triangles;
+    for (std::size_t i = 0; i < materials.size(); ++i) {
+        list += (i == 0 ? "" : ",") + materials[i];
+        triangles +=
+            (i == 0 ? "" : ",") + (R"({"attributes":{"POSITION":0},"material":)" + std::to_string(i) + "}");
+    }
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],"materials":[)" +
+           list + R"(],"meshes":[{"primitives":[)" + triangles + R"(]}],
 "accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
 "bufferViews":[{"buffer":0,"byteLength":36}],"buffers":[{"byteLength":36,"uri":
-"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})"));
-        EXPECT_EQ((object.surfaces.at(0).flags & 256) != 0, both == "true");
-        EXPECT_EQ(was_printed("  1 surface meant to be seen from both sides (\"d\" in the viewer)\n"),
-                  both == "true")
-            << printed;
-    }
+"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
 }
 
-TEST_F(Convert, MergesSurfacesThatAFileCannotNumber) {
-    constexpr int most_surfaces = 32767;
-    constexpr int materials = most_surfaces + 2;
-    std::string text = "mtllib many.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\n";
-    std::string library;
-    for (int i = 1; i <= materials; ++i) {
-        library += "newmtl m" + std::to_string(i) + "\n";
-        text += "usemtl m" + std::to_string(i) + "\nf 1 2 3\n";
-    }
-    files.write("many.mtl", library);
-    const ReadObject object = converted_obj(text);
-    ASSERT_EQ(object.surfaces.size(), std::size_t{most_surfaces});
-    EXPECT_EQ(object.surfaces.back().name, "m32767");
-    const std::vector<int> surfaces = surfaces_of(object);
-    ASSERT_EQ(surfaces.size(), std::size_t{materials});
-    EXPECT_EQ(surfaces[most_surfaces - 2], most_surfaces - 1);
-    for (const int last : {1, 2, 3}) {
-        EXPECT_EQ(surfaces[surfaces.size() - static_cast<std::size_t>(last)], most_surfaces);
+TEST_F(Convert, MarksSurfacesThatAreMeantToBeSeenFromBothSides) {
+    const ReadObject object = converted(
+        files.write("a.gltf", gltf({R"({"name":"one"})", R"({"name":"both","doubleSided":true})"})));
+    ASSERT_EQ(object.surfaces.size(), 2U);
+    EXPECT_EQ(object.surfaces[0].flags & 256, 0);
+    EXPECT_EQ(object.surfaces[1].flags & 256, 256);
+    EXPECT_TRUE(was_printed("  1 surface meant to be seen from both sides (\"d\" in the viewer)\n"))
+        << printed;
+}
+
+TEST_F(Convert, GivesSurfacesDifferentNamesAndMergesThoseThatAFileCannotNumber) {
+    constexpr std::size_t most = 32767;
+    const ReadObject object =
+        converted(files.write("a.gltf", gltf(std::vector<std::string>(most + 2, R"({"name":"m"})"))));
+    ASSERT_EQ(object.surfaces.size(), most);
+    EXPECT_EQ(object.surfaces[0].name, "m");
+    EXPECT_EQ(object.surfaces[1].name, "m 2");
+    EXPECT_EQ(object.surfaces[most - 1].name, "m 32767");
+    ASSERT_EQ(object.polygons.size(), most + 2);
+    for (std::size_t i = 0; i < object.polygons.size(); ++i) {
+        ASSERT_EQ(object.polygons[i].surface, static_cast<int>(std::min(i + 1, most)));
     }
     EXPECT_TRUE(was_printed("  2 surfaces merged with the last one that the file can hold\n")) << printed;
 }
