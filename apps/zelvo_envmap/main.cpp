@@ -95,8 +95,12 @@ void draw_preview(const std::string &texture, const std::string &picture) {
     if (!code) {
         fail(picture, std::string("cannot start zelvo-render: ") + std::strerror(errno));
     }
+    if (code < 0) {
+        fail(picture, "zelvo-render crashed");
+    }
     if (code != 0) {
-        fail(picture, "the preview cannot be drawn");
+        // zelvo-render has said why.
+        std::exit(exit_failure);
     }
 }
 

@@ -305,6 +305,10 @@ TEST_F(Envmap, HasAPreview) {
     const int away = static_cast<int>(2 * on_screen(half, half, 0));
     EXPECT_EQ(picture.at(320 - away, 256), 255);
     EXPECT_EQ(picture.at(320 + away, 256), 0);
+    const ToolRun refused = run({"in.pnm", "out.chunky", "--preview", "none/ball.png"});
+    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_NE(refused.errors.find("none/ball.png"), std::string::npos) << refused.errors;
+    EXPECT_EQ(std::ranges::count(refused.errors, '\n'), 1) << refused.errors;
 }
 
 TEST_F(Envmap, IsRefusedInOneLine) {
