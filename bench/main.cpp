@@ -17,6 +17,7 @@
 #include "platform/shared/bitmap.h"
 #include "raster/dots.h"
 #include "raster/face_loops.h"
+#include "raster/simd/bands.h"
 #include "support/instruction_sets.h"
 
 #include <algorithm>
@@ -41,8 +42,14 @@ struct Size {
     int width;
     int height;
 };
-constexpr std::array<Size, 3> sizes{
-    {{"320x256", 320, 256}, {"640x480", 640, 480}, {"1920x1080", 1920, 1080}}};
+constexpr std::array<Size, 4> sizes{
+    {{"320x256", 320, 256}, {"640x480", 640, 480}, {"1920x1080", 1920, 1080}, {"3840x2160", 3840, 2160}}};
+constexpr std::size_t largest_size = sizes.size() - 1;
+
+/// The spheres of 20,480 and of 81,920 triangles. The stages are measured on the former, the largest frames
+/// on both.
+constexpr std::size_t middle_sphere = 2;
+constexpr std::size_t fine_sphere = 3;
 
 /// The objects, the current object, and the size of its frame.
 std::vector<Mesh> meshes;
@@ -52,8 +59,13 @@ std::size_t current_size = SIZE_MAX;
 /// Peers whose buffers have the current size.
 std::vector<const Peer *> opened;
 
-/// How many of the 360 steps of a turn are measured, at equal distances.
-int measured_steps = steps_per_turn;
+/// How many of the 360 steps of a turn are measured, at equal distances. The largest frames are measured in a
+/// fifth of them.
+int measured_steps = 60;
+
+int steps_of(std::size_t size) {
+    return size == largest_size ? std::max(measured_steps / 5, 1) : measured_steps;
+}
 
 void use_scene(std::size_t mesh, std::size_t size) {
     if (current_size != size) {
@@ -70,15 +82,22 @@ void use_scene(std::size_t mesh, std::size_t size) {
 }
 
 void turn() {
-    for (int i = 0; i < steps_per_turn / measured_steps; ++i) {
+    for (int i = 0; i < steps_per_turn / steps_of(current_size); ++i) {
         next_step();
     }
 }
 
-void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, int mode, bool is_fast) {
+/// How the viewer draws: by its fast forms, by them but never in bands, or by the plain forms.
+enum class Form { fast, fast_without_bands, plain };
+
+void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, int mode, Form form) {
     use_scene(mesh, size);
     viewer.obj_style = mode;
-    draws_fast = is_fast;
+    draws_fast = form != Form::plain;
+    const fast::BandSizes band_sizes = fast::band_sizes;
+    if (form == Form::fast_without_bands) {
+        fast::band_sizes.frame_pixels = frame_pixels();
+    }
     // Modes without triangles do not set the count.
     triangles_drawn = 0;
     render_frame();
@@ -86,6 +105,7 @@ void measure_frame(benchmark::State &state, std::size_t mesh, std::size_t size, 
         turn();
         render_frame();
     }
+    fast::band_sizes = band_sizes;
     state.counters["triangles"] = triangles_drawn;
     state.counters["pixels"] =
         static_cast<double>(frame_pixels()) -
@@ -134,6 +154,11 @@ void add(const std::string &name, int iterations, std::function<void(benchmark::
         ->Iterations(iterations);
 }
 
+bool is_in_bands(const Size &size) {
+    return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) >
+           fast::band_sizes.frame_pixels;
+}
+
 void add_frames() {
     const std::array<const Peer *, 3> peers{&allegro_peer, &sdl_peer, &osmesa_peer};
     for (std::size_t mesh = 0; mesh < meshes.size(); ++mesh) {
@@ -141,20 +166,26 @@ void add_frames() {
             for (int mode = mode_effect; mode <= mode_dots; ++mode) {
                 const std::string at =
                     meshes[mesh].name + "/" + sizes[size].name + "/" + std::to_string(mode);
-                if (mode == mode_effect && mesh > 0) {
+                if ((mode == mode_effect && mesh > 0) ||
+                    (size == largest_size && mesh != middle_sphere && mesh != fine_sphere)) {
                     continue;
                 }
-                for (const bool is_fast : {false, true}) {
-                    add((is_fast ? "frame/zelvo/" : "frame/plain/") + at, measured_steps,
-                        [mesh, size, mode, is_fast](benchmark::State &state) {
-                            measure_frame(state, mesh, size, mode, is_fast);
+                const auto add_form = [&](const std::string &name, Form form) {
+                    add("frame/" + name + "/" + at, steps_of(size),
+                        [mesh, size, mode, form](benchmark::State &state) {
+                            measure_frame(state, mesh, size, mode, form);
                         });
+                };
+                add_form("plain", Form::plain);
+                add_form("zelvo", Form::fast);
+                if (is_in_bands(sizes[size])) {
+                    add_form("no bands", Form::fast_without_bands);
                 }
                 if (mode < mode_envmap || mode > mode_gouraud) {
                     continue;
                 }
                 for (const Peer *peer : peers) {
-                    add(std::string("frame/") + peer->name + "/" + at, measured_steps,
+                    add(std::string("frame/") + peer->name + "/" + at, steps_of(size),
                         [peer, mesh, size, mode](benchmark::State &state) {
                             measure_peer(state, *peer, mesh, size, mode);
                         });
@@ -200,10 +231,12 @@ std::vector<Stage> all_stages() {
             clear_frame();
         };
     };
-    // A face loop needs a cleared depth buffer, or it draws nothing. Clearing is included in the figure.
+    // A face loop needs cleared depths, or it draws nothing. Clearing is included in the figure.
     const auto loop = [](std::function<void()> draw) {
         return [draw = std::move(draw)] {
-            clear_zbuffer();
+            if (!face_loops_clear_depths()) {
+                clear_zbuffer();
+            }
             draw();
         };
     };
@@ -465,7 +498,6 @@ int main(int argc, char **argv) {
     meshes = {make_cube(),         make_sphere(4),
               make_sphere(5),      make_sphere(6),
               make_torus(160, 64), mesh_of_file("torus knot", ZELVO_DATA_FOLDER "/torus_knot.lwo")};
-    constexpr std::size_t middle_sphere = 2;
     open_frame(sizes[0].width, sizes[0].height);
     const ObjectFile largest(make_largest_sphere());
     add_frames();

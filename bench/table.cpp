@@ -50,15 +50,16 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
                   const std::vector<std::string> &sizes) {
     std::printf(
         "\nFrames: median microseconds of the viewer (the dots effect knows no object), nanoseconds a "
-        "drawn triangle and a covered pixel,\nand what the plain forms and the peers take as a "
-        "multiple of the viewer's time\n\n");
-    std::printf(
-        "| object | size | mode | triangles | pixels | pixels/span | us | ns/triangle | ns/pixel | plain |");
+        "drawn triangle and a covered pixel,\nand what the plain forms, the fast ones without bands and the "
+        "peers take as a multiple of the viewer's time\n\n");
+    std::printf("| object | size | mode | triangles | pixels | pixels/span | us | ns/triangle | ns/pixel | "
+                "plain | no "
+                "bands |");
     const std::array<const Peer *, 3> peers{&allegro_peer, &sdl_peer, &osmesa_peer};
     for (const Peer *peer : peers) {
         std::printf(" %s |", peer->name);
     }
-    std::printf("\n|---|---|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n");
+    std::printf("\n|---|---|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|\n");
     for (const std::string &mesh : meshes) {
         for (const std::string &size : sizes) {
             for (std::size_t mode = 0; mode < mode_names.size(); ++mode) {
@@ -77,9 +78,11 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
                 std::printf(" %.1f |", us);
                 std::printf(triangles > 0 ? " %.1f |" : " - |", 1000.0 * us / triangles);
                 std::printf(" %.2f |", 1000.0 * us / pixels);
-                const Measurement *plain = collector.find("frame/plain/" + at);
-                std::printf(plain != nullptr ? " %.1f |" : " - |",
-                            plain != nullptr ? plain->median() / us : 0.0);
+                for (const std::string form : {"plain", "no bands"}) {
+                    const Measurement *other = collector.find("frame/" + form + "/" + at);
+                    std::printf(other != nullptr ? " %.2f |" : " - |",
+                                other != nullptr ? other->median() / us : 0.0);
+                }
                 for (const Peer *peer : peers) {
                     const Measurement *other = collector.find(std::string("frame/") + peer->name + "/" + at);
                     std::printf(other != nullptr ? " %.2f |" : " - |",
@@ -125,7 +128,11 @@ void print_stages(const Collector &collector, const std::vector<std::string> &si
     for (const std::string &size : sizes) {
         std::printf(" %s | plain |", size.c_str());
     }
-    std::printf("\n|---|--:|--:|--:|--:|--:|--:|\n");
+    std::printf("\n|---|");
+    for (std::size_t i = 0; i < 2 * sizes.size(); ++i) {
+        std::printf("--:|");
+    }
+    std::printf("\n");
     for (const char *stage : stages) {
         std::printf("| %s |", stage);
         for (const std::string &size : sizes) {

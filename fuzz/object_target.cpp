@@ -11,6 +11,9 @@
 #include "raster/dots.h"
 #include "raster/face_loops.h"
 #include "raster/texture_map.h"
+#if ZELVO_SIMD
+#include "raster/simd/bands.h"
+#endif
 
 #include <algorithm>
 #include <cstdint>
@@ -104,9 +107,23 @@ void draw_some(std::uint32_t choice) {
     draw_frame(mode, choose(clear_styles));
 }
 
+/// Has the fast forms draw half of the objects in bands of a few rows, as they draw large frames.
+void choose_bands(std::uint32_t choice) {
+    keeps_depths = true;
+#if ZELVO_SIMD
+    static const fast::BandSizes usual = fast::band_sizes;
+    constexpr fast::BandSizes few_rows{0, 5 * default_size.width};
+    // Uses other bits of the choice than those that choose the mode and the style.
+    fast::band_sizes = (choice >> 20) % 2 == 0 ? few_rows : usual;
+#else
+    static_cast<void>(choice);
+#endif
+}
+
 /// Processes an object from its file to its frames, which are stored in `frames_drawn`.
 int draw_object(std::uint32_t choice, bool draws_all, bool is_fast) {
     draws_fast = is_fast;
+    choose_bands(choice);
     frames_drawn.clear();
     const fuzz::Ending ending = fuzz::run({}, [choice, draws_all] {
         load_object();

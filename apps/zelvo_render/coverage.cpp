@@ -7,6 +7,10 @@
 
 #include <cstddef>
 
+Coverage::Coverage() {
+    keeps_depths = true;
+}
+
 void Coverage::advance() {
     shown.swap(drawn);
     drawn.assign(frame_pixels(), false);

@@ -11,6 +11,9 @@
 /// on purpose.
 class Coverage {
 public:
+    /// Has every frame keep its depths.
+    Coverage();
+
     /// Must be called once per pass, when the frame of the previous pass is written to the screen.
     void advance();
 

@@ -25,6 +25,9 @@ Outputs::Outputs(const Options &chosen) : options(chosen) {
             fail("cannot make the folder " + *options.chunky_folder + ": " + error.message());
         }
     }
+    if (options.is_transparent) {
+        coverage.emplace();
+    }
     if (options.gif) {
         animation.emplace(*options.gif);
     }
@@ -40,8 +43,8 @@ void Outputs::take_frame(const offscreen::Picture &frame) {
     if (progress) {
         progress->advance_to(frame.pass);
     }
-    if (options.is_transparent) {
-        coverage.advance();
+    if (coverage) {
+        coverage->advance();
     }
     if (options.chunky_folder) {
         write_pgm(*options.chunky_folder + picture_name(frame_name, frame.pass), frame);
@@ -63,8 +66,8 @@ void Outputs::write(const offscreen::Picture &picture) {
     }
     if (options.png_pattern) {
         const std::string name = picture_name(*options.png_pattern, picture.pass);
-        if (options.is_transparent) {
-            write_png(name, picture, coverage.opacity(picture));
+        if (coverage) {
+            write_png(name, picture, coverage->opacity(picture));
         } else {
             write_png(name, picture);
         }

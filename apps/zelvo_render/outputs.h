@@ -30,7 +30,8 @@ private:
 
     Options options;
     std::optional<ProgressBar> progress;
-    Coverage coverage;
+    /// For transparent backgrounds.
+    std::optional<Coverage> coverage;
     std::optional<Animation> animation;
     std::optional<ContactSheet> sheet;
     std::optional<Video> video;

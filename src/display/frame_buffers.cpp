@@ -9,6 +9,7 @@ std::int32_t frame_height = 256;
 HeapArray<std::uint8_t> chunkybuf1;
 HeapArray<std::uint8_t> chunkybuf2;
 HeapArray<std::uint16_t> zbuf;
+bool keeps_depths = false;
 HeapArray<std::uint8_t> planarbuf1;
 HeapArray<std::uint8_t> planarbuf2;
 

@@ -22,6 +22,10 @@ extern HeapArray<std::uint8_t> chunkybuf2;
 /// Depth of each pixel in 8.8. Larger is nearer; 0 where nothing was drawn.
 extern HeapArray<std::uint16_t> zbuf;
 
+/// Whether faces must leave their depths in `zbuf`. Otherwise a large frame leaves it as it was. False from
+/// the start; set by whoever reads `zbuf`.
+extern bool keeps_depths;
+
 /// Reserved for a bit-plane conversion: exchanged in every pass, otherwise unused.
 extern HeapArray<std::uint8_t> planarbuf1;
 extern HeapArray<std::uint8_t> planarbuf2;

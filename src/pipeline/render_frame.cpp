@@ -16,6 +16,12 @@
 
 namespace {
 
+void clear_depths() {
+    if (!face_loops_clear_depths()) {
+        clear_zbuffer();
+    }
+}
+
 void draw_dots_if_enabled() {
     if (viewer.dots != 0) {
         draw_dots_overlay();
@@ -29,7 +35,7 @@ void draw_mode_effect() {
 
 void draw_mode_envmap() {
     clear_frame();
-    clear_zbuffer();
+    clear_depths();
     transform_and_project();
     rotate_normals();
     face_loop_envmap();
@@ -38,7 +44,7 @@ void draw_mode_envmap() {
 
 void draw_mode_texturemap() {
     clear_frame();
-    clear_zbuffer();
+    clear_depths();
     transform_and_project();
     face_loop_texturemap(face_lights);
     draw_dots_if_enabled();
@@ -47,7 +53,7 @@ void draw_mode_texturemap() {
 /// While the mouse turns the light, the object does not move.
 void draw_mode_lightsourced() {
     clear_frame();
-    clear_zbuffer();
+    clear_depths();
     if (viewer.lightsource_rotating != 0) {
         rotate_light();
     } else {
@@ -59,7 +65,7 @@ void draw_mode_lightsourced() {
 
 void draw_mode_gouraud() {
     clear_frame();
-    clear_zbuffer();
+    clear_depths();
     if (viewer.lightsource_rotating != 0) {
         rotate_light();
     } else {
@@ -73,7 +79,7 @@ void draw_mode_gouraud() {
 
 void draw_mode_zlight() {
     clear_frame();
-    clear_zbuffer();
+    clear_depths();
     transform_and_project();
     face_loop_zlight();
     draw_dots_if_enabled();

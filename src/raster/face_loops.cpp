@@ -149,6 +149,10 @@ bool draws_list_fast() {
 
 } // namespace
 
+bool face_loops_clear_depths() {
+    return draws_list_fast() && fast::draws_in_bands();
+}
+
 void face_loop_envmap() {
     if (draws_list_fast()) {
         fast::face_loop_envmap();

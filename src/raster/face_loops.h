@@ -32,6 +32,10 @@ constexpr float not_yet_lit = -1.0F;
 /// `lwofis`. Equal normals give equal bits, however many points are lit in one call. Nothing else is written.
 using VertexLights = void (*)(const std::uint32_t *points, std::size_t count);
 
+/// Whether the loops below begin with cleared depths of their own, because they draw the frame in bands.
+/// Otherwise `zbuf` must be cleared before them.
+bool face_loops_clear_depths();
+
 /// Each loop draws the polygons of the projected points in list order and counts them in `faces_seen` and
 /// `triangles_drawn`, both from 0. Polygons that face away are skipped, unless `doubleside` is set. Their
 /// first three points decide it, and `flip` reverses the test.
@@ -54,6 +58,9 @@ void face_loop_zlight();
 
 /// The loops that draw one polygon, one row and one pixel at a time.
 namespace plain {
+constexpr bool draws_in_bands() {
+    return false;
+}
 void face_loop_envmap();
 void face_loop_texturemap(FaceLights face_lights);
 void face_loop_lightsourced(FaceLights face_lights);
@@ -64,6 +71,8 @@ void face_loop_zlight();
 /// The loops on vectors, with the same results.
 #if ZELVO_SIMD
 namespace fast {
+/// Whether the current frame is drawn in bands (raster/simd/bands.h).
+bool draws_in_bands();
 void face_loop_envmap();
 void face_loop_texturemap(FaceLights face_lights);
 void face_loop_lightsourced(FaceLights face_lights);

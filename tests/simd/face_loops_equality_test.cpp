@@ -2,16 +2,28 @@
 // Tests that the fast face loops draw exactly what the plain ones draw.
 #include "raster/face_loops.h"
 
+#include "core/forms.h"
 #include "core/sanitized.h"
+#include "display/frame_buffers.h"
 #include "object/model.h"
 #include "pipeline/lighting.h"
+#include "pipeline/render_frame.h"
+#include "pipeline/sine_table.h"
 #include "random_scene.h"
+#include "raster/simd/bands.h"
+#include "raster/simd/triangle_store.h"
 #include "support/instruction_sets.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <functional>
+#include <limits>
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -61,6 +73,34 @@ const std::vector<LoopPair> &loop_pairs() {
     return pairs;
 }
 
+/// Has frames drawn in bands, and puts back what was.
+class InBands {
+public:
+    explicit InBands(fast::BandSizes sizes) {
+        fast::band_sizes = sizes;
+        keeps_depths = true;
+    }
+    ~InBands() {
+        fast::band_sizes = sizes_before_;
+        keeps_depths = false;
+    }
+    InBands(const InBands &) = delete;
+    InBands &operator=(const InBands &) = delete;
+
+private:
+    fast::BandSizes sizes_before_ = fast::band_sizes;
+};
+
+/// Every frame in bands of random size, from one row on. The bands begin with cleared depths, so `zbuf` does
+/// too.
+std::unique_ptr<InBands> in_random_bands(Random &random) {
+    std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0});
+    const std::array<std::size_t, 4> most{100, 3000, 20'000, fast::most_band_pixels};
+    const std::size_t chosen = most[static_cast<std::size_t>(random.below(4))];
+    return std::make_unique<InBands>(
+        fast::BandSizes{0, 1 + static_cast<std::size_t>(random.below(static_cast<int>(chosen)))});
+}
+
 constexpr int triangles_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// Says which pixel differs first.
@@ -97,14 +137,15 @@ TEST(FastFaceLoops, EqualThePlainOnes) {
                         random.between(-3.0F, 3.0F)};
         const std::size_t pair_index = scene % loop_pairs().size();
         const LoopPair &pair = loop_pairs()[pair_index];
+        const auto bands = random.once_in(2) ? in_random_bands(random) : nullptr;
         const LoopResult expected = run_loop(pair.plain);
         const std::int64_t set = sets[scene / 3 % sets.size()];
         use_instruction_set(set);
         const LoopResult actual = run_loop(pair.fast);
         ASSERT_TRUE(expected == actual)
             << pair.name << " on " << instruction_set_name(set) << ", scene " << scene << ", " << size.width
-            << " x " << size.height << ", shapes " << static_cast<int>(shapes) << ": "
-            << first_difference(expected, actual, size.width);
+            << " x " << size.height << ", shapes " << static_cast<int>(shapes)
+            << (bands ? ", in bands: " : ": ") << first_difference(expected, actual, size.width);
         triangles += made;
         drawn += expected.triangles;
     }
@@ -133,4 +174,117 @@ TEST(FastFaceLoops, DrawNothingOfAnObjectWithoutPoints) {
         }
     }
     use_instruction_set(0);
+}
+
+TEST(FastFaceLoops, DrawTrianglesOfAnyHeightInBands) {
+    using Limits = std::numeric_limits<float>;
+    const std::vector<float> heights{
+        Limits::quiet_NaN(), -Limits::infinity(), -1e9F, 9.5F, 20.0F, 20.4F, 31.0F, 1e9F, Limits::infinity()};
+    Random random(3);
+    open_noisy_frame({64, 40}, random);
+    make_random_object(Shapes::any, 1, random);
+    std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0});
+    constexpr std::array<std::uint16_t, 5> list{3, 0, 1, 2, 1};
+    polygon_chunk = allocate_array<std::uint16_t>(list.size());
+    std::copy(list.begin(), list.end(), polygon_chunk.get());
+    polygon_chunk_bytes = sizeof list;
+    viewer = ViewerState{};
+    viewer.doubleside = 1;
+    const FrameContents empty = frame_contents();
+    const InBands one_row_each({0, 64});
+    int drawn = 0;
+    for (const float a : heights) {
+        for (const float b : heights) {
+            for (const float c : heights) {
+                lwopoints3[0] = {5.0F, a, 50.0F};
+                lwopoints3[1] = {40.0F, b, 100.0F};
+                lwopoints3[2] = {20.0F, c, 150.0F};
+                const LoopResult expected = run_loop(plain::face_loop_zlight);
+                drawn += expected.frame == empty ? 0 : 1;
+                for (const std::int64_t set : instruction_sets()) {
+                    use_instruction_set(set);
+                    const LoopResult actual = run_loop(fast::face_loop_zlight);
+                    EXPECT_TRUE(actual == expected)
+                        << a << " " << b << " " << c << " on " << instruction_set_name(set) << ": "
+                        << first_difference(expected, actual, 64);
+                }
+                use_instruction_set(0);
+            }
+        }
+    }
+    EXPECT_GT(drawn, 200);
+}
+
+TEST(FastFaceLoops, DrawObjectsInBandsThatTheStoreIsTooSmallFor) {
+    constexpr FrameSize size{640, 480};
+    constexpr int polygons = 130'000;
+    static_assert(polygons > fast::TriangleStore::capacity * fast::TriangleBatch::capacity);
+    Random random(77);
+    open_noisy_frame(size, random);
+    make_random_object(Shapes::small, polygons, random);
+    viewer = ViewerState{};
+    viewer.doubleside = 1;
+    std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0});
+    const InBands bands({0, 20'000});
+    for (const LoopPair &pair : loop_pairs()) {
+        const LoopResult expected = run_loop(pair.plain);
+        EXPECT_GT(expected.triangles, polygons);
+        for (const std::int64_t set : instruction_sets()) {
+            use_instruction_set(set);
+            const LoopResult actual = run_loop(pair.fast);
+            EXPECT_TRUE(actual == expected) << pair.name << " on " << instruction_set_name(set) << ": "
+                                            << first_difference(expected, actual, size.width);
+        }
+    }
+    use_instruction_set(0);
+}
+
+TEST(FastFaceLoops, DrawFramesInBandsThatAreLargerThanCommonCaches) {
+    for (const auto &[size, expected] : std::vector<std::pair<FrameSize, bool>>{{{640, 480}, false},
+                                                                                {{1024, 1024}, false},
+                                                                                {{1025, 1024}, true},
+                                                                                {{1920, 1080}, true},
+                                                                                {{12, 100'000}, false},
+                                                                                {{65'536, 17}, true},
+                                                                                {{65'537, 17}, false}}) {
+        frame_width = size.width;
+        frame_height = size.height;
+        EXPECT_EQ(fast::draws_in_bands(), expected) << size.width << " x " << size.height;
+    }
+}
+
+TEST(LargeFrames, NeedNoClearedDepthsAndKeepThemOnRequest) {
+    constexpr FrameSize size{1300, 900};
+    Random random(5);
+    for (const bool keeps : {false, true}) {
+        for (std::int32_t mode = mode_envmap; mode <= mode_zlight; ++mode) {
+            open_noisy_frame(size, random);
+            build_sine_table();
+            make_random_object(Shapes::any, 60, random);
+            viewer = ViewerState{};
+            viewer.obj_style = mode;
+            const FrameContents before = frame_contents();
+            draws_fast = false;
+            render_frame();
+            const FrameContents expected = frame_contents();
+            restore_frame(before);
+            draws_fast = true;
+            keeps_depths = keeps;
+            render_frame();
+            keeps_depths = false;
+            const FrameContents actual = frame_contents();
+            EXPECT_TRUE(actual.pixels == expected.pixels) << "mode " << mode;
+            EXPECT_TRUE(expected.depths != before.depths);
+            if (!keeps) {
+                EXPECT_TRUE(actual.depths == before.depths) << "mode " << mode;
+                continue;
+            }
+            // The rows at the edges, in which nothing is drawn, keep what they held.
+            const auto first = static_cast<std::ptrdiff_t>(first_drawn_row) * size.width;
+            const auto last = static_cast<std::ptrdiff_t>(size.height - first_drawn_row + 1) * size.width;
+            EXPECT_TRUE(std::equal(actual.depths.begin() + first, actual.depths.begin() + last,
+                                   expected.depths.begin() + first))
+                << "mode " << mode;
+        }
+    }
 }

@@ -31,8 +31,8 @@ struct BatchGradients {
 
 /// What the rows of each triangle of a batch are made from.
 struct BatchEdges {
-    /// The first row drawn, the number of rows down to the middle vertex, and the number of all rows. A lane
-    /// without a triangle has no rows.
+    /// The first row drawn, counted from the first one of the target, the number of rows down to the middle
+    /// vertex, and the number of all rows. A lane without a triangle has no rows.
     BatchArray<std::int32_t> first_row;
     BatchArray<std::int32_t> upper_rows;
     BatchArray<std::int32_t> rows;

@@ -19,6 +19,17 @@
 //        v
 //     chunkybuf1, zbuf
 //
+// A frame that is larger than the caches takes a detour before its triangles are set up. Its rows are divided
+// into bands, which are drawn one after another, each with a small buffer of depths that stays in the cache:
+//
+//     TriangleBatch      store_batch          points, colour, first and last row of each triangle
+//        |                                    triangle_store-inl.h
+//        v
+//     TriangleStore      draw_stored          for each band: the triangles in it, in list order
+//        |               load_corners         triangle_store-inl.h
+//        v
+//     TriangleBatch      set_up_triangles and so on, for the band's rows alone (bands.h)
+//
 // Each stage does the operations of a plain function, in the same order for each triangle, row and pixel:
 //
 //     plain                                fast                 same bits because
@@ -30,16 +41,21 @@
 //     draw_span, before its loop           row_spans            same products, to_int has the same rules
 //     draw_span, its loop                  span_drawing         depths compared as 32-bit integers, spans
 //                                                               drawn in list order
+//     draw_rows                            bands                an edge in any row is one product, so that it
+//                                                               does not matter in which row a band begins
 //
 // In neither form may the compiler fuse a product with a sum (-ffp-contract=off).
 #include "raster/face_loops.h"
 
+#include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
 #include "object/model.h"
+#include "raster/simd/bands.h"
 #include "raster/simd/batch_edges.h"
 #include "raster/simd/batch_lighting.h"
 #include "raster/simd/polygon_walk.h"
 #include "raster/simd/triangle_batch.h"
+#include "raster/simd/triangle_store.h"
 #include "raster/simd/vector_size.h"
 
 #include <cstddef>
@@ -56,6 +72,7 @@
 #include "raster/simd/cull_triangles-inl.h"
 #include "raster/simd/row_list-inl.h"
 #include "raster/simd/triangle_setup-inl.h"
+#include "raster/simd/triangle_store-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -72,38 +89,109 @@ using plain::face_loop_zlight;
 
 #else
 
-/// The face loop: `complete` gives each batch what its filler needs besides the corners on the screen.
-template <Filler filler, typename Complete>
-HWY_INLINE void draw_polygons(bool keeps_lit_corners, Complete complete) {
+/// Draws batches of one filler, in order.
+template <Filler filler>
+class BatchDrawer {
+public:
+    /// Not inlined, so that it is compiled once for both ways through the polygon list.
+    HWY_NOINLINE void draw(const TriangleBatch &batch, const DrawTarget &target) {
+        const std::size_t lanes = hn::Lanes(FloatLanes());
+        for (std::size_t group = 0; group < batch.count; group += lanes) {
+            set_up_triangles<quantities_of(filler)>(batch, group, target.rows, edges_);
+        }
+        spans_.target = target;
+        for (std::size_t group = 0; group < batch.count; group += lanes) {
+            draw_group<filler>(batch, edges_, group, rows_, spans_);
+        }
+        spans_.draw();
+    }
+
+private:
+    BatchEdges edges_;
+    RowList rows_{};
+    SpanDrawer<filler> spans_;
+};
+
+/// Collects triangles until the store is full or the polygon list is at its end.
+template <typename Light>
+HWY_INLINE void fill_store(PolygonWalk &walk, TriangleBatch &batch, Light light) {
+    triangle_store.count = 0;
+    while (triangle_store.count < TriangleStore::capacity && collect_triangles(walk, batch)) {
+        number_corners(batch);
+        light(batch);
+        store_batch(batch, triangle_store);
+        triangles_drawn += static_cast<std::int32_t>(batch.count);
+    }
+}
+
+/// Draws a large frame. Most objects fit the store. The next part of one that does not goes on with the
+/// depths that the parts before it have left.
+template <Filler filler, typename Light, typename Complete>
+HWY_INLINE void draw_in_bands(PolygonWalk &walk, TriangleBatch &batch, BatchDrawer<filler> &drawer,
+                              Light light, Complete complete) {
+    TriangleBatch in_band{};
+    const std::int32_t last_row = whole_frame().rows.last;
+    bool is_first_part = true;
+    bool is_last_part = false;
+    while (!is_last_part) {
+        fill_store(walk, batch, light);
+        is_last_part = triangle_store.count < TriangleStore::capacity;
+        for (std::int32_t row = first_drawn_row; row <= last_row;) {
+            const DrawTarget band = band_from(row);
+            if (is_first_part) {
+                clear_depths(band);
+            } else {
+                load_depths(band);
+            }
+            draw_stored(triangle_store, band.rows, in_band, [&]() HWY_ATTR {
+                load_corners(in_band);
+                complete(in_band);
+                drawer.draw(in_band, band);
+            });
+            if (keeps_depths || !is_last_part) {
+                keep_depths(band);
+            }
+            row = band.rows.last + 1;
+        }
+        is_first_part = false;
+    }
+}
+
+/// The face loop. `light` gives each batch of triangles the colours that it needs. `complete` reads what the
+/// filler needs of the corners besides their places on the screen.
+template <Filler filler, typename Light, typename Complete>
+HWY_INLINE void draw_polygons(bool keeps_lit_corners, Light light, Complete complete) {
+    constexpr bool uses_points = filler == Filler::mapped || filler == Filler::gouraud;
     // Unused lanes are computed and discarded. They hold zeros or left-overs of earlier batches, whose point
     // indices were already checked, so that gathers through them stay in bounds.
     TriangleBatch batch{};
-    BatchEdges edges;
-    RowList rows{};
-    SpanDrawer<filler> drawer;
+    BatchDrawer<filler> drawer;
     batch.keeps_lit_corners = keeps_lit_corners;
-    const std::size_t lanes = hn::Lanes(FloatLanes());
     PolygonWalk walk = start_polygon_walk();
     triangles_drawn = 0;
-    while (collect_triangles(walk, batch)) {
-        complete(batch);
-        for (std::size_t group = 0; group < batch.count; group += lanes) {
-            set_up_triangles<quantities_of(filler)>(batch, group, edges);
+    if (draws_in_bands()) {
+        draw_in_bands(walk, batch, drawer, light, complete);
+    } else {
+        const DrawTarget frame = whole_frame();
+        while (collect_triangles(walk, batch)) {
+            if constexpr (uses_points) {
+                number_corners(batch);
+            }
+            light(batch);
+            complete(batch);
+            drawer.draw(batch, frame);
+            triangles_drawn += static_cast<std::int32_t>(batch.count);
         }
-        for (std::size_t group = 0; group < batch.count; group += lanes) {
-            draw_group<filler>(batch, edges, group, rows, drawer);
-        }
-        drawer.draw();
-        triangles_drawn += static_cast<std::int32_t>(batch.count);
     }
     faces_seen = walk.polygons;
 }
 
+/// For fillers that need no colours, or nothing else of the corners.
+constexpr auto nothing = [](TriangleBatch &) HWY_ATTR {};
+
 HWY_INLINE void draw_mapped(const Vec3 *records) {
-    draw_polygons<Filler::mapped>(false, [records](TriangleBatch &batch) HWY_ATTR {
-        number_corners(batch);
-        copy_map_coordinates(batch, records);
-    });
+    draw_polygons<Filler::mapped>(
+        false, nothing, [records](TriangleBatch &batch) HWY_ATTR { copy_map_coordinates(batch, records); });
 }
 
 void face_loop_envmap() {
@@ -116,22 +204,23 @@ void face_loop_texturemap(FaceLights) {
 }
 
 void face_loop_lightsourced(FaceLights face_lights) {
-    draw_polygons<Filler::flat>(true, [face_lights](TriangleBatch &batch) HWY_ATTR {
-        light_faces(batch, face_lights);
-        make_colour_bytes(batch);
-    });
+    draw_polygons<Filler::flat>(
+        true,
+        [face_lights](TriangleBatch &batch) HWY_ATTR {
+            light_faces(batch, face_lights);
+            make_colour_bytes(batch);
+        },
+        nothing);
 }
 
 void face_loop_gouraud(VertexLights vertex_lights) {
-    draw_polygons<Filler::gouraud>(false, [vertex_lights](TriangleBatch &batch) HWY_ATTR {
-        number_corners(batch);
-        light_points(batch, vertex_lights);
-        gather_colours(batch);
-    });
+    draw_polygons<Filler::gouraud>(
+        false, [vertex_lights](TriangleBatch &batch) HWY_ATTR { light_points(batch, vertex_lights); },
+        [](TriangleBatch &batch) HWY_ATTR { gather_colours(batch); });
 }
 
 void face_loop_zlight() {
-    draw_polygons<Filler::zcolour>(false, [](TriangleBatch &) HWY_ATTR {});
+    draw_polygons<Filler::zcolour>(false, nothing, nothing);
 }
 
 #endif

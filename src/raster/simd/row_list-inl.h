@@ -10,6 +10,7 @@
 
 #include "hwy/highway.h"
 
+#include "raster/simd/bands.h"
 #include "raster/simd/batch_edges.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/row_spans-inl.h"
@@ -30,13 +31,14 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// The spans that wait to be drawn, and the buffer that drawing them needs.
+/// The spans that wait to be drawn, where they are drawn, and the buffer that drawing them needs.
 template <Filler filler>
 struct SpanDrawer {
     SpanList spans;
+    DrawTarget target;
     TexelBuffer texels;
 
-    HWY_INLINE void draw() { draw_spans<filler>(spans, texels); }
+    HWY_INLINE void draw() { draw_spans<filler>(spans, texels, target); }
 
     /// Whether there is no room for a vector of spans.
     HWY_INLINE bool is_full() const { return spans.count + vector_lanes > SpanList::capacity; }

@@ -10,7 +10,7 @@
 
 #include "hwy/highway.h"
 
-#include "display/frame_buffers.h"
+#include "raster/simd/bands.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/span_list.h"
 #include "raster/simd/triangle_batch.h"
@@ -115,12 +115,12 @@ HWY_INLINE void write_nearer(D words, hn::Vec<D> accumulated_depth, hn::Vec<Byte
 
 /// Draws the spans of the fillers that compute their colours, in vectors of these lanes.
 template <Filler filler, class D>
-HWY_INLINE void draw_computed_spans(D words, const SpanList &spans) {
+HWY_INLINE void draw_computed_spans(D words, const SpanList &spans, const DrawTarget &target) {
     const ByteLanes<D> bytes;
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(words));
     for (std::size_t i = 0; i < spans.count; ++i) {
-        std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
-        std::uint16_t *depths = zbuf.get() + spans.offset[i];
+        std::uint8_t *pixels = target.pixels + spans.offset[i];
+        std::uint16_t *depths = target.depths + spans.offset[i];
         PixelValues<D, 0, quantities_of(filler)> pixel(spans, i);
         for (std::int32_t left = spans.length[i];;) {
             hn::Vec<ByteLanes<D>> colour;
@@ -210,10 +210,11 @@ HWY_INLINE void fetch_texels(TexelBuffer &texels, std::size_t count) {
 
 /// Draws a span with the colours of its texels.
 template <class D>
-HWY_INLINE void draw_mapped_span(D words, const SpanList &spans, std::size_t i, const std::uint8_t *colours) {
+HWY_INLINE void draw_mapped_span(D words, const SpanList &spans, std::size_t i, const std::uint8_t *colours,
+                                 const DrawTarget &target) {
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(words));
-    std::uint8_t *pixels = chunkybuf1.get() + spans.offset[i];
-    std::uint16_t *depths = zbuf.get() + spans.offset[i];
+    std::uint8_t *pixels = target.pixels + spans.offset[i];
+    std::uint16_t *depths = target.depths + spans.offset[i];
     PixelValues<D, 0, 1> pixel(spans, i);
     const std::int32_t length = spans.length[i];
     for (std::int32_t x = 0;; pixel.advance()) {
@@ -231,8 +232,8 @@ HWY_INLINE void draw_mapped_span(D words, const SpanList &spans, std::size_t i, 
 /// spans are drawn last. Fetching while a span is drawn was slower, and so were gathers (docs/speed.md,
 /// "Tried without gain").
 template <bool all_in_one_vector, class D>
-HWY_INLINE std::size_t draw_mapped_run(D words, const SpanList &spans, std::size_t first,
-                                       TexelBuffer &texels) {
+HWY_INLINE std::size_t draw_mapped_run(D words, const SpanList &spans, std::size_t first, TexelBuffer &texels,
+                                       const DrawTarget &target) {
     std::size_t count = 0;
     std::size_t last = first;
     for (; last < spans.count; ++last) {
@@ -250,21 +251,21 @@ HWY_INLINE std::size_t draw_mapped_run(D words, const SpanList &spans, std::size
     fetch_texels(texels, count);
     const std::uint8_t *colours = texels.colour.data();
     for (std::size_t i = first; i < last; ++i) {
-        draw_mapped_span(words, spans, i, colours);
+        draw_mapped_span(words, spans, i, colours, target);
         colours += spans.length[i];
     }
     return last;
 }
 
 /// Draws the first pixels of a span that is longer than the buffer, until the rest fits.
-HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels) {
+HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels, const DrawTarget &target) {
     constexpr auto piece = static_cast<std::int32_t>(TexelBuffer::capacity);
     while (spans.length[i] > piece) {
         const std::int32_t rest = spans.length[i] - piece;
         spans.length[i] = piece;
         put_texel_indices(spans, i, texels.index.data());
         fetch_texels(texels, TexelBuffer::capacity);
-        draw_mapped_span(WordLanes(), spans, i, texels.colour.data());
+        draw_mapped_span(WordLanes(), spans, i, texels.colour.data(), target);
         spans.length[i] = rest;
         spans.offset[i] += TexelBuffer::capacity;
         for (std::size_t q = 0; q < 3; ++q) {
@@ -276,13 +277,13 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
 /// Draws the spans of the mapped modes in vectors of these lanes; `all_in_one_vector` promises that no span
 /// is longer than one.
 template <bool all_in_one_vector, class D>
-HWY_INLINE void draw_mapped_spans(D words, SpanList &spans, TexelBuffer &texels) {
+HWY_INLINE void draw_mapped_spans(D words, SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
     for (std::size_t first = 0; first < spans.count;) {
         // After this the first span fits the buffer, so that each run draws at least one.
         if (!all_in_one_vector) {
-            shorten_span(spans, first, texels);
+            shorten_span(spans, first, texels, target);
         }
-        first = draw_mapped_run<all_in_one_vector>(words, spans, first, texels);
+        first = draw_mapped_run<all_in_one_vector>(words, spans, first, texels, target);
     }
 }
 
@@ -301,7 +302,7 @@ HWY_INLINE std::size_t longest_span(const SpanList &spans) {
 /// lengths of single spans are as good as random, and a mispredicted branch costs more than half a vector
 /// saves.
 template <Filler filler>
-HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels) {
+HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
     const NarrowLanes narrow;
     const WordLanes words;
     constexpr bool has_narrower = hn::MaxLanes(NarrowLanes()) < hn::MaxLanes(WordLanes());
@@ -309,16 +310,16 @@ HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels) {
     const bool use_narrow = has_narrower && longest <= hn::Lanes(narrow);
     if constexpr (filler != Filler::mapped) {
         if (use_narrow) {
-            draw_computed_spans<filler>(narrow, spans);
+            draw_computed_spans<filler>(narrow, spans, target);
         } else {
-            draw_computed_spans<filler>(words, spans);
+            draw_computed_spans<filler>(words, spans, target);
         }
     } else if (use_narrow) {
-        draw_mapped_spans<true>(narrow, spans, texels);
+        draw_mapped_spans<true>(narrow, spans, texels, target);
     } else if (longest <= hn::Lanes(words)) {
-        draw_mapped_spans<true>(words, spans, texels);
+        draw_mapped_spans<true>(words, spans, texels, target);
     } else {
-        draw_mapped_spans<false>(words, spans, texels);
+        draw_mapped_spans<false>(words, spans, texels, target);
     }
     spans.count = 0;
 }

@@ -20,7 +20,7 @@ struct SpanList {
     struct alignas(vector_bytes) Array : std::array<T, capacity + vector_lanes> {};
 
     std::size_t count = 0;
-    /// The first pixel, counted from the frame's first, and the number of pixels.
+    /// The first pixel, counted from the target's first, and the number of pixels.
     Array<std::uint32_t> offset;
     Array<std::int32_t> length;
     /// The place of the row that the span is made from (row_spans-inl.h), and the left edge's x accumulator

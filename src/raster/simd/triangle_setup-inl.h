@@ -10,7 +10,7 @@
 
 #include "hwy/highway.h"
 
-#include "display/frame_buffers.h"
+#include "raster/simd/bands.h"
 #include "raster/simd/batch_edges.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/triangle_batch.h"
@@ -218,16 +218,17 @@ HWY_INLINE Edges<Count> lower_edges(const Vertices<Count> &v, const TriangleSlop
     return edges;
 }
 
-/// The rows `first` to `last` that are drawn: the first of them and how many there are.
+/// Drawn rows of a vector of triangles: the first one and how many there are.
 struct DrawnRows {
     Ints first;
     Ints count;
 };
 
-HWY_INLINE DrawnRows clip_rows(Ints first, Ints last) {
+/// The rows from `first` to `last` that are among those drawn.
+HWY_INLINE DrawnRows clip_rows(Ints first, Ints last, const RowRange &drawn) {
     const IntLanes ints;
-    const auto first_row = hn::Max(first, hn::Set(ints, first_drawn_row));
-    const auto last_row = hn::Min(last, hn::Set(ints, frame_height - first_drawn_row));
+    const auto first_row = hn::Max(first, hn::Set(ints, drawn.first));
+    const auto last_row = hn::Min(last, hn::Set(ints, drawn.last));
     // A row number may be the largest integer, so the bounds are compared before they are subtracted.
     const auto is_empty = hn::Gt(first_row, last_row);
     const auto count = hn::Add(hn::Sub(last_row, first_row), hn::Set(ints, 1));
@@ -235,18 +236,19 @@ HWY_INLINE DrawnRows clip_rows(Ints first, Ints last) {
 }
 
 /// The drawn rows below the middle vertex's, which a triangle with a flat bottom does not have.
-HWY_INLINE DrawnRows lower_rows(Ints middle_row, Ints bottom_row, hn::Mask<IntLanes> flat_bottom) {
+HWY_INLINE DrawnRows lower_rows(Ints middle_row, Ints bottom_row, hn::Mask<IntLanes> flat_bottom,
+                                const RowRange &drawn) {
     const IntLanes ints;
     // After the largest integer there is no row; the sum would wrap to the smallest one.
     const auto is_last = hn::Eq(middle_row, hn::Set(ints, std::numeric_limits<std::int32_t>::max()));
     const Words first = hn::Add(as_fixed(middle_row), hn::Set(WordLanes(), 1));
-    DrawnRows rows = clip_rows(as_signed(first), bottom_row);
+    DrawnRows rows = clip_rows(as_signed(first), bottom_row, drawn);
     rows.count = hn::IfThenZeroElse(hn::Or(flat_bottom, is_last), rows.count);
     return rows;
 }
 
-/// Stores the first row and the numbers of rows of the vector of triangles at `at`; lanes after the last
-/// triangle of the batch have none.
+/// Stores the first row, counted from the first one of the target, and the numbers of rows of the vector of
+/// triangles at `at`; lanes after the last triangle of the batch have none.
 HWY_INLINE void store_rows(Ints first_row, Ints upper, Ints lower, std::size_t triangles, BatchEdges &edges,
                            std::size_t at) {
     const IntLanes ints;
@@ -257,9 +259,11 @@ HWY_INLINE void store_rows(Ints first_row, Ints upper, Ints lower, std::size_t t
     hn::Store(hn::IfThenElseZero(is_triangle, hn::Add(upper, lower)), ints, &edges.rows[at]);
 }
 
-/// Sets up the vector of triangles at `at` of the batch: the first part of fill_triangle, up to its rows.
+/// Sets up the vector of triangles at `at` of the batch for drawing these rows: the first part of
+/// fill_triangle, up to its rows.
 template <std::size_t Count>
-HWY_INLINE void set_up_triangles(const TriangleBatch &batch, std::size_t at, BatchEdges &edges) {
+HWY_INLINE void set_up_triangles(const TriangleBatch &batch, std::size_t at, const RowRange &drawn,
+                                 BatchEdges &edges) {
     const IntLanes ints;
     const auto v = load_sorted_vertices<Count>(batch, at);
     const Ints top_row = to_int(v.y[top]);
@@ -271,20 +275,21 @@ HWY_INLINE void set_up_triangles(const TriangleBatch &batch, std::size_t at, Bat
     store_gradients(v, slopes, flat_top, edges.gradients, at);
 
     const Edges<Count> upper = upper_edges(v, slopes, top_row);
-    DrawnRows upper_rows = clip_rows(top_row, middle_row);
+    DrawnRows upper_rows = clip_rows(top_row, middle_row, drawn);
     upper_rows.count = hn::IfThenZeroElse(hn::RebindMask(ints, flat_top), upper_rows.count);
     store_edges(upper, as_fixed(hn::Sub(upper_rows.first, top_row)), edges.upper, at);
 
     const Ints to_middle = hn::IfThenElseZero(hn::Gt(middle_row, top_row), hn::Sub(middle_row, top_row));
     const Edges<Count> lower = lower_edges(v, slopes, upper, to_middle, middle_row);
-    const DrawnRows below = lower_rows(middle_row, bottom_row, flat_bottom);
+    const DrawnRows below = lower_rows(middle_row, bottom_row, flat_bottom, drawn);
 
     // A triangle with rows on both sides of its middle vertex has them without a gap, so that one number
     // counts through them all.
     const Ints first_row =
         hn::IfThenElse(hn::Gt(upper_rows.count, hn::Zero(ints)), upper_rows.first, below.first);
     store_edges(lower, as_fixed(hn::Sub(first_row, middle_row)), edges.lower, at);
-    store_rows(first_row, upper_rows.count, below.count, batch.count, edges, at);
+    const Ints row_of_target = hn::Sub(first_row, hn::Set(ints, drawn.first));
+    store_rows(row_of_target, upper_rows.count, below.count, batch.count, edges, at);
 }
 
 } // namespace HWY_NAMESPACE
