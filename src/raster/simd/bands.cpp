@@ -12,6 +12,7 @@
 
 namespace fast {
 
+// At 1280 x 720 bands took as long as none, or a few percent longer (docs/speed.md, "Bands").
 BandSizes band_sizes{std::size_t{1} << 20U, most_band_pixels};
 
 TriangleStore triangle_store;
@@ -37,7 +38,9 @@ std::size_t pixels_of(const RowRange &rows) {
 
 DrawTarget whole_frame() {
     const RowRange rows = drawn_rows();
-    return {rows, chunkybuf1.get() + start_of(rows.first), zbuf.get() + start_of(rows.first)};
+    // A frame may have so few rows that none is drawn.
+    const std::ptrdiff_t start = start_of(std::min(rows.first, frame_height));
+    return {rows, chunkybuf1.get() + start, zbuf.get() + start};
 }
 
 bool draws_in_bands() {

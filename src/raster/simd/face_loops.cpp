@@ -4,7 +4,7 @@
 //     polygon list       collect_triangles    up to 16 triangles checked and culled per vector
 //        |                                    cull_triangles-inl.h; other polygons: polygon_walk.cpp
 //        v
-//     TriangleBatch      complete(batch)      map coordinates, light or colours, by mode
+//     TriangleBatch      light, complete      light or colours, map coordinates, by mode
 //        |                                    batch_attributes-inl.h, batch_lighting.cpp
 //        |               set_up_triangles     lane = triangle: sort, slopes, gradients
 //        v                                    triangle_setup-inl.h

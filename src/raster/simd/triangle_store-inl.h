@@ -104,9 +104,8 @@ HWY_INLINE void load_corners(TriangleBatch &batch) {
     }
 }
 
-/// Draws the stored triangles that can have pixels in a band, in the order in which they were stored:
-/// `draw` is called whenever `batch` holds some
-/// of them.
+/// Chooses the stored triangles that can have pixels in a band, in the order in which they were stored.
+/// `draw` is called for each batch of them, which is then in `batch`.
 template <typename Draw>
 HWY_INLINE void draw_stored(const TriangleStore &store, const RowRange &band, TriangleBatch &batch,
                             Draw draw) {
