@@ -46,8 +46,9 @@ if(ZELVO_SANITIZE)
     endif()
     target_link_options(zelvo_flags INTERFACE ${sanitizers})
     if(NOT ZELVO_FUZZ)
-        # Compiling takes longer than running the tests, and line numbers in reports are all the debug info needed.
-        target_compile_options(zelvo_flags INTERFACE -O1 -g1)
+        # Compiling takes longer than running the tests, and line numbers in reports are all the debug info needed. These
+        # come before the options of targets, which may ask for less.
+        set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1 -DNDEBUG")
     endif()
 endif()
 if(ZELVO_FUZZ)
