@@ -60,20 +60,22 @@ protected:
         return names;
     }
 
-    /// The program's output in an ordinary run of the cube with this many passes of 1/64 s.
-    static std::string cube_output(int passes) {
+    /// The program's output in an ordinary run of the cube with this many passes of 1/64 s, at a size such as
+    /// "100x75".
+    static std::string cube_output(int passes, std::string size = "100x75") {
+        size.replace(size.find('x'), 1, ", ");
         std::array<char, 300> text{};
         std::snprintf(text.data(), text.size(),
-                      "display parameters: 0x00000000, 100, 75\nnumber of frames: %d\n"
+                      "display parameters: 0x00000000, %s\nnumber of frames: %d\n"
                       "all time: %f  average frametime: 0.015625\naverage framerate: 64.000000 fps\n"
                       "changescreenbuffer done\n",
-                      passes, passes / 64.0);
+                      size.c_str(), passes, passes / 64.0);
         return text.data();
     }
 
-    static void expect_cube_run(const ToolRun &run, int passes) {
+    static void expect_cube_run(const ToolRun &run, int passes, const std::string &size = "100x75") {
         EXPECT_EQ(run.exit_code, 0) << run.errors;
-        EXPECT_EQ(run.output, cube_output(passes));
+        EXPECT_EQ(run.output, cube_output(passes, size));
         EXPECT_EQ(run.errors, "");
     }
 
