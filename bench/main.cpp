@@ -234,9 +234,7 @@ std::vector<Stage> all_stages() {
     // A face loop needs cleared depths, or it draws nothing. Clearing is included in the figure.
     const auto loop = [](std::function<void()> draw) {
         return [draw = std::move(draw)] {
-            if (!face_loops_clear_depths()) {
-                clear_zbuffer();
-            }
+            clear_depths_for_faces();
             draw();
         };
     };

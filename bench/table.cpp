@@ -53,8 +53,7 @@ void print_frames(const Collector &collector, const std::vector<std::string> &me
         "drawn triangle and a covered pixel,\nand what the plain forms, the fast ones without bands and the "
         "peers take as a multiple of the viewer's time\n\n");
     std::printf("| object | size | mode | triangles | pixels | pixels/span | us | ns/triangle | ns/pixel | "
-                "plain | no "
-                "bands |");
+                "plain | no bands |");
     const std::array<const Peer *, 3> peers{&allegro_peer, &sdl_peer, &osmesa_peer};
     for (const Peer *peer : peers) {
         std::printf(" %s |", peer->name);

@@ -5,6 +5,7 @@
 #include "core/forms.h"
 #include "display/frame_buffers.h"
 #include "main_68k/viewer_state.h"
+#include "raster/face_loops.h"
 
 #include <algorithm>
 #include <cstring>
@@ -108,4 +109,10 @@ void clear_frame() {
 
 void clear_zbuffer() {
     zero_blocks(zbuf.get(), static_cast<std::int32_t>(frame_pixels() * sizeof(std::uint16_t)));
+}
+
+void clear_depths_for_faces() {
+    if (!face_loops_clear_depths()) {
+        clear_zbuffer();
+    }
 }

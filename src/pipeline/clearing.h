@@ -13,6 +13,9 @@ void clear_frame();
 /// Clears `zbuf`.
 void clear_zbuffer();
 
+/// Clears `zbuf` before a face loop, unless the loop will begin with cleared depths of its own.
+void clear_depths_for_faces();
+
 /// Writes zeros in whole blocks of 16 bytes. If the count is no multiple of 16, the rest stays as it is; if
 /// it is below 16 or negative, nothing is written.
 void zero_blocks(void *address, std::int32_t byte_count);

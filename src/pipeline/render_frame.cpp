@@ -16,12 +16,6 @@
 
 namespace {
 
-void clear_depths() {
-    if (!face_loops_clear_depths()) {
-        clear_zbuffer();
-    }
-}
-
 void draw_dots_if_enabled() {
     if (viewer.dots != 0) {
         draw_dots_overlay();
@@ -35,7 +29,7 @@ void draw_mode_effect() {
 
 void draw_mode_envmap() {
     clear_frame();
-    clear_depths();
+    clear_depths_for_faces();
     transform_and_project();
     rotate_normals();
     face_loop_envmap();
@@ -44,7 +38,7 @@ void draw_mode_envmap() {
 
 void draw_mode_texturemap() {
     clear_frame();
-    clear_depths();
+    clear_depths_for_faces();
     transform_and_project();
     face_loop_texturemap(face_lights);
     draw_dots_if_enabled();
@@ -53,7 +47,7 @@ void draw_mode_texturemap() {
 /// While the mouse turns the light, the object does not move.
 void draw_mode_lightsourced() {
     clear_frame();
-    clear_depths();
+    clear_depths_for_faces();
     if (viewer.lightsource_rotating != 0) {
         rotate_light();
     } else {
@@ -65,7 +59,7 @@ void draw_mode_lightsourced() {
 
 void draw_mode_gouraud() {
     clear_frame();
-    clear_depths();
+    clear_depths_for_faces();
     if (viewer.lightsource_rotating != 0) {
         rotate_light();
     } else {
@@ -79,7 +73,7 @@ void draw_mode_gouraud() {
 
 void draw_mode_zlight() {
     clear_frame();
-    clear_depths();
+    clear_depths_for_faces();
     transform_and_project();
     face_loop_zlight();
     draw_dots_if_enabled();
