@@ -111,7 +111,7 @@ LightPicture reduced(const LightPicture &picture) {
 LightMap map_of_panorama(const LightPicture &whole, double turn) {
     const LightPicture picture = reduced(whole);
     // A texel near the rim shows a large part of the picture, and so needs many samples. Outside the rim all
-    // texels show what is behind the sphere.
+    // texels show the same point, straight ahead of the viewer, which the sphere hides.
     const auto samples = [](double x, double y) {
         const double radius = std::hypot(x, y) / normal_length;
         return radius > 1.01 ? 1 : radius < 0.85 ? 6 : 12;

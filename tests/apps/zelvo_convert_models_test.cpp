@@ -222,7 +222,7 @@ TEST_F(ConvertFbx, HasTheAxisUpThatTheFileNames) {
 using ConvertUpright = ConvertTest;
 
 TEST_F(ConvertUpright, PutsModelsOnTheirFeet) {
-    // A dwarf and a chalice: they stand on the ground, and are higher than wide.
+    // The dwarf and the chalice rest on the ground, and are taller than they are wide.
     for (const std::string model : {"COB/dwarf.cob", "SMD/holy_grailref.smd"}) {
         const ModelBox box = box_of_object(converted(ZELVO_TEST_MODELS "/" + model));
         const float height = box.high[1] - box.low[1];
