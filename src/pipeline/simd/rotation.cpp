@@ -57,14 +57,13 @@ HWY_INLINE Points rotate(const Points &in, const RotationState &r) {
     return {x3, y2, z3};
 }
 
-/// Rounds to thousandths, as the plain form, which adds 0.5 in double to a float number of thousandths and
-/// truncates. Splitting the number into an integer and a remainder, both exact, avoids doubles: adding 0.5
-/// carries into the next integer if the remainder is at least 0.5, or above -0.5 for a negative number.
-/// Saturated numbers have a remainder of 0 or above 1 and do not carry.
-HWY_INLINE Floats snap(Floats value) {
+/// Rounds numbers of thousandths, as the plain form, which adds 0.5 to the float in double and truncates.
+/// Splitting the number into an integer and a remainder, both exact, avoids doubles: adding 0.5 carries into
+/// the next integer if the remainder is at least 0.5, or above -0.5 for a negative number. Saturated numbers
+/// have a remainder of 0 or above 1 and do not carry.
+HWY_INLINE Ints round_any(Floats thousandths) {
     const FloatLanes floats;
     const IntLanes ints;
-    const Floats thousandths = hn::Mul(value, hn::Set(floats, 1000.0F));
     const Ints whole = to_int(thousandths);
     const Floats remainder = hn::Sub(thousandths, hn::ConvertTo(floats, whole));
     const auto carries_above =
@@ -72,8 +71,42 @@ HWY_INLINE Floats snap(Floats value) {
     const auto is_negative = hn::RebindMask(floats, hn::Lt(whole, hn::Zero(ints)));
     const auto carries_below = hn::And(is_negative, hn::Gt(remainder, hn::Set(floats, -0.5F)));
     const auto carries = hn::RebindMask(ints, hn::Or(carries_above, carries_below));
-    const Ints snapped = hn::Add(whole, hn::IfThenElseZero(carries, hn::Set(ints, 1)));
-    return hn::Mul(hn::ConvertTo(floats, snapped), hn::Set(floats, 1.0F / 1000.0F));
+    return hn::Add(whole, hn::IfThenElseZero(carries, hn::Set(ints, 1)));
+}
+
+/// Numbers below this in magnitude have all integers, and are rounded in fewer steps. They are 8388 units,
+/// many times the width of the screen.
+constexpr float few_thousandths = 8388608.0F;
+
+/// The same for numbers below `few_thousandths`. A negative number plus 0.5 is exact in float, or below 0.5
+/// and truncated to 0. A positive one plus 0.5 may round up to an integer that it does not reach; with the
+/// next float below 0.5 it reaches the integer exactly where it should.
+HWY_INLINE Ints round_few(Floats thousandths) {
+    const FloatLanes floats;
+    const Floats half_or_less =
+        hn::IfNegativeThenElse(thousandths, hn::Set(floats, 0.5F), hn::Set(floats, 0x1.FFFFFEp-2F));
+#if HWY_ARCH_X86
+    return processor_truncation(hn::Add(thousandths, half_or_less));
+#else
+    return hn::ConvertTo(IntLanes(), hn::Add(thousandths, half_or_less));
+#endif
+}
+
+/// Rounds to thousandths.
+HWY_INLINE Points snap(const Points &p) {
+    const FloatLanes floats;
+    const Floats thousand = hn::Set(floats, 1000.0F);
+    const Points t{hn::Mul(p.x, thousand), hn::Mul(p.y, thousand), hn::Mul(p.z, thousand)};
+    // A NaN makes the sum NaN, which is not below anything. Only some processors truncate it like to_int.
+    const Floats sum = hn::Add(hn::Add(hn::Abs(t.x), hn::Abs(t.y)), hn::Abs(t.z));
+    const bool are_few = hn::AllTrue(floats, hn::Lt(sum, hn::Set(floats, few_thousandths)));
+    const auto rounded = [floats](Ints number) HWY_ATTR {
+        return hn::Mul(hn::ConvertTo(floats, number), hn::Set(floats, 1.0F / 1000.0F));
+    };
+    if (are_few) {
+        return {rounded(round_few(t.x)), rounded(round_few(t.y)), rounded(round_few(t.z))};
+    }
+    return {rounded(round_any(t.x)), rounded(round_any(t.y)), rounded(round_any(t.z))};
 }
 
 /// Depth values, larger nearer, in double and rounded once.
@@ -104,7 +137,7 @@ void project_points(const Projection &projection) {
         const Points p = rotate(load_consecutive(&lwopoints2[i]), state);
         const Floats x = on_screen(p.x, p.z, projection.scale_x, projection.centre_x);
         const Floats y = on_screen(p.y, p.z, projection.scale_y, projection.centre_y);
-        store_consecutive({snap(x), snap(y), snap(depth_values(p.z))}, &lwopoints3[i]);
+        store_consecutive(snap({x, y, depth_values(p.z)}), &lwopoints3[i]);
     }
     plain::project_points(projection, i);
 }
