@@ -101,6 +101,19 @@ std::unique_ptr<InBands> in_random_bands(Random &random) {
         fast::BandSizes{0, 1 + static_cast<std::size_t>(random.below(static_cast<int>(chosen)))});
 }
 
+/// Makes an object of one double-sided triangle, whose points the test sets. Returns the frame before it is
+/// drawn.
+FrameContents make_one_triangle(Random &random) {
+    make_random_object(Shapes::any, 1, random);
+    constexpr std::array<std::uint16_t, 5> list{3, 0, 1, 2, 1};
+    polygon_chunk = allocate_array<std::uint16_t>(list.size());
+    std::copy(list.begin(), list.end(), polygon_chunk.get());
+    polygon_chunk_bytes = sizeof list;
+    viewer = ViewerState{};
+    viewer.doubleside = 1;
+    return frame_contents();
+}
+
 constexpr int triangles_wanted = is_sanitized ? 100'000 : 1'200'000;
 
 /// Says which pixel differs first.
@@ -114,6 +127,25 @@ std::string first_difference(const LoopResult &plain_result, const LoopResult &f
         }
     }
     return "no pixel, but a depth, a colour or a count";
+}
+
+/// Expects every loop to equal the plain one on every instruction set. Returns how many plain loops changed
+/// the frame.
+int expect_equal_loops(const std::function<std::string()> &scene, const FrameContents &before) {
+    int changed = 0;
+    for (const LoopPair &pair : loop_pairs()) {
+        const LoopResult expected = run_loop(pair.plain);
+        changed += expected.frame == before ? 0 : 1;
+        for (const std::int64_t set : instruction_sets()) {
+            use_instruction_set(set);
+            const LoopResult actual = run_loop(pair.fast);
+            EXPECT_TRUE(actual == expected)
+                << scene() << ": " << pair.name << " on " << instruction_set_name(set) << ": "
+                << first_difference(expected, actual, frame_width);
+        }
+        use_instruction_set(0);
+    }
+    return changed;
 }
 
 } // namespace
@@ -182,15 +214,8 @@ TEST(FastFaceLoops, DrawTrianglesOfAnyHeightInBands) {
         Limits::quiet_NaN(), -Limits::infinity(), -1e9F, 9.5F, 20.0F, 20.4F, 31.0F, 1e9F, Limits::infinity()};
     Random random(3);
     open_noisy_frame({64, 40}, random);
-    make_random_object(Shapes::any, 1, random);
     std::fill_n(zbuf.get(), frame_pixels(), std::uint16_t{0});
-    constexpr std::array<std::uint16_t, 5> list{3, 0, 1, 2, 1};
-    polygon_chunk = allocate_array<std::uint16_t>(list.size());
-    std::copy(list.begin(), list.end(), polygon_chunk.get());
-    polygon_chunk_bytes = sizeof list;
-    viewer = ViewerState{};
-    viewer.doubleside = 1;
-    const FrameContents empty = frame_contents();
+    const FrameContents empty = make_one_triangle(random);
     const InBands one_row_each({0, 64});
     int drawn = 0;
     for (const float a : heights) {
@@ -213,6 +238,44 @@ TEST(FastFaceLoops, DrawTrianglesOfAnyHeightInBands) {
         }
     }
     EXPECT_GT(drawn, 200);
+}
+
+TEST(FastFaceLoops, DrawTrianglesOfAnyDepth) {
+    // Up to 255 and beyond, where a depth of 8.8 fits 16 bits no more, and where accumulators wrap.
+    const std::vector<float> depths{-40'000.0F, -300.0F, -1.0F,  0.0F,   0.5F,   1.0F,    128.0F,
+                                    254.9F,     255.0F,  255.9F, 256.0F, 300.0F, 5000.0F, 32'767.0F};
+    Random random(8);
+    open_noisy_frame({64, 40}, random);
+    const FrameContents before = make_one_triangle(random);
+    int drawn = 0;
+    for (const float left : depths) {
+        for (const float right : depths) {
+            lwopoints3[0] = {5.0F, 4.0F, left};
+            lwopoints3[1] = {60.0F, 20.0F, right};
+            lwopoints3[2] = {8.0F, 35.0F, left};
+            drawn += expect_equal_loops([&] { return std::to_string(left) + ", " + std::to_string(right); },
+                                        before);
+        }
+    }
+    EXPECT_GT(drawn, 500);
+}
+
+TEST(FastFaceLoops, DrawSpansOfAnyLength) {
+    // Around the widths of vectors, the buffer of texels, and the largest x.
+    const std::vector<int> lengths{1,  2,  3,  4,  5,  7,    8,    9,    15,   16,     17,
+                                   31, 32, 33, 63, 64, 4095, 4096, 4097, 8193, 32'700, 40'000};
+    Random random(9);
+    int drawn = 0;
+    for (const int length : lengths) {
+        open_noisy_frame({length + 40, 20}, random);
+        const FrameContents before = make_one_triangle(random);
+        const float right = 20.0F + static_cast<float>(length);
+        lwopoints3[0] = {20.0F, 8.001F, 90.0F};
+        lwopoints3[1] = {right, 8.001F, 180.0F};
+        lwopoints3[2] = {20.0F, 11.0F, 100.0F};
+        drawn += expect_equal_loops([&] { return std::to_string(length); }, before);
+    }
+    EXPECT_GT(drawn, 80);
 }
 
 TEST(FastFaceLoops, DrawObjectsInBandsThatTheStoreIsTooSmallFor) {

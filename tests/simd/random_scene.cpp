@@ -171,10 +171,13 @@ int make_random_object(Shapes shapes, int polygons, Random &random) {
     lwonormals2 = allocate_array<Vec3>(records);
     lwonormals3 = allocate_array<Vec3>(records);
     lwofis = allocate_array<float>(count);
+    // Every other object of small shapes is well inside the range of depths, as real objects are.
+    const bool is_inside = shapes == Shapes::small && random.once_in(2);
     Vec3 centre{};
     for (std::size_t i = 0; i < count; ++i) {
         if (i % 8 == 0) {
             centre = random_point(shapes == Shapes::wild ? Shapes::wild : Shapes::any, centre, random);
+            centre.z = is_inside ? random.between(60.0F, 200.0F) : centre.z;
         }
         lwopoints3[i] = random_point(shapes, centre, random);
         for (Vec3 *record : {&lwopoints2[i], &lwonormals2[i], &lwonormals3[i]}) {

@@ -14,9 +14,11 @@
 //     rows (places)      append_spans         lane = row: left x, right x, clip, drop empty rows
 //        |               complete_spans       first pixel's depth, colour and map coordinates
 //        v                                    row_spans-inl.h
-//     SpanList           draw_spans           lane = pixel: depth test, masked store
-//        |                                    span_drawing-inl.h
-//        v
+//     SpanList           draw_spans           how many pixels are drawn together, span_drawing-inl.h
+//        |               put_texel_indices,   mapped modes, texels-inl.h
+//        |                 fetch_texels
+//        |               write_nearer         lane = pixel: depth test, masked store
+//        v                                    pixel_vectors-inl.h
 //     chunkybuf1, zbuf
 //
 // A frame that is larger than the caches takes a detour before its triangles are set up. Its rows are divided
@@ -39,8 +41,8 @@
 //       gradients, start_left, _right                           float is exact in float
 //     Edges::advance, draw_rows            row_spans            n wrapping sums are one wrapping product
 //     draw_span, before its loop           row_spans            same products, to_int has the same rules
-//     draw_span, its loop                  span_drawing         depths compared as 32-bit integers, spans
-//                                                               drawn in list order
+//     draw_span, its loop                  pixel_vectors        depths compared as 32-bit integers, or as 16-
+//                                                               bit ones if all of a list fit; list order
 //     draw_rows                            bands                an edge in any row is one product, so that it
 //                                                               does not matter in which row a band begins
 //

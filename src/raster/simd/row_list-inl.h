@@ -46,7 +46,8 @@ struct SpanDrawer {
 
 /// The places of the rows of a group's short triangles.
 struct RowList {
-    /// Only triangles of at most a vector of rows are listed, and a group has at most a vector of triangles.
+    /// Only triangles of at most `vector_lanes` rows are listed, and a group has at most a vector of
+    /// triangles.
     static constexpr std::size_t capacity = vector_lanes * vector_lanes;
     alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_lanes> place;
 };
@@ -67,7 +68,7 @@ public:
         const ListLanes listed;
         const std::size_t lanes = hn::Lanes(words);
         const auto rows = static_cast<std::size_t>(edges_.rows[group_ + triangle]);
-        if (rows <= lanes) {
+        if (rows <= hn::Lanes(listed)) {
             hn::StoreU(row_places(listed, triangle, 0), listed, &list_.place[count_]);
             count_ += rows;
             return;
@@ -85,12 +86,15 @@ public:
     }
 
 private:
-    using ListLanes = hn::Rebind<std::uint16_t, WordLanes>;
+    /// The places that are listed at once: twice as many as a vector of rows has lanes, if that has less than
+    /// the most. Most triangles of a fine mesh have fewer rows, so that the branch is predicted.
+    using ListLanes = hn::CappedTag<std::uint16_t, vector_lanes>;
 
     HWY_INLINE void empty_list() {
+        using RowLanes = hn::Rebind<std::uint16_t, WordLanes>;
         const WordLanes words;
         for (std::size_t at = 0; at < count_; at += hn::Lanes(words)) {
-            append(hn::PromoteTo(words, hn::Load(ListLanes(), &list_.place[at])), count_ - at);
+            append(hn::PromoteTo(words, hn::Load(RowLanes(), &list_.place[at])), count_ - at);
         }
         count_ = 0;
     }
@@ -105,10 +109,7 @@ private:
         append_spans(edges_, group_, place, count, drawer_.spans);
     }
 
-    HWY_INLINE void complete() {
-        complete_spans<quantities_of(filler), filler == Filler::flat>(batch_, edges_, group_, first_span_,
-                                                                      drawer_.spans);
-    }
+    HWY_INLINE void complete() { complete_spans<filler>(batch_, edges_, group_, first_span_, drawer_.spans); }
 
     const TriangleBatch &batch_;
     const BatchEdges &edges_;

@@ -15,6 +15,7 @@
 #include "raster/simd/compress-inl.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/span_list.h"
+#include "raster/simd/texels-inl.h"
 #include "raster/simd/triangle_batch.h"
 #include "raster/simd/vector_size.h"
 
@@ -117,7 +118,7 @@ HWY_INLINE void append_spans(const BatchEdges &edges, std::size_t group, Words p
 
 /// Computes the first pixel's quantities and the steps of the group's spans, which are those from
 /// `first_span` on. The operations are those of draw_span.
-template <std::size_t Count, bool has_colour>
+template <Filler filler>
 HWY_INLINE void complete_spans(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
                                std::size_t first_span, SpanList &spans) {
     const FloatLanes floats;
@@ -132,7 +133,7 @@ HWY_INLINE void complete_spans(const TriangleBatch &batch, const BatchEdges &edg
         const Words skipped_and_one = hn::Sub(hn::Set(words, 1), as_fixed(outside));
         const Words fraction = hn::And(left_x, hn::Set(words, 0xFFFF));
         const Floats beyond_pixel = hn::ConvertTo(floats, as_signed(fraction));
-        for (std::size_t q = 0; q < Count; ++q) {
+        for (std::size_t q = 0; q < quantities_of(filler); ++q) {
             const Words at_edge = rows.value(edges.upper.left[q], edges.lower.left[q]);
             const Floats per_pixel = rows.of_triangle(edges.gradients.per_pixel[q]);
             const Words pixel_step = rows.of_triangle(edges.gradients.step[q]);
@@ -140,8 +141,11 @@ HWY_INLINE void complete_spans(const TriangleBatch &batch, const BatchEdges &edg
             hn::StoreU(hn::Add(at_pixel, hn::Mul(skipped_and_one, pixel_step)), words, &spans.value[q][at]);
             hn::StoreU(pixel_step, words, &spans.step[q][at]);
         }
-        if (has_colour) {
+        if constexpr (filler == Filler::flat) {
             hn::StoreU(rows.of_triangle(batch.colour), words, &spans.colour[at]);
+        }
+        if constexpr (filler == Filler::mapped) {
+            prepare_map_coordinates(spans, at);
         }
     }
 }
