@@ -28,10 +28,10 @@ bool is_software_renderer() {
     return SDL_GetRendererInfo(renderer, &info) == 0 && (info.flags & SDL_RENDERER_SOFTWARE) != 0;
 }
 
-/// A texture; null if the renderer refuses this size.
+/// A texture; null if the renderer refuses this size. It has no alpha, and neither has a window, so that the
+/// software renderer need not convert its pixels.
 SDL_Texture *make_texture(SDL_TextureAccess access, Extent size, SDL_ScaleMode scale_mode) {
-    SDL_Texture *made =
-        SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, access, size.width, size.height);
+    SDL_Texture *made = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGB888, access, size.width, size.height);
     if (made != nullptr) {
         SDL_SetTextureScaleMode(made, scale_mode);
     }
@@ -76,7 +76,8 @@ SDL_Texture *enlarge(const Placement &placement) {
 }
 
 void draw_picture() {
-    const Placement placement = place_picture(picture, output_extent());
+    const Extent output = output_extent();
+    const Placement placement = place_picture(picture, output);
     const SDL_Rect target{placement.x, placement.y, placement.width, placement.height};
     SDL_Texture *source = placement.whole_factor == 0 ? enlarge(placement) : nullptr;
     if (source == nullptr) {
@@ -84,7 +85,10 @@ void draw_picture() {
                                 placement.whole_factor == 0 ? SDL_ScaleModeLinear : SDL_ScaleModeNearest);
         source = texture;
     }
-    black_out();
+    // A picture that fills the window needs no black around it.
+    if (placement.width < output.width || placement.height < output.height) {
+        black_out();
+    }
     SDL_RenderCopy(renderer, source, nullptr, &target);
 }
 
