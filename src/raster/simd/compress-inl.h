@@ -56,21 +56,41 @@ public:
     /// meaning.
     template <class D, typename T>
     HWY_INLINE void operator()(D lanes, hn::Vec<D> value, T *to) const {
-        const Ints bits = hn::BitCast(IntLanes(), value);
-        hn::StoreU(hn::BitCast(lanes, hn::TableLookupLanes(bits, order_)), lanes, to);
+        hn::StoreU(hn::BitCast(lanes, in_order(hn::BitCast(IntLanes(), value))), lanes, to);
     }
 
 private:
+    static HWY_INLINE std::size_t set_of(hn::Mask<IntLanes> selected) {
+        std::array<std::uint8_t, 8> set{};
+        hn::StoreMaskBits(IntLanes(), selected, set.data());
+        return set[0];
+    }
+
+#if HWY_ARCH_ARM_A64
+    // The instruction looks up bytes.
+    using OrderLanes = hn::Repartition<std::uint8_t, IntLanes>;
+    using Order = hn::Vec<OrderLanes>;
+
+    static HWY_INLINE Order order_of(hn::Mask<IntLanes> selected) {
+        return hn::Load(OrderLanes(), compress_byte_table[set_of(selected)].data());
+    }
+    HWY_INLINE Ints in_order(Ints value) const {
+        return hn::BitCast(IntLanes(), hn::TableLookupBytes(hn::BitCast(OrderLanes(), value), order_));
+    }
+#else
     using Order = decltype(hn::IndicesFromVec(IntLanes(), Ints()));
     static_assert(hn::MaxLanes(IntLanes()) <= compress_lanes);
 
     static HWY_INLINE Order order_of(hn::Mask<IntLanes> selected) {
         const IntLanes ints;
-        std::array<std::uint8_t, 8> set{};
-        hn::StoreMaskBits(ints, selected, set.data());
         const hn::Rebind<std::uint8_t, IntLanes> bytes;
-        return hn::IndicesFromVec(ints, hn::PromoteTo(ints, hn::LoadU(bytes, compress_table[set[0]].data())));
+        const auto lanes = hn::LoadU(bytes, compress_table[set_of(selected)].data());
+        return hn::IndicesFromVec(ints, hn::PromoteTo(ints, lanes));
     }
+    HWY_INLINE Ints in_order(Ints value) const {
+        return hn::TableLookupLanes(value, order_);
+    }
+#endif
 
     Order order_;
 };

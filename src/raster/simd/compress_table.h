@@ -35,4 +35,19 @@ constexpr CompressTable make_compress_table() {
 
 inline constexpr CompressTable compress_table = make_compress_table();
 
+/// The same for a vector of four lanes of 32 bits, as the numbers of their bytes.
+using CompressByteTable = std::array<std::array<std::uint8_t, 16>, 1U << 4U>;
+
+constexpr CompressByteTable make_compress_byte_table() {
+    CompressByteTable table{};
+    for (std::size_t bits = 0; bits < table.size(); ++bits) {
+        for (std::size_t byte = 0; byte < table[bits].size(); ++byte) {
+            table[bits][byte] = static_cast<std::uint8_t>(compress_table[bits][byte / 4] * 4 + byte % 4);
+        }
+    }
+    return table;
+}
+
+alignas(16) inline constexpr CompressByteTable compress_byte_table = make_compress_byte_table();
+
 } // namespace fast

@@ -49,6 +49,16 @@ HWY_INLINE Ints processor_truncation(Floats value) {
 #endif
 }
 
+#else
+
+/// The conversion of `value`, but the smallest integer for NaN. Here a vector conversion gives NaN 0, or a
+/// result that depends on its sign.
+HWY_INLINE Ints unless_nan(Floats value, Ints converted) {
+    const IntLanes ints;
+    const auto is_number = hn::RebindMask(ints, hn::Eq(value, value));
+    return hn::IfThenElse(is_number, converted, hn::Set(ints, std::numeric_limits<std::int32_t>::min()));
+}
+
 #endif
 
 /// Truncates toward zero and saturates; NaN gives the smallest integer. The same results as the scalar
@@ -61,17 +71,19 @@ HWY_INLINE Ints to_int(Floats value) {
     const auto is_too_large = hn::Ge(value, hn::Set(FloatLanes(), 2147483648.0F));
     return hn::IfThenElse(hn::RebindMask(ints, is_too_large), largest, processor_truncation(value));
 #else
-    // Here a vector conversion gives NaN a result that depends on its sign.
-    const auto smallest = hn::Set(ints, std::numeric_limits<std::int32_t>::min());
-    const auto is_nan = hn::RebindMask(ints, hn::IsNaN(value));
-    return hn::IfThenElse(is_nan, smallest, hn::ConvertTo(ints, value));
+    return unless_nan(value, hn::ConvertTo(ints, value));
 #endif
 }
 
 /// `value` in 16.16, as the scalar to_fixed. The product of a float with a power of two is exact, or too
 /// large for an integer in float and in double alike, so that no double is needed here.
 HWY_INLINE Words to_fixed(Floats value) {
+#if HWY_ARCH_ARM_A64
+    // One instruction converts to fixed point.
+    return hn::BitCast(WordLanes(), unless_nan(value, Ints(vcvtq_n_s32_f32(value.raw, 16))));
+#else
     return hn::BitCast(WordLanes(), to_int(hn::Mul(value, hn::Set(FloatLanes(), 65536.0F))));
+#endif
 }
 
 /// An accumulator read as a signed number.
