@@ -22,6 +22,8 @@
 
 #include "pipeline/simd/double_lanes-inl.h"
 #include "raster/simd/conversions-inl.h"
+#include "raster/simd/polygon_walk.h"
+#include "raster/simd/word_pattern-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace fast {
@@ -174,18 +176,17 @@ void fit_object() {
 using RecordLanes = hn::FixedTag<float, 4>;
 using Record = hn::Vec<RecordLanes>;
 
-/// The unnormalised normal of a triangle, by the operations of face_normal.
+/// The unnormalised normal of a triangle, by the products and differences of face_normal. The last step
+/// brings its coordinates, which are computed in the order z, x, y, into the order of a record.
 HWY_INLINE Record record_normal(Record a, Record b, Record c) {
     const RecordLanes lanes;
-    const hn::RebindToSigned<RecordLanes> ints;
     alignas(16) static constexpr std::array<std::int32_t, 4> yzx_lanes{1, 2, 0, 3};
-    alignas(16) static constexpr std::array<std::int32_t, 4> zxy_lanes{2, 0, 1, 3};
-    const auto yzx = hn::IndicesFromVec(lanes, hn::Load(ints, yzx_lanes.data()));
-    const auto zxy = hn::IndicesFromVec(lanes, hn::Load(ints, zxy_lanes.data()));
+    const auto order =
+        hn::IndicesFromVec(lanes, hn::Load(hn::RebindToSigned<RecordLanes>(), yzx_lanes.data()));
+    const auto yzx = [order](Record v) HWY_ATTR { return hn::TableLookupLanes(v, order); };
     const Record u = hn::Sub(a, b);
     const Record w = hn::Sub(c, b);
-    return hn::Sub(hn::Mul(hn::TableLookupLanes(u, zxy), hn::TableLookupLanes(w, yzx)),
-                   hn::Mul(hn::TableLookupLanes(u, yzx), hn::TableLookupLanes(w, zxy)));
+    return yzx(hn::Sub(hn::Mul(yzx(u), w), hn::Mul(u, yzx(w))));
 }
 
 /// Adds a normal to a point's sum, which has three floats: x and y together, then z. A store of four would
@@ -196,26 +197,34 @@ HWY_INLINE void add_to_sum(Record normal, Vec3 &sum) {
     sum.z += hn::GetLane(hn::UpperHalf(two, normal));
 }
 
-/// Adds each polygon's normal to the sums of its points, in list order. Triangles, which most lists consist
-/// of, have a shorter path.
-HWY_INLINE void add_polygon_normals(Vec3 *sums) {
-    const auto record = [](std::size_t point)
-                            HWY_ATTR { return hn::LoadU(RecordLanes(), &lwopoints2[point].x); };
-    const std::span<const std::uint16_t> words = polygon_words();
-    const auto points = static_cast<std::uint32_t>(point_count());
+/// Adds each polygon's normal to the sums of its points, in list order. Runs of triangles, which most lists
+/// consist of, are checked together.
+HWY_INLINE void add_polygon_normals(const Vec3 *points, Vec3 *sums) {
+    constexpr std::size_t run = triangle_words * hn::MaxLanes(FloatLanes());
+    const auto record = [points](std::size_t point)
+                            HWY_ATTR { return hn::LoadU(RecordLanes(), &points[point].x); };
+    const PolygonWalk walk = start_polygon_walk();
+    const std::span<const std::uint16_t> words = walk.words;
+    const auto is_run = [&](std::size_t at) HWY_ATTR {
+        return walk.points > 0 && at + run <= words.size() && follow<run>(&words[at], walk.triangles);
+    };
+    // After other polygons as many words are taken one by one before a run is looked for again.
+    std::size_t singly_until = 0;
     for (std::size_t at = 0; at < words.size();) {
-        if (at + 3 < words.size() && words[at] == 3) {
-            const std::uint32_t a = words[at + 1];
-            const std::uint32_t b = words[at + 2];
-            const std::uint32_t c = words[at + 3];
-            if (std::max({a, b, c}) < points) {
-                const Record normal = record_normal(record(a), record(b), record(c));
-                add_to_sum(normal, sums[a]);
-                add_to_sum(normal, sums[b]);
-                add_to_sum(normal, sums[c]);
+        if (at >= singly_until) {
+            if (is_run(at)) {
+                for (const std::size_t end = at + run; at < end; at += triangle_words) {
+                    const std::size_t a = words[at + 1];
+                    const std::size_t b = words[at + 2];
+                    const std::size_t c = words[at + 3];
+                    const Record normal = record_normal(record(a), record(b), record(c));
+                    add_to_sum(normal, sums[a]);
+                    add_to_sum(normal, sums[b]);
+                    add_to_sum(normal, sums[c]);
+                }
+                continue;
             }
-            at += triangle_words;
-            continue;
+            singly_until = at + run;
         }
         const std::optional<Polygon> polygon = polygon_at(words, at);
         if (!polygon) {
@@ -261,7 +270,7 @@ void build_vertex_normals() {
     }
     const std::span<Vec3> normals(lwonormals2.get(), static_cast<std::size_t>(points_to_process()));
     std::fill(normals.begin(), normals.end(), Vec3{1.0F, 1.0F, 1.0F});
-    add_polygon_normals(normals.data());
+    add_polygon_normals(lwopoints2.get(), normals.data());
     scale_sums(normals);
 }
 

@@ -17,6 +17,7 @@
 #include "raster/simd/load_points-inl.h"
 #include "raster/simd/polygon_walk.h"
 #include "raster/simd/triangle_batch.h"
+#include "raster/simd/word_pattern-inl.h"
 
 #include <array>
 #include <cstddef>
@@ -62,27 +63,6 @@ constexpr std::size_t polygon_corner(Kind kind, std::size_t lane, std::size_t co
 /// The word that names a corner of a lane's triangle: a quad's second one takes the last two corners.
 constexpr std::size_t triangle_corner(Kind kind, std::size_t lane, std::size_t corner) {
     return polygon_corner(kind, lane, corner == 0 ? 0 : corner + lane % lanes_each(kind));
-}
-
-/// Whether each of the first `count` words is in the pattern's range; `count` is at least a vector. A word
-/// exceeds its range by (word - least) - spread, saturated at 0; these numbers are joined by Or and tested
-/// once. The last vector may overlap the one before it.
-template <std::size_t count>
-HWY_INLINE bool follow(const std::uint16_t *words, const WordPattern &pattern) {
-    const hn::Repartition<std::uint16_t, WordLanes> lanes;
-    constexpr std::size_t width = hn::MaxLanes(lanes);
-    static_assert(width <= count && count <= WordPattern::words);
-    auto excess = hn::Zero(lanes);
-    const auto check = [&](std::size_t at) HWY_ATTR {
-        // A word below `least` wraps to a large value and exceeds its spread.
-        const auto above = hn::Sub(hn::LoadU(lanes, words + at), hn::LoadU(lanes, &pattern.least[at]));
-        excess = hn::Or(excess, hn::SaturatedSub(above, hn::LoadU(lanes, &pattern.spread[at])));
-    };
-    for (std::size_t at = 0; at + width <= count; at += width) {
-        check(at);
-    }
-    check(count - width);
-    return hn::AllTrue(lanes, hn::Eq(excess, hn::Zero(lanes)));
 }
 
 /// A number for each lane.
