@@ -27,8 +27,9 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// Draws the spans of the fillers that compute their colours.
-template <Filler filler, class Pixels>
+/// Draws the spans of the fillers that compute their colours. `all_at_once` promises that none has more
+/// pixels than are drawn together.
+template <Filler filler, class Pixels, bool all_at_once>
 HWY_INLINE void draw_computed_spans(const SpanList &spans, const DrawTarget &target) {
     const typename Pixels::Bytes bytes;
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(bytes));
@@ -49,7 +50,7 @@ HWY_INLINE void draw_computed_spans(const SpanList &spans, const DrawTarget &tar
                 Pixels::write_nearer(depth.values(), Pixels::colours(colour.values()), left, pixels, depths);
             }
             left -= lanes;
-            if (left <= 0) {
+            if (all_at_once || left <= 0) {
                 break;
             }
             depth.advance();
@@ -63,7 +64,7 @@ HWY_INLINE void draw_computed_spans(const SpanList &spans, const DrawTarget &tar
 }
 
 /// Draws a span with the colours of its texels.
-template <class Pixels>
+template <class Pixels, bool all_at_once>
 HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std::uint8_t *colours,
                                  std::uint8_t *first_pixel, std::uint16_t *first_depth) {
     const typename Pixels::Bytes bytes;
@@ -76,7 +77,7 @@ HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std
         Pixels::write_nearer(depth.values(), hn::LoadU(bytes, colours + x), length - x, pixels + x,
                              depths + x);
         x += lanes;
-        if (x >= length) {
+        if (all_at_once || x >= length) {
             break;
         }
     }
@@ -104,7 +105,7 @@ HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first,
     std::uint8_t *const first_pixel = target.pixels;
     std::uint16_t *const first_depth = target.depths;
     for (std::size_t i = first; i < last; ++i) {
-        draw_mapped_span<Pixels>(spans, i, colours, first_pixel, first_depth);
+        draw_mapped_span<Pixels, all_at_once>(spans, i, colours, first_pixel, first_depth);
         colours += spans.length[i];
     }
     return last;
@@ -119,7 +120,7 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
         spans.length[i] = piece;
         put_texel_indices<false, WordLanes, 2>(spans, i, texels.index.data());
         fetch_texels(texels, TexelBuffer::capacity);
-        draw_mapped_span<Pixels>(spans, i, texels.colour.data(), target.pixels, target.depths);
+        draw_mapped_span<Pixels, false>(spans, i, texels.colour.data(), target.pixels, target.depths);
         spans.length[i] = rest;
         spans.offset[i] += TexelBuffer::capacity;
         for (std::size_t q = 0; q < 3; ++q) {
@@ -133,7 +134,7 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
 template <Filler filler, class Pixels, bool all_at_once, class D, std::size_t vectors>
 HWY_INLINE void draw_list(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
     if constexpr (filler != Filler::mapped) {
-        draw_computed_spans<filler, Pixels>(spans, target);
+        draw_computed_spans<filler, Pixels, all_at_once>(spans, target);
     } else {
         static_assert(!all_at_once ||
                       SpanList::capacity * vectors * hn::MaxLanes(D()) <= TexelBuffer::capacity);
