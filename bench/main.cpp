@@ -61,7 +61,7 @@ std::vector<const Peer *> opened;
 
 /// How many of the 360 steps of a turn are measured, at equal distances. The largest frames are measured in a
 /// fifth of them.
-int measured_steps = 60;
+int measured_steps = 30;
 
 int steps_of(std::size_t size) {
     return size == largest_size ? std::max(measured_steps / 5, 1) : measured_steps;
