@@ -219,26 +219,27 @@ struct SpanBounds {
     bool has_narrow_depths;
 };
 
-/// A depth grows or shrinks evenly along its span, so that looking at the first pixel and at the one after
-/// the last is enough. Floats do not wrap. Their rounding is far less than the margin of 1 on both sides of
-/// the depths that are taken to fit.
+/// The bounds of a list. A depth grows or shrinks evenly along its span, so that looking at
+/// the first pixel and at the one after the last is enough. Floats do not wrap. Their rounding is far less
+/// than the margin of 1 on both sides of the depths that are taken to fit. Lanes after the last span count as
+/// a span of no pixels in the middle of the range.
 HWY_INLINE SpanBounds bounds_of(const SpanList &spans) {
     const IntLanes ints;
     const FloatLanes floats;
     constexpr float one = 65536.0F;
-    const auto as_floats = [floats](const std::uint32_t *accumulators) HWY_ATTR {
-        return hn::ConvertTo(floats, as_signed(hn::Load(WordLanes(), accumulators)));
-    };
+    const Ints middle = hn::Set(ints, 128 * 65536);
     Ints longest = hn::Zero(ints);
-    Floats least = hn::Set(floats, 128.0F * one);
+    Floats least = hn::ConvertTo(floats, middle);
     Floats largest = least;
     for (std::size_t at = 0; at < spans.count; at += hn::Lanes(ints)) {
         const auto is_span = hn::FirstN(ints, spans.count - at);
+        const auto load = [at](const SpanList::Array<std::uint32_t> &array)
+                              HWY_ATTR { return as_signed(hn::Load(WordLanes(), &array[at])); };
         const Ints length = hn::IfThenElseZero(is_span, hn::Load(ints, &spans.length[at]));
-        const Floats first =
-            hn::IfThenElse(hn::RebindMask(floats, is_span), as_floats(&spans.value[0][at]), largest);
+        const Ints step = hn::IfThenElseZero(is_span, load(spans.step[0]));
+        const Floats first = hn::ConvertTo(floats, hn::IfThenElse(is_span, load(spans.value[0]), middle));
         const Floats end =
-            hn::Add(first, hn::Mul(hn::ConvertTo(floats, length), as_floats(&spans.step[0][at])));
+            hn::Add(first, hn::Mul(hn::ConvertTo(floats, length), hn::ConvertTo(floats, step)));
         longest = hn::Max(longest, length);
         least = hn::Min(least, hn::Min(first, end));
         largest = hn::Max(largest, hn::Max(first, end));
