@@ -85,11 +85,7 @@ HWY_INLINE Ints round_few(Floats thousandths) {
     const FloatLanes floats;
     const Floats half_or_less =
         hn::IfNegativeThenElse(thousandths, hn::Set(floats, 0.5F), hn::Set(floats, 0x1.FFFFFEp-2F));
-#if HWY_ARCH_X86
     return processor_truncation(hn::Add(thousandths, half_or_less));
-#else
-    return hn::ConvertTo(IntLanes(), hn::Add(thousandths, half_or_less));
-#endif
 }
 
 /// Rounds to thousandths.

@@ -51,6 +51,11 @@ HWY_INLINE Ints processor_truncation(Floats value) {
 
 #else
 
+/// The processor's own truncation toward zero. It saturates.
+HWY_INLINE Ints processor_truncation(Floats value) {
+    return hn::ConvertTo(IntLanes(), value);
+}
+
 /// The conversion of `value`, but the smallest integer for NaN. Here a vector conversion gives NaN 0, or a
 /// result that depends on its sign.
 HWY_INLINE Ints unless_nan(Floats value, Ints converted) {
@@ -64,14 +69,14 @@ HWY_INLINE Ints unless_nan(Floats value, Ints converted) {
 /// Truncates toward zero and saturates; NaN gives the smallest integer. The same results as the scalar
 /// to_int.
 HWY_INLINE Ints to_int(Floats value) {
-    const IntLanes ints;
 #if HWY_ARCH_X86
+    const IntLanes ints;
     // Highway's conversion saturates here as well, in twice as many steps.
     const auto largest = hn::Set(ints, std::numeric_limits<std::int32_t>::max());
     const auto is_too_large = hn::Ge(value, hn::Set(FloatLanes(), 2147483648.0F));
     return hn::IfThenElse(hn::RebindMask(ints, is_too_large), largest, processor_truncation(value));
 #else
-    return unless_nan(value, hn::ConvertTo(ints, value));
+    return unless_nan(value, processor_truncation(value));
 #endif
 }
 

@@ -118,6 +118,22 @@ HWY_INLINE hn::Vec<Halves> narrowed(const std::array<Vector, 2> &words) {
 #endif
 }
 
+/// A mask of depths as a mask of bytes.
+template <class Bytes, class Depths>
+HWY_INLINE hn::Mask<Bytes> byte_mask(Depths depth_lanes, hn::Mask<Depths> mask) {
+#if HWY_TARGET <= HWY_AVX3
+    // Here a mask is one bit for each lane, whatever the lanes are.
+    (void)depth_lanes;
+    hn::Mask<Bytes> same_bits;
+    same_bits.raw = static_cast<decltype(same_bits.raw)>(mask.raw);
+    return same_bits;
+#else
+    const hn::RebindToSigned<Bytes> signed_bytes;
+    const auto all_bits = hn::BitCast(hn::RebindToSigned<Depths>(), hn::VecFromMask(depth_lanes, mask));
+    return hn::RebindMask(Bytes(), hn::MaskFromVec(hn::DemoteTo(signed_bytes, all_bits)));
+#endif
+}
+
 /// Stores the selected lanes of a depth and a colour for each pixel, where the old ones were read from.
 /// Highway's BlendedStore goes lane by lane if the processor cannot store single lanes: frames took twice as
 /// long.
@@ -125,20 +141,14 @@ template <class Depths, class Bytes>
 HWY_INLINE void store_drawn(hn::Mask<Depths> is_drawn, hn::Vec<Depths> depth, hn::Vec<Depths> old_depth,
                             hn::Vec<Bytes> colour, std::uint8_t *pixels, std::uint16_t *depths) {
     const Bytes bytes;
+    const auto drawn_bytes = byte_mask<Bytes>(Depths(), is_drawn);
 #if HWY_TARGET <= HWY_AVX3
-    // Here a mask is one bit for each lane, whatever the lanes are.
-    hn::Mask<Bytes> byte_mask;
-    byte_mask.raw = static_cast<decltype(byte_mask.raw)>(is_drawn.raw);
     (void)old_depth;
     hn::BlendedStore(depth, is_drawn, Depths(), depths);
-    hn::BlendedStore(colour, byte_mask, bytes, pixels);
+    hn::BlendedStore(colour, drawn_bytes, bytes, pixels);
 #else
-    const hn::RebindToSigned<Depths> signed_depths;
-    const hn::RebindToSigned<Bytes> signed_bytes;
-    const auto all_bits = hn::BitCast(signed_depths, hn::VecFromMask(Depths(), is_drawn));
-    const auto byte_mask = hn::RebindMask(bytes, hn::MaskFromVec(hn::DemoteTo(signed_bytes, all_bits)));
     hn::StoreU(hn::IfThenElse(is_drawn, depth, old_depth), Depths(), depths);
-    hn::StoreU(hn::IfThenElse(byte_mask, colour, hn::LoadU(bytes, pixels)), bytes, pixels);
+    hn::StoreU(hn::IfThenElse(drawn_bytes, colour, hn::LoadU(bytes, pixels)), bytes, pixels);
 #endif
 }
 
@@ -146,6 +156,8 @@ HWY_INLINE void store_drawn(hn::Mask<Depths> is_drawn, hn::Vec<Depths> depth, hn
 /// Depths come from accumulators in 16.16.
 template <class D, std::size_t vectors>
 struct NarrowPixels {
+    using Words = D;
+    static constexpr std::size_t word_vectors = vectors;
     using Depths =
         std::conditional_t<vectors == 1, hn::Rebind<std::uint16_t, D>, hn::Repartition<std::uint16_t, D>>;
     using Bytes = hn::Rebind<std::uint8_t, Depths>;
@@ -175,12 +187,10 @@ struct NarrowPixels {
 #else
         // The larger depth is what is stored; where it is the old one, the pixel is hidden.
         const Bytes bytes;
-        const hn::RebindToSigned<Bytes> signed_bytes;
         const auto nearest = hn::Max(depth, old_depth);
-        const auto is_hidden = hn::BitCast(ints, hn::VecFromMask(depth_lanes, hn::Eq(nearest, old_depth)));
-        const auto byte_mask = hn::RebindMask(bytes, hn::MaskFromVec(hn::DemoteTo(signed_bytes, is_hidden)));
+        const auto hidden_bytes = byte_mask<Bytes>(depth_lanes, hn::Eq(nearest, old_depth));
         hn::StoreU(nearest, depth_lanes, depths);
-        hn::StoreU(hn::IfThenElse(byte_mask, hn::LoadU(bytes, pixels), colour), bytes, pixels);
+        hn::StoreU(hn::IfThenElse(hidden_bytes, hn::LoadU(bytes, pixels), colour), bytes, pixels);
 #endif
     }
 };
@@ -219,10 +229,10 @@ struct SpanBounds {
     bool has_narrow_depths;
 };
 
-/// The bounds of a list. A depth grows or shrinks evenly along its span, so that looking at
-/// the first pixel and at the one after the last is enough. Floats do not wrap. Their rounding is far less
-/// than the margin of 1 on both sides of the depths that are taken to fit. Lanes after the last span count as
-/// a span of no pixels in the middle of the range.
+/// The bounds of a list. A depth grows or shrinks evenly along its span, so that looking at the first pixel
+/// and at the one after the last is enough. Floats do not wrap. Their rounding is far less than the margin of
+/// 1 on both sides of the depths that are taken to fit. Lanes after the last span count as a span of no
+/// pixels in the middle of the range.
 HWY_INLINE SpanBounds bounds_of(const SpanList &spans) {
     const IntLanes ints;
     const FloatLanes floats;

@@ -87,7 +87,7 @@ HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std
 /// first one left. The indices are computed first, then the texels are fetched in one scalar loop, and the
 /// spans are drawn last. Fetching while a span is drawn was slower, and so were gathers (docs/speed.md,
 /// "Tried without gain").
-template <class Pixels, bool all_at_once, class D, std::size_t vectors>
+template <class Pixels, bool all_at_once>
 HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first, TexelBuffer &texels,
                                        const DrawTarget &target) {
     std::size_t count = 0;
@@ -97,7 +97,12 @@ HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first,
         if (!all_at_once && count + length > TexelBuffer::capacity) {
             break;
         }
-        put_texel_indices<all_at_once, D, vectors>(spans, last, &texels.index[count]);
+        if constexpr (all_at_once) {
+            put_texel_indices<true, typename Pixels::Words, Pixels::word_vectors>(spans, last,
+                                                                                  &texels.index[count]);
+        } else {
+            put_texel_indices<false, WordLanes, 2>(spans, last, &texels.index[count]);
+        }
         count += length;
     }
     fetch_texels(texels, count);
@@ -129,21 +134,20 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
     }
 }
 
-/// Draws all spans, and computes their texel indices in `vectors` vectors of words at a time. `all_at_once`
-/// promises that no span is longer than these.
-template <Filler filler, class Pixels, bool all_at_once, class D, std::size_t vectors>
+/// Draws all spans. `all_at_once` promises that none has more pixels than are drawn together.
+template <Filler filler, class Pixels, bool all_at_once>
 HWY_INLINE void draw_list(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
     if constexpr (filler != Filler::mapped) {
         draw_computed_spans<filler, Pixels, all_at_once>(spans, target);
     } else {
         static_assert(!all_at_once ||
-                      SpanList::capacity * vectors * hn::MaxLanes(D()) <= TexelBuffer::capacity);
+                      SpanList::capacity * hn::MaxLanes(typename Pixels::Bytes()) <= TexelBuffer::capacity);
         for (std::size_t first = 0; first < spans.count;) {
             // After this the first span fits the buffer, so that each run draws at least one.
             if (!all_at_once) {
                 shorten_span<Pixels>(spans, first, texels, target);
             }
-            first = draw_mapped_run<Pixels, all_at_once, D, vectors>(spans, first, texels, target);
+            first = draw_mapped_run<Pixels, all_at_once>(spans, first, texels, target);
         }
     }
 }
@@ -162,13 +166,13 @@ HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels, const DrawTarge
     constexpr std::int32_t many = lanes * static_cast<std::int32_t>(vectors);
     const SpanBounds bounds = bounds_of(spans);
     if (!bounds.has_narrow_depths) {
-        draw_list<filler, WidePixels, false, WordLanes, 2>(spans, texels, target);
+        draw_list<filler, WidePixels, false>(spans, texels, target);
     } else if (bounds.longest <= few) {
-        draw_list<filler, NarrowPixels<ShortLanes, 1>, true, ShortLanes, 1>(spans, texels, target);
+        draw_list<filler, NarrowPixels<ShortLanes, 1>, true>(spans, texels, target);
     } else if (bounds.longest <= many) {
-        draw_list<filler, NarrowPixels<WordLanes, vectors>, true, WordLanes, vectors>(spans, texels, target);
+        draw_list<filler, NarrowPixels<WordLanes, vectors>, true>(spans, texels, target);
     } else {
-        draw_list<filler, NarrowPixels<WordLanes, vectors>, false, WordLanes, 2>(spans, texels, target);
+        draw_list<filler, NarrowPixels<WordLanes, vectors>, false>(spans, texels, target);
     }
     spans.count = 0;
 }
