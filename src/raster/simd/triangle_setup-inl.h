@@ -252,8 +252,7 @@ HWY_INLINE DrawnRows lower_rows(Ints middle_row, Ints bottom_row, hn::Mask<IntLa
 HWY_INLINE void store_rows(Ints first_row, Ints upper, Ints lower, std::size_t triangles, BatchEdges &edges,
                            std::size_t at) {
     const IntLanes ints;
-    const auto is_triangle = hn::Lt(hn::Iota(ints, static_cast<std::int32_t>(at)),
-                                    hn::Set(ints, static_cast<std::int32_t>(triangles)));
+    const auto is_triangle = hn::FirstN(ints, triangles - at);
     hn::Store(first_row, ints, &edges.first_row[at]);
     hn::Store(hn::IfThenElseZero(is_triangle, upper), ints, &edges.upper_rows[at]);
     hn::Store(hn::IfThenElseZero(is_triangle, hn::Add(upper, lower)), ints, &edges.rows[at]);
