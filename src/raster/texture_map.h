@@ -8,6 +8,7 @@
 
 /// Bytes in the texture: 256 rows of 256 brightness levels.
 constexpr int envmap_bytes = 65536;
+constexpr int map_row_bytes = 256;
 
 /// The texture's rows, top row first. Allocated at start-up, filled from the texture file.
 extern HeapArray<std::uint8_t> envmap;

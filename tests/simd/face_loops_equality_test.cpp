@@ -278,6 +278,50 @@ TEST(FastFaceLoops, DrawSpansOfAnyLength) {
     EXPECT_GT(drawn, 80);
 }
 
+TEST(FastFaceLoops, DrawSpansOfAnySizeOnTheMap) {
+    // Around the sizes of windows of the map, from 2 rows of 8 texels to 4 rows of 16. They begin anywhere,
+    // at the map's edges as well, where a window would reach past its end.
+    const std::vector<float> widths{0.0F, 0.9F, 6.5F, 7.0F, 7.5F, 8.5F, 14.5F, 15.0F, 15.5F, 17.0F};
+    const std::vector<float> heights{0.0F, 0.5F, 1.0F, 1.5F, 2.5F, 3.0F, 3.5F, 5.0F};
+    const std::vector<float> edges{-128.0F, -125.0F, 110.0F, 126.0F, 127.9F};
+    const auto corner = [&edges](Random &random) {
+        return random.once_in(3) ? edges[static_cast<std::size_t>(random.below(5))]
+                                 : random.between(-128.0F, 128.0F);
+    };
+    Random random(10);
+    open_noisy_frame({64, 40}, random);
+    const FrameContents before = make_one_triangle(random);
+    int drawn = 0;
+    for (const int length : {1, 3, 8, 11, 16, 17, 33}) {
+        const auto pixels = static_cast<float>(length);
+        lwopoints3[0] = {20.0F, 8.001F, 90.0F};
+        lwopoints3[1] = {20.0F + pixels, 8.001F, 180.0F};
+        lwopoints3[2] = {20.0F, 11.0F, 100.0F};
+        for (const float width : widths) {
+            for (const float height : heights) {
+                const Vec3 first{corner(random), corner(random), 0.0F};
+                // The whole width is that of the top row, from its first pixel to its last one.
+                const float steps = pixels / std::max(pixels - 1.0F, 1.0F);
+                const Vec3 last{first.x + (random.once_in(2) ? width : -width) * steps,
+                                first.y + (random.once_in(2) ? height : -height) * steps, 0.0F};
+                for (Vec3 *records : {lwonormals3.get(), lwopoints2.get()}) {
+                    records[0] = first;
+                    records[1] = last;
+                    records[2] = first;
+                }
+                drawn += expect_equal_loops(
+                    [&] {
+                        return std::to_string(length) + ", " + std::to_string(width) + ", " +
+                               std::to_string(height) + " from " + std::to_string(first.x) + ", " +
+                               std::to_string(first.y);
+                    },
+                    before);
+            }
+        }
+    }
+    EXPECT_GT(drawn, 2000);
+}
+
 TEST(FastFaceLoops, DrawObjectsInBandsThatTheStoreIsTooSmallFor) {
     constexpr FrameSize size{640, 480};
     constexpr int polygons = 130'000;

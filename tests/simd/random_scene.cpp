@@ -171,8 +171,12 @@ int make_random_object(Shapes shapes, int polygons, Random &random) {
     lwonormals2 = allocate_array<Vec3>(records);
     lwonormals3 = allocate_array<Vec3>(records);
     lwofis = allocate_array<float>(count);
-    // Every other object of small shapes is well inside the range of depths, as real objects are.
+    // Every other object of small shapes is well inside the range of depths, and most of those have a small
+    // part of the map, as neighbouring points of real objects do.
     const bool is_inside = shapes == Shapes::small && random.once_in(2);
+    const bool is_in_part = is_inside && !random.once_in(4);
+    const Vec3 part{random.between(-128.0F, 128.0F), random.between(-128.0F, 128.0F), 0.0F};
+    const float reach = random.between(0.1F, 8.0F);
     Vec3 centre{};
     for (std::size_t i = 0; i < count; ++i) {
         if (i % 8 == 0) {
@@ -183,6 +187,10 @@ int make_random_object(Shapes shapes, int polygons, Random &random) {
         for (Vec3 *record : {&lwopoints2[i], &lwonormals2[i], &lwonormals3[i]}) {
             *record = {random_record(shapes, random), random_record(shapes, random),
                        random_record(shapes, random)};
+            if (is_in_part) {
+                record->x = part.x + random.between(-reach, reach);
+                record->y = part.y + random.between(-reach, reach) / 4.0F;
+            }
         }
         lwofis[i] = random.once_in(3) ? random.between(25.0F, 255.0F) : -1.0F;
     }

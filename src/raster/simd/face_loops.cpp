@@ -15,8 +15,8 @@
 //        |               complete_spans       first pixel's depth, colour and map coordinates
 //        v                                    row_spans-inl.h
 //     SpanList           draw_spans           how many pixels are drawn together, span_drawing-inl.h
-//        |               put_texel_indices,   mapped modes, texels-inl.h
-//        |                 fetch_texels
+//        |               WindowColours,       mapped modes: texels from windows of the map, or one by one
+//        |                 fetch_texels       texel_windows-inl.h, texels-inl.h
 //        |               write_nearer         lane = pixel: depth test, masked store
 //        v                                    pixel_vectors-inl.h
 //     chunkybuf1, zbuf

@@ -11,7 +11,6 @@
 #include "hwy/highway.h"
 
 #include "raster/simd/conversions-inl.h"
-#include "raster/simd/span_list.h"
 #include "raster/simd/vector_size.h"
 
 #include <array>
@@ -26,56 +25,26 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// Whether two vectors of words are narrowed to 16-bit lanes in blocks of four: block 0 of the first vector,
-/// block 0 of the second, block 1 of the first and so on. That is one instruction there.
-constexpr bool narrows_by_block = HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_SSE4;
-
-/// Which pixels are in the lanes of the vectors of words that are drawn together. Narrowing them leaves the
-/// pixels in order. With 2 vectors of 8 words each:
+/// The accumulators of a quantity along a span, one for each pixel that is drawn together. They are in
+/// vectors of words. If there are two, one has the even pixels and the other has the odd ones:
 ///
-///     first vector     0  1  2  3    8  9 10 11
-///     second vector    4  5  6  7   12 13 14 15
-template <class D, std::size_t vectors>
-struct PixelOrder {
-    static constexpr std::size_t lanes = hn::MaxLanes(D());
-    /// From a pixel of the first vector to the one in the same lane of the second.
-    static constexpr std::size_t step = narrows_by_block && vectors > 1 ? 4 : lanes;
-
-    /// The pixels in the first vector.
-    static HWY_INLINE hn::Vec<D> first() {
-        if constexpr (step == lanes) {
-            return hn::Iota(D(), 0);
-        } else {
-            alignas(vector_bytes) static constexpr auto pixels = [] {
-                std::array<std::uint32_t, lanes> of_lane{};
-                for (std::size_t lane = 0; lane < lanes; ++lane) {
-                    of_lane[lane] = static_cast<std::uint32_t>(lane / step * step * vectors + lane % step);
-                }
-                return of_lane;
-            }();
-            return hn::Load(D(), pixels.data());
-        }
-    }
-};
-
-/// The accumulators of a quantity along a span, one for each pixel that is drawn together.
+///     first vector     0  2  4  6  8 10 12 14
+///     second vector    1  3  5  7  9 11 13 15
 template <class D, std::size_t vectors>
 class PixelValues {
 public:
     using Values = std::array<hn::Vec<D>, vectors>;
 
-    /// Those of the span's first pixels. `quantity` is its number in the list.
-    HWY_INLINE PixelValues(const SpanList &spans, std::size_t quantity, std::size_t span) {
-        using Order = PixelOrder<D, vectors>;
-        const auto one = hn::Set(D(), spans.step[quantity][span]);
-        const auto pixels = [one](std::size_t count) HWY_ATTR {
-            return hn::Mul(one, hn::Set(D(), static_cast<std::uint32_t>(count)));
-        };
-        values_[0] = hn::Add(hn::Set(D(), spans.value[quantity][span]), hn::Mul(Order::first(), one));
+    /// Those of the span's first pixels. The first one has the value `first`, and each pixel adds `step`.
+    HWY_INLINE PixelValues(std::uint32_t first, std::uint32_t step) {
+        const D words;
+        const auto one = hn::Set(words, step);
+        const auto first_pixels = hn::Mul(hn::Iota(words, 0), hn::Set(words, vectors));
+        values_[0] = hn::Add(hn::Set(words, first), hn::Mul(first_pixels, one));
         for (std::size_t i = 1; i < vectors; ++i) {
-            values_[i] = hn::Add(values_[i - 1], pixels(Order::step));
+            values_[i] = hn::Add(values_[i - 1], one);
         }
-        stride_ = pixels(vectors * Order::lanes);
+        stride_ = hn::Mul(one, hn::Set(words, vectors * hn::MaxLanes(words)));
     }
 
     const Values &values() const { return values_; }
@@ -93,29 +62,19 @@ private:
     hn::Vec<D> stride_;
 };
 
-/// Vectors of words, each shifted to the right without sign.
-template <int bits, class Vector, std::size_t vectors>
-HWY_INLINE std::array<Vector, vectors> shifted_right(std::array<Vector, vectors> words) {
-    for (auto &vector : words) {
-        vector = hn::ShiftRight<bits>(vector);
+/// 16 bits of each word, from bit `first` on, in the order of the pixels. With two vectors, the even pixels'
+/// bits are moved to the low halves of the words, the odd ones' to the high halves.
+template <class Halves, int first, class Vector>
+HWY_INLINE hn::Vec<Halves> halves_from(const std::array<Vector, 1> &words) {
+    return hn::TruncateTo(Halves(), hn::ShiftRight<first>(words[0]));
+}
+template <class Halves, int first, class Vector>
+HWY_INLINE hn::Vec<Halves> halves_from(const std::array<Vector, 2> &words) {
+    Vector odd = words[1];
+    if constexpr (first < 16) {
+        odd = hn::ShiftLeft<16 - first>(odd);
     }
-    return words;
-}
-
-/// Words below 65536 as a vector of 16-bit lanes, in the order of the pixels.
-template <class Halves, class Vector>
-HWY_INLINE hn::Vec<Halves> narrowed(const std::array<Vector, 1> &words) {
-    return hn::TruncateTo(Halves(), words[0]);
-}
-template <class Halves, class Vector>
-HWY_INLINE hn::Vec<Halves> narrowed(const std::array<Vector, 2> &words) {
-#if HWY_TARGET == HWY_AVX2
-    return hn::Vec<Halves>{_mm256_packus_epi32(words[0].raw, words[1].raw)};
-#elif HWY_TARGET == HWY_SSE4
-    return hn::Vec<Halves>{_mm_packus_epi32(words[0].raw, words[1].raw)};
-#else
-    return hn::ConcatEven(Halves(), hn::BitCast(Halves(), words[1]), hn::BitCast(Halves(), words[0]));
-#endif
+    return hn::OddEven(hn::BitCast(Halves(), odd), hn::BitCast(Halves(), hn::ShiftRight<first>(words[0])));
 }
 
 /// A mask of depths as a mask of bytes.
@@ -166,7 +125,7 @@ struct NarrowPixels {
 
     /// The low bytes of the integer parts.
     static HWY_INLINE hn::Vec<Bytes> colours(const Values &accumulators) {
-        return hn::TruncateTo(Bytes(), narrowed<Depths>(shifted_right<16>(accumulators)));
+        return hn::TruncateTo(Bytes(), halves_from<Depths, 16>(accumulators));
     }
 
     /// Writes those of the first `count` pixels that are nearer than what the frame holds. The others keep
@@ -179,8 +138,7 @@ struct NarrowPixels {
         const auto is_in_span = hn::RebindMask(
             depth_lanes, hn::Lt(hn::Iota(ints, 0), hn::Set(ints, static_cast<std::int16_t>(count))));
         // Nothing is farther than 0, so that pixels after the span's end are never drawn.
-        const auto depth =
-            hn::IfThenElseZero(is_in_span, narrowed<Depths>(shifted_right<8>(accumulated_depths)));
+        const auto depth = hn::IfThenElseZero(is_in_span, halves_from<Depths, 8>(accumulated_depths));
         const auto old_depth = hn::LoadU(depth_lanes, depths);
 #if HWY_TARGET <= HWY_AVX3
         store_drawn<Depths, Bytes>(hn::Gt(depth, old_depth), depth, old_depth, colour, pixels, depths);
@@ -220,44 +178,6 @@ struct WidePixels {
                                    depths);
     }
 };
-
-/// What decides how the spans of a list are drawn.
-struct SpanBounds {
-    /// The length of the longest span.
-    std::int32_t longest;
-    /// Whether the depths of all pixels fit 16 bits.
-    bool has_narrow_depths;
-};
-
-/// The bounds of a list. A depth grows or shrinks evenly along its span, so that looking at the first pixel
-/// and at the one after the last is enough. Floats do not wrap. Their rounding is far less than the margin of
-/// 1 on both sides of the depths that are taken to fit. Lanes after the last span count as a span of no
-/// pixels in the middle of the range.
-HWY_INLINE SpanBounds bounds_of(const SpanList &spans) {
-    const IntLanes ints;
-    const FloatLanes floats;
-    constexpr float one = 65536.0F;
-    const Ints middle = hn::Set(ints, 128 * 65536);
-    Ints longest = hn::Zero(ints);
-    Floats least = hn::ConvertTo(floats, middle);
-    Floats largest = least;
-    for (std::size_t at = 0; at < spans.count; at += hn::Lanes(ints)) {
-        const auto is_span = hn::FirstN(ints, spans.count - at);
-        const auto load = [at](const SpanList::Array<std::uint32_t> &array)
-                              HWY_ATTR { return as_signed(hn::Load(WordLanes(), &array[at])); };
-        const Ints length = hn::IfThenElseZero(is_span, hn::Load(ints, &spans.length[at]));
-        const Ints step = hn::IfThenElseZero(is_span, load(spans.step[0]));
-        const Floats first = hn::ConvertTo(floats, hn::IfThenElse(is_span, load(spans.value[0]), middle));
-        const Floats end =
-            hn::Add(first, hn::Mul(hn::ConvertTo(floats, length), hn::ConvertTo(floats, step)));
-        longest = hn::Max(longest, length);
-        least = hn::Min(least, hn::Min(first, end));
-        largest = hn::Max(largest, hn::Max(first, end));
-    }
-    const auto fits =
-        hn::And(hn::Ge(least, hn::Set(floats, one)), hn::Le(largest, hn::Set(floats, 255.0F * one)));
-    return {hn::GetLane(hn::MaxOfLanes(ints, longest)), hn::AllTrue(floats, fits)};
-}
 
 } // namespace HWY_NAMESPACE
 } // namespace fast

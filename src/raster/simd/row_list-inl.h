@@ -31,12 +31,12 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// The spans that wait to be drawn, where they are drawn, and the buffer that drawing them needs.
+/// The spans that wait to be drawn, where they are drawn, and the buffers that drawing them needs.
 template <Filler filler>
 struct SpanDrawer {
     SpanList spans;
     DrawTarget target;
-    TexelBuffer texels;
+    TexelBuffers texels;
 
     HWY_INLINE void draw() { draw_spans<filler>(spans, texels, target); }
 

@@ -15,7 +15,6 @@
 #include "raster/simd/compress-inl.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/span_list.h"
-#include "raster/simd/texels-inl.h"
 #include "raster/simd/triangle_batch.h"
 #include "raster/simd/vector_size.h"
 
@@ -143,9 +142,6 @@ HWY_INLINE void complete_spans(const TriangleBatch &batch, const BatchEdges &edg
         }
         if constexpr (filler == Filler::flat) {
             hn::StoreU(rows.of_triangle(batch.colour), words, &spans.colour[at]);
-        }
-        if constexpr (filler == Filler::mapped) {
-            prepare_map_coordinates(spans, at);
         }
     }
 }

@@ -13,7 +13,10 @@
 #include "raster/simd/bands.h"
 #include "raster/simd/conversions-inl.h"
 #include "raster/simd/pixel_vectors-inl.h"
+#include "raster/simd/span_bounds-inl.h"
+#include "raster/simd/span_colours-inl.h"
 #include "raster/simd/span_list.h"
+#include "raster/simd/texel_windows-inl.h"
 #include "raster/simd/texels-inl.h"
 #include "raster/simd/triangle_batch.h"
 
@@ -27,58 +30,36 @@ HWY_BEFORE_NAMESPACE();
 namespace fast {
 namespace HWY_NAMESPACE {
 
-/// Draws the spans of the fillers that compute their colours. `all_at_once` promises that none has more
-/// pixels than are drawn together.
-template <Filler filler, class Pixels, bool all_at_once>
-HWY_INLINE void draw_computed_spans(const SpanList &spans, const DrawTarget &target) {
-    const typename Pixels::Bytes bytes;
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(bytes));
+/// How many pixels are drawn together, and whether no span has more.
+template <class PixelVectors, bool all>
+struct Width {
+    using Pixels = PixelVectors;
+    static constexpr bool all_at_once = all;
+};
+
+/// Draws the spans from `first` on, up to `last`. `colours_of` returns the colours along a span.
+template <class Pixels, bool all_at_once, class ColoursOf>
+HWY_INLINE void draw_each(const SpanList &spans, std::size_t first, std::size_t last,
+                          const DrawTarget &target, ColoursOf colours_of) {
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(typename Pixels::Bytes()));
     // Copies, because the compiler cannot know that pixels are not written over the originals.
     std::uint8_t *const first_pixel = target.pixels;
     std::uint16_t *const first_depth = target.depths;
-    const std::size_t count = spans.count;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = first; i < last; ++i) {
         std::uint8_t *pixels = first_pixel + spans.offset[i];
         std::uint16_t *depths = first_depth + spans.offset[i];
-        typename Pixels::Quantity depth(spans, 0, i);
-        typename Pixels::Quantity colour(spans, quantities_of(filler) - 1, i);
+        typename Pixels::Quantity depth(spans.value[0][i], spans.step[0][i]);
+        auto colours = colours_of(i);
         for (std::int32_t left = spans.length[i];;) {
-            if constexpr (filler == Filler::flat) {
-                const auto flat = hn::Set(bytes, static_cast<std::uint8_t>(spans.colour[i]));
-                Pixels::write_nearer(depth.values(), flat, left, pixels, depths);
-            } else {
-                Pixels::write_nearer(depth.values(), Pixels::colours(colour.values()), left, pixels, depths);
-            }
+            Pixels::write_nearer(depth.values(), colours.values(), left, pixels, depths);
             left -= lanes;
             if (all_at_once || left <= 0) {
                 break;
             }
             depth.advance();
-            if constexpr (filler != Filler::flat) {
-                colour.advance();
-            }
+            colours.advance();
             pixels += lanes;
             depths += lanes;
-        }
-    }
-}
-
-/// Draws a span with the colours of its texels.
-template <class Pixels, bool all_at_once>
-HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std::uint8_t *colours,
-                                 std::uint8_t *first_pixel, std::uint16_t *first_depth) {
-    const typename Pixels::Bytes bytes;
-    const auto lanes = static_cast<std::int32_t>(hn::Lanes(bytes));
-    std::uint8_t *pixels = first_pixel + spans.offset[i];
-    std::uint16_t *depths = first_depth + spans.offset[i];
-    typename Pixels::Quantity depth(spans, 0, i);
-    const std::int32_t length = spans.length[i];
-    for (std::int32_t x = 0;; depth.advance()) {
-        Pixels::write_nearer(depth.values(), hn::LoadU(bytes, colours + x), length - x, pixels + x,
-                             depths + x);
-        x += lanes;
-        if (all_at_once || x >= length) {
-            break;
         }
     }
 }
@@ -88,8 +69,8 @@ HWY_INLINE void draw_mapped_span(const SpanList &spans, std::size_t i, const std
 /// spans are drawn last. Fetching while a span is drawn was slower, and so were gathers (docs/speed.md,
 /// "Tried without gain").
 template <class Pixels, bool all_at_once>
-HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first, TexelBuffer &texels,
-                                       const DrawTarget &target) {
+HWY_INLINE std::size_t draw_fetched_run(const SpanList &spans, std::size_t first, TexelBuffer &texels,
+                                        const DrawTarget &target) {
     std::size_t count = 0;
     std::size_t last = first;
     for (; last < spans.count; ++last) {
@@ -106,13 +87,12 @@ HWY_INLINE std::size_t draw_mapped_run(const SpanList &spans, std::size_t first,
         count += length;
     }
     fetch_texels(texels, count);
-    const std::uint8_t *colours = texels.colour.data();
-    std::uint8_t *const first_pixel = target.pixels;
-    std::uint16_t *const first_depth = target.depths;
-    for (std::size_t i = first; i < last; ++i) {
-        draw_mapped_span<Pixels, all_at_once>(spans, i, colours, first_pixel, first_depth);
-        colours += spans.length[i];
-    }
+    const std::uint8_t *next = texels.colour.data();
+    draw_each<Pixels, all_at_once>(spans, first, last, target, [&spans, &next](std::size_t i) HWY_ATTR {
+        const StoredColours<Pixels> colours(next);
+        next += spans.length[i];
+        return colours;
+    });
     return last;
 }
 
@@ -123,9 +103,8 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
     while (spans.length[i] > piece) {
         const std::int32_t rest = spans.length[i] - piece;
         spans.length[i] = piece;
-        put_texel_indices<false, WordLanes, 2>(spans, i, texels.index.data());
-        fetch_texels(texels, TexelBuffer::capacity);
-        draw_mapped_span<Pixels, false>(spans, i, texels.colour.data(), target.pixels, target.depths);
+        // The piece fills the buffer, so that no other span is drawn with it.
+        draw_fetched_run<Pixels, false>(spans, i, texels, target);
         spans.length[i] = rest;
         spans.offset[i] += TexelBuffer::capacity;
         for (std::size_t q = 0; q < 3; ++q) {
@@ -134,45 +113,95 @@ HWY_INLINE void shorten_span(SpanList &spans, std::size_t i, TexelBuffer &texels
     }
 }
 
-/// Draws all spans. `all_at_once` promises that none has more pixels than are drawn together.
-template <Filler filler, class Pixels, bool all_at_once>
-HWY_INLINE void draw_list(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
-    if constexpr (filler != Filler::mapped) {
-        draw_computed_spans<filler, Pixels, all_at_once>(spans, target);
-    } else {
-        static_assert(!all_at_once ||
-                      SpanList::capacity * hn::MaxLanes(typename Pixels::Bytes()) <= TexelBuffer::capacity);
-        for (std::size_t first = 0; first < spans.count;) {
-            // After this the first span fits the buffer, so that each run draws at least one.
-            if (!all_at_once) {
-                shorten_span<Pixels>(spans, first, texels, target);
-            }
-            first = draw_mapped_run<Pixels, all_at_once>(spans, first, texels, target);
+/// Draws all spans with texels that are fetched one by one.
+template <class Pixels, bool all_at_once>
+HWY_INLINE void draw_fetched(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
+    static_assert(!all_at_once ||
+                  SpanList::capacity * hn::MaxLanes(typename Pixels::Bytes()) <= TexelBuffer::capacity);
+    prepare_map_coordinates(spans);
+    for (std::size_t first = 0; first < spans.count;) {
+        // After this the first span fits the buffer, so that each run draws at least one.
+        if (!all_at_once) {
+            shorten_span<Pixels>(spans, first, texels, target);
         }
+        first = draw_fetched_run<Pixels, all_at_once>(spans, first, texels, target);
     }
 }
 
-/// Draws all spans and empties the list. How many pixels are drawn together is chosen once for the whole
+/// The memory that drawing spans of the mapped filler needs.
+struct TexelBuffers {
+    TexelBuffer fetched;
+    WindowList windows;
+};
+
+/// Draws all spans whose depths are narrow. How many pixels are drawn together is chosen once for the whole
 /// list: the lengths of single spans are as good as random, and a mispredicted branch costs more than half a
 /// vector saves. 8 pixels are enough for most spans of a fine mesh, and some processors split the widest
 /// vectors in two; but 8 for all lists took 6 to 21 percent longer (docs/speed.md, "Tried without gain").
 /// Longer spans are drawn 16 pixels at a time, or 8 where a vector has only four words.
-template <Filler filler>
-HWY_INLINE void draw_spans(SpanList &spans, TexelBuffer &texels, const DrawTarget &target) {
+template <class Draw>
+HWY_INLINE void draw_by_length(std::int32_t longest, Draw draw) {
     using ShortLanes = hn::CappedTag<std::uint32_t, 8>;
     constexpr auto few = static_cast<std::int32_t>(hn::MaxLanes(ShortLanes()));
     constexpr auto lanes = static_cast<std::int32_t>(hn::MaxLanes(WordLanes()));
     constexpr std::size_t vectors = lanes < 16 ? 2 : 1;
     constexpr std::int32_t many = lanes * static_cast<std::int32_t>(vectors);
-    const SpanBounds bounds = bounds_of(spans);
+    if (longest <= few) {
+        draw(Width<NarrowPixels<ShortLanes, 1>, true>());
+    } else if (longest <= many) {
+        draw(Width<NarrowPixels<WordLanes, vectors>, true>());
+    } else {
+        draw(Width<NarrowPixels<WordLanes, vectors>, false>());
+    }
+}
+
+/// Draws all spans, whose depths are narrow, through windows of the map if these hold their texels. Returns
+/// whether it did.
+template <class Window>
+HWY_INLINE bool draw_through(const SpanList &spans, const SpanBounds &bounds, WindowList &windows,
+                             const DrawTarget &target) {
+    if (!fits_windows<Window>(bounds) || !list_windows<Window>(spans, windows)) {
+        return false;
+    }
+    const std::uint8_t *const map = envmap.get();
+    draw_by_length(bounds.longest, [&](auto width) HWY_ATTR {
+        using Pixels = typename decltype(width)::Pixels;
+        draw_each<Pixels, width.all_at_once>(spans, 0, spans.count, target,
+                                             [&spans, &windows, map](std::size_t i) HWY_ATTR {
+                                                 return WindowColours<Window, Pixels>(spans, windows, i, map);
+                                             });
+    });
+    return true;
+}
+
+/// Draws all spans with pixels of this width.
+template <Filler filler, class Pixels, bool all_at_once>
+HWY_INLINE void draw_list(SpanList &spans, TexelBuffers &texels, const DrawTarget &target) {
+    if constexpr (filler == Filler::flat) {
+        draw_each<Pixels, all_at_once>(spans, 0, spans.count, target, [&spans](std::size_t i) HWY_ATTR {
+            return FlatColours<Pixels>(spans, i);
+        });
+    } else if constexpr (filler == Filler::mapped) {
+        draw_fetched<Pixels, all_at_once>(spans, texels.fetched, target);
+    } else {
+        draw_each<Pixels, all_at_once>(spans, 0, spans.count, target, [&spans](std::size_t i) HWY_ATTR {
+            return QuantityColours<Pixels>(spans, quantities_of(filler) - 1, i);
+        });
+    }
+}
+
+/// Draws all spans and empties the list.
+template <Filler filler>
+HWY_INLINE void draw_spans(SpanList &spans, TexelBuffers &texels, const DrawTarget &target) {
+    const SpanBounds bounds = bounds_of<filler>(spans);
     if (!bounds.has_narrow_depths) {
         draw_list<filler, WidePixels, false>(spans, texels, target);
-    } else if (bounds.longest <= few) {
-        draw_list<filler, NarrowPixels<ShortLanes, 1>, true>(spans, texels, target);
-    } else if (bounds.longest <= many) {
-        draw_list<filler, NarrowPixels<WordLanes, vectors>, true>(spans, texels, target);
-    } else {
-        draw_list<filler, NarrowPixels<WordLanes, vectors>, false>(spans, texels, target);
+    } else if (filler != Filler::mapped ||
+               !(draw_through<SmallWindow>(spans, bounds, texels.windows, target) ||
+                 draw_through<LargeWindow>(spans, bounds, texels.windows, target))) {
+        draw_by_length(bounds.longest, [&](auto width) HWY_ATTR {
+            draw_list<filler, typename decltype(width)::Pixels, width.all_at_once>(spans, texels, target);
+        });
     }
     spans.count = 0;
 }

@@ -10,6 +10,10 @@
 
 namespace fast {
 
+/// Which of a span's quantities are the column and the row in the map. The first quantity is the depth.
+constexpr std::size_t map_column = 1;
+constexpr std::size_t map_row = 2;
+
 /// Spans that are drawn together.
 struct SpanList {
     /// The width of the vectors is chosen once per list. Lists of 128 or 64 spans were slower by up to 7

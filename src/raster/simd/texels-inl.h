@@ -38,22 +38,20 @@ struct TexelBuffer {
     alignas(vector_bytes) std::array<std::uint8_t, capacity + vector_bytes> colour;
 };
 
-/// Which quantities of a list are the column and the row in the map.
-constexpr std::size_t map_column = 1;
-constexpr std::size_t map_row = 2;
-
-/// Changes the map coordinates of the vector of spans at `at` so that less is left to do for each pixel. The
-/// index of fill_tri_mapped is the low 16 bits of map_centre + column + row * 256. The centre is added to the
-/// column here. The row is shifted by 8, so that the low byte of its integer part, which is all that counts,
-/// becomes the accumulator's top byte. Then (column + (row & 0xFF000000)) >> 16 is the index.
-HWY_INLINE void prepare_map_coordinates(SpanList &spans, std::size_t at) {
+/// Changes the map coordinates of a list so that less is left to do for each pixel. The index of
+/// fill_tri_mapped is the low 16 bits of map_centre + column + row * 256. The centre is added to the column
+/// here. The row is shifted by 8, so that the low byte of its integer part, which is all that counts, becomes
+/// the accumulator's top byte. Then (column + (row & 0xFF000000)) >> 16 is the index.
+HWY_INLINE void prepare_map_coordinates(SpanList &spans) {
     const WordLanes words;
-    std::uint32_t *const column = &spans.value[map_column][at];
-    std::uint32_t *const row = &spans.value[map_row][at];
-    std::uint32_t *const row_step = &spans.step[map_row][at];
-    hn::StoreU(hn::Add(hn::LoadU(words, column), hn::Set(words, map_centre << 16U)), words, column);
-    hn::StoreU(hn::ShiftLeft<8>(hn::LoadU(words, row)), words, row);
-    hn::StoreU(hn::ShiftLeft<8>(hn::LoadU(words, row_step)), words, row_step);
+    for (std::size_t at = 0; at < spans.count; at += hn::Lanes(words)) {
+        std::uint32_t *const column = &spans.value[map_column][at];
+        std::uint32_t *const row = &spans.value[map_row][at];
+        std::uint32_t *const row_step = &spans.step[map_row][at];
+        hn::Store(hn::Add(hn::Load(words, column), hn::Set(words, map_centre << 16U)), words, column);
+        hn::Store(hn::ShiftLeft<8>(hn::Load(words, row)), words, row);
+        hn::Store(hn::ShiftLeft<8>(hn::Load(words, row_step)), words, row_step);
+    }
 }
 
 /// Puts the texel indices of a span at `index`, those of `vectors` vectors of words at a time;
@@ -64,14 +62,14 @@ HWY_INLINE void put_texel_indices(const SpanList &spans, std::size_t i, std::uin
     constexpr auto pixels = static_cast<std::int32_t>(vectors * hn::MaxLanes(D()));
     const auto integer_part = hn::Set(D(), 0xFF000000);
     const std::int32_t length = spans.length[i];
-    PixelValues<D, vectors> column(spans, map_column, i);
-    PixelValues<D, vectors> row(spans, map_row, i);
+    PixelValues<D, vectors> column(spans.value[map_column][i], spans.step[map_column][i]);
+    PixelValues<D, vectors> row(spans.value[map_row][i], spans.step[map_row][i]);
     for (std::int32_t x = 0;;) {
         auto sum = column.values();
         for (std::size_t v = 0; v < vectors; ++v) {
             sum[v] = hn::Add(sum[v], hn::And(row.values()[v], integer_part));
         }
-        hn::StoreU(narrowed<Indices>(shifted_right<16>(sum)), Indices(), index + x);
+        hn::StoreU(halves_from<Indices, 16>(sum), Indices(), index + x);
         x += pixels;
         if (all_at_once || x >= length) {
             break;
