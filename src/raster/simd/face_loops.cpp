@@ -9,10 +9,10 @@
 //        |               set_up_triangles     lane = triangle: sort, slopes, gradients
 //        v                                    triangle_setup-inl.h
 //     BatchEdges                              edge in row i = start + i * step, modulo 2^32
-//        |               RowLister            place = row * 16 + lane of its triangle
-//        v                                    row_list-inl.h
-//     rows (places)      append_spans         lane = row: left x, right x, clip, drop empty rows
-//        |               complete_spans       first pixel's depth, colour and map coordinates
+//        |               RowLister            a tall triangle's rows fill their own vectors, short ones
+//        v                                    share some: place = row * 16 + lane, row_list-inl.h
+//     rows               append_spans         lane = row: left x, right x, clip, drop empty rows;
+//        |               complete_spans        first pixel's depth, colour and map coordinates
 //        v                                    row_spans-inl.h
 //     SpanList           draw_spans           how many pixels are drawn together, span_drawing-inl.h
 //        |               WindowColours,       mapped modes: texels from windows of the map, or one by one

@@ -52,7 +52,7 @@ struct RowList {
     alignas(vector_bytes) std::array<std::uint16_t, capacity + vector_lanes> place;
 };
 
-/// Lists the rows of one group of triangles and turns them into spans.
+/// Turns the rows of one group of triangles into spans.
 template <Filler filler>
 class RowLister {
 public:
@@ -62,26 +62,45 @@ public:
           first_span_(drawer.spans.count) {}
 
     /// Adds the rows of the triangle in this lane of the group. A triangle of few rows waits in the list, so
-    /// that one vector holds the rows of several; one of many rows fills its own vectors.
+    /// that one vector holds the rows of several.
     HWY_INLINE void add(std::size_t triangle) {
-        const WordLanes words;
         const ListLanes listed;
-        const std::size_t lanes = hn::Lanes(words);
-        const auto rows = static_cast<std::size_t>(edges_.rows[group_ + triangle]);
+        const std::size_t rows = rows_of(triangle);
         if (rows <= hn::Lanes(listed)) {
-            hn::StoreU(row_places(listed, triangle, 0), listed, &list_.place[count_]);
+            hn::StoreU(row_places(listed, triangle), listed, &list_.place[count_]);
             count_ += rows;
-            return;
-        }
-        empty_list();
-        for (std::size_t row = 0; row < rows; row += lanes) {
-            append(row_places(words, triangle, row), rows - row);
+        } else {
+            finish();
+            add_alone(triangle);
+            first_span_ = drawer_.spans.count;
         }
     }
 
-    /// Turns the rows that are left into spans.
+    /// Adds the rows of a triangle whose rows fill their own vectors. No row may be in the list.
+    HWY_INLINE void add_alone(std::size_t triangle) {
+        const std::size_t rows = rows_of(triangle);
+        for (std::size_t row = 0; row < rows; row += hn::Lanes(WordLanes())) {
+            if (drawer_.is_full()) {
+                drawer_.draw();
+            }
+            append_spans<filler>(batch_, edges_, group_ + triangle, row, rows - row, drawer_.spans);
+        }
+    }
+
+    /// Turns the rows in the list into spans.
     HWY_INLINE void finish() {
-        empty_list();
+        using RowLanes = hn::Rebind<std::uint16_t, WordLanes>;
+        const WordLanes words;
+        for (std::size_t at = 0; at < count_; at += hn::Lanes(words)) {
+            if (drawer_.is_full()) {
+                complete();
+                drawer_.draw();
+                first_span_ = 0;
+            }
+            const Words place = hn::PromoteTo(words, hn::Load(RowLanes(), &list_.place[at]));
+            append_incomplete_spans(edges_, group_, place, count_ - at, drawer_.spans);
+        }
+        count_ = 0;
         complete();
     }
 
@@ -90,23 +109,8 @@ private:
     /// the most. Most triangles of a fine mesh have fewer rows, so that the branch is predicted.
     using ListLanes = hn::CappedTag<std::uint16_t, vector_lanes>;
 
-    HWY_INLINE void empty_list() {
-        using RowLanes = hn::Rebind<std::uint16_t, WordLanes>;
-        const WordLanes words;
-        for (std::size_t at = 0; at < count_; at += hn::Lanes(words)) {
-            append(hn::PromoteTo(words, hn::Load(RowLanes(), &list_.place[at])), count_ - at);
-        }
-        count_ = 0;
-    }
-
-    /// Appends the spans of a vector of rows, and draws the spans before them if there is no room.
-    HWY_INLINE void append(Words place, std::size_t count) {
-        if (drawer_.is_full()) {
-            complete();
-            drawer_.draw();
-            first_span_ = 0;
-        }
-        append_spans(edges_, group_, place, count, drawer_.spans);
+    std::size_t rows_of(std::size_t triangle) const {
+        return static_cast<std::size_t>(edges_.rows[group_ + triangle]);
     }
 
     HWY_INLINE void complete() { complete_spans<filler>(batch_, edges_, group_, first_span_, drawer_.spans); }
@@ -116,22 +120,40 @@ private:
     const std::size_t group_;
     RowList &list_;
     SpanDrawer<filler> &drawer_;
-    /// The first span of this group in the drawer's list.
+    /// The first of this group's spans that are not complete.
     std::size_t first_span_;
     /// Rows in the list.
     std::size_t count_ = 0;
 };
 
-/// Draws a vector of triangles of the batch, in order.
+/// Whether the triangles of a group have so many rows on average that each one's rows fill their own vectors.
+/// Vectors that triangles share have fewer empty lanes, but the values of each lane's triangle are looked up.
+HWY_INLINE bool has_tall_triangles(const BatchEdges &edges, std::size_t group) {
+    const IntLanes ints;
+    constexpr auto lanes = static_cast<std::int32_t>(hn::MaxLanes(IntLanes()));
+    // Measured with 4 and with 8 lanes, where others took up to 5 percent longer (docs/speed.md, "Tried
+    // without gain"). A lookup costs less in a vector of 4 lanes.
+    constexpr std::int32_t tall = lanes < 8 ? 8 : lanes * 3 / 8;
+    return hn::GetLane(hn::SumOfLanes(ints, hn::Load(ints, &edges.rows[group]))) >= lanes * tall;
+}
+
+/// Draws a vector of triangles of the batch, in order. The branch is taken once per group, because that of a
+/// single triangle is hard to predict.
 template <Filler filler>
 HWY_INLINE void draw_group(const TriangleBatch &batch, const BatchEdges &edges, std::size_t group,
                            RowList &list, SpanDrawer<filler> &drawer) {
     RowLister<filler> lister(batch, edges, group, list, drawer);
     const std::size_t triangles = std::min(hn::Lanes(IntLanes()), batch.count - group);
-    for (std::size_t triangle = 0; triangle < triangles; ++triangle) {
-        lister.add(triangle);
+    if (has_tall_triangles(edges, group)) {
+        for (std::size_t triangle = 0; triangle < triangles; ++triangle) {
+            lister.add_alone(triangle);
+        }
+    } else {
+        for (std::size_t triangle = 0; triangle < triangles; ++triangle) {
+            lister.add(triangle);
+        }
+        lister.finish();
     }
-    lister.finish();
 }
 
 } // namespace HWY_NAMESPACE

@@ -27,8 +27,8 @@ struct SpanList {
     /// The first pixel, counted from the target's first, and the number of pixels.
     Array<std::uint32_t> offset;
     Array<std::int32_t> length;
-    /// The place of the row that the span is made from (row_spans-inl.h), and the left edge's x accumulator
-    /// there.
+    /// For spans that are not complete yet: the place of the row that the span is made from, and the left
+    /// edge's x accumulator there (row_spans-inl.h).
     Array<std::uint32_t> place;
     Array<std::uint32_t> left_x;
     /// The quantities of the first pixel in 16.16, and what each pixel adds.
