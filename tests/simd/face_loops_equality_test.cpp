@@ -278,48 +278,78 @@ TEST(FastFaceLoops, DrawSpansOfAnyLength) {
     EXPECT_GT(drawn, 80);
 }
 
+/// A part of the map: where it begins, and how far it goes from there.
+struct MapPart {
+    float column;
+    float row;
+    float width;
+    float height;
+};
+
+/// Draws a triangle with the loops, whose longest span has this many pixels. Its first pixel is at the start
+/// of the part of the map, its last one at the opposite corner. Returns how many plain loops changed the
+/// frame.
+int expect_equal_spans(int length, const MapPart &part, const FrameContents &before) {
+    const auto pixels = static_cast<float>(length);
+    lwopoints3[0] = {20.0F, 8.001F, 90.0F};
+    lwopoints3[1] = {20.0F + pixels, 8.001F, 180.0F};
+    lwopoints3[2] = {20.0F, 11.0F, 100.0F};
+    const float beyond = pixels / std::max(pixels - 1.0F, 1.0F);
+    const Vec3 first{part.column, part.row, 0.0F};
+    const Vec3 end{first.x + part.width * beyond, first.y + part.height * beyond, 0.0F};
+    for (Vec3 *records : {lwonormals3.get(), lwopoints2.get()}) {
+        records[0] = first;
+        records[1] = end;
+        records[2] = first;
+    }
+    const auto scene = [length, &part] {
+        return std::to_string(length) + " pixels, " + std::to_string(part.width) + " x " +
+               std::to_string(part.height) + " texels from " + std::to_string(part.column) + ", " +
+               std::to_string(part.row);
+    };
+    return expect_equal_loops(scene, before);
+}
+
+const std::vector<int> mapped_lengths{1, 3, 8, 11, 16, 17, 33};
+
 TEST(FastFaceLoops, DrawSpansOfAnySizeOnTheMap) {
-    // Around the sizes of windows of the map, from 2 rows of 8 texels to 4 rows of 16. They begin anywhere,
-    // at the map's edges as well, where a window would reach past its end.
+    // Around the sizes of windows of the map: 2 rows of 8 texels, and 4 rows of 16.
     const std::vector<float> widths{0.0F, 0.9F, 6.5F, 7.0F, 7.5F, 8.5F, 14.5F, 15.0F, 15.5F, 17.0F};
     const std::vector<float> heights{0.0F, 0.5F, 1.0F, 1.5F, 2.5F, 3.0F, 3.5F, 5.0F};
-    const std::vector<float> edges{-128.0F, -125.0F, 110.0F, 126.0F, 127.9F};
-    const auto corner = [&edges](Random &random) {
-        return random.once_in(3) ? edges[static_cast<std::size_t>(random.below(5))]
-                                 : random.between(-128.0F, 128.0F);
-    };
     Random random(10);
     open_noisy_frame({64, 40}, random);
     const FrameContents before = make_one_triangle(random);
     int drawn = 0;
-    for (const int length : {1, 3, 8, 11, 16, 17, 33}) {
-        const auto pixels = static_cast<float>(length);
-        lwopoints3[0] = {20.0F, 8.001F, 90.0F};
-        lwopoints3[1] = {20.0F + pixels, 8.001F, 180.0F};
-        lwopoints3[2] = {20.0F, 11.0F, 100.0F};
+    for (const int length : mapped_lengths) {
         for (const float width : widths) {
             for (const float height : heights) {
-                const Vec3 first{corner(random), corner(random), 0.0F};
-                // The whole width is that of the top row, from its first pixel to its last one.
-                const float steps = pixels / std::max(pixels - 1.0F, 1.0F);
-                const Vec3 last{first.x + (random.once_in(2) ? width : -width) * steps,
-                                first.y + (random.once_in(2) ? height : -height) * steps, 0.0F};
-                for (Vec3 *records : {lwonormals3.get(), lwopoints2.get()}) {
-                    records[0] = first;
-                    records[1] = last;
-                    records[2] = first;
-                }
-                drawn += expect_equal_loops(
-                    [&] {
-                        return std::to_string(length) + ", " + std::to_string(width) + ", " +
-                               std::to_string(height) + " from " + std::to_string(first.x) + ", " +
-                               std::to_string(first.y);
-                    },
-                    before);
+                const MapPart part{random.between(-140.0F, 140.0F), random.between(-140.0F, 140.0F),
+                                   random.once_in(2) ? width : -width, random.once_in(2) ? height : -height};
+                drawn += expect_equal_spans(length, part, before);
             }
         }
     }
     EXPECT_GT(drawn, 2000);
+}
+
+TEST(FastFaceLoops, DrawSpansThatGoOnAtTheStartOfTheMap) {
+    Random random(11);
+    open_noisy_frame({64, 40}, random);
+    const FrameContents before = make_one_triangle(random);
+    int drawn = 0;
+    for (const int length : mapped_lengths) {
+        for (const auto &[columns, rows] : {std::pair{8.0F, 2.0F}, std::pair{16.0F, 4.0F}}) {
+            // A window of this size whose last texel is the map's last one, and those around it.
+            for (const float right : {-2.0F, -1.0F, 0.0F, 1.0F, 2.0F}) {
+                for (const float down : {-1.0F, 0.0F, 1.0F}) {
+                    const MapPart part{128.0F - columns + right + 0.01F, 128.0F - rows + down + 0.01F,
+                                       columns - 1.02F, rows - 1.02F};
+                    drawn += expect_equal_spans(length, part, before);
+                }
+            }
+        }
+    }
+    EXPECT_GT(drawn, 800);
 }
 
 TEST(FastFaceLoops, DrawObjectsInBandsThatTheStoreIsTooSmallFor) {
