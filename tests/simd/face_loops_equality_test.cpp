@@ -269,10 +269,10 @@ TEST(FastFaceLoops, DrawSpansOfAnyLength) {
     for (const int length : lengths) {
         open_noisy_frame({length + 40, 20}, random);
         const FrameContents before = make_one_triangle(random);
-        const float right = 20.0F + static_cast<float>(length);
-        lwopoints3[0] = {20.0F, 8.001F, 90.0F};
-        lwopoints3[1] = {right, 8.001F, 180.0F};
-        lwopoints3[2] = {20.0F, 11.0F, 100.0F};
+        // The middle row is the longest one.
+        lwopoints3[0] = {20.0F, 6.0F, 90.0F};
+        lwopoints3[1] = {20.5F + static_cast<float>(length), 8.0F, 180.0F};
+        lwopoints3[2] = {20.0F, 10.0F, 100.0F};
         drawn += expect_equal_loops([&] { return std::to_string(length); }, before);
     }
     EXPECT_GT(drawn, 80);
@@ -290,13 +290,16 @@ struct MapPart {
 /// of the part of the map, its last one at the opposite corner. Returns how many plain loops changed the
 /// frame.
 int expect_equal_spans(int length, const MapPart &part, const FrameContents &before) {
-    const auto pixels = static_cast<float>(length);
-    lwopoints3[0] = {20.0F, 8.001F, 90.0F};
-    lwopoints3[1] = {20.0F + pixels, 8.001F, 180.0F};
-    lwopoints3[2] = {20.0F, 11.0F, 100.0F};
-    const float beyond = pixels / std::max(pixels - 1.0F, 1.0F);
-    const Vec3 first{part.column, part.row, 0.0F};
-    const Vec3 end{first.x + part.width * beyond, first.y + part.height * beyond, 0.0F};
+    // The middle row is the longest one.
+    const float middle = static_cast<float>(length) + 0.5F;
+    lwopoints3[0] = {20.0F, 6.0F, 90.0F};
+    lwopoints3[1] = {20.0F + middle, 8.0F, 180.0F};
+    lwopoints3[2] = {20.0F, 10.0F, 100.0F};
+    // A pixel shows the value of the next one, so that the left edge is one step before the first pixel.
+    const auto steps = static_cast<float>(std::max(length - 1, 1));
+    const Vec3 step{part.width / steps, part.height / steps, 0.0F};
+    const Vec3 first{part.column - step.x, part.row - step.y, 0.0F};
+    const Vec3 end{first.x + step.x * middle, first.y + step.y * middle, 0.0F};
     for (Vec3 *records : {lwonormals3.get(), lwopoints2.get()}) {
         records[0] = first;
         records[1] = end;
@@ -342,7 +345,7 @@ TEST(FastFaceLoops, DrawSpansThatGoOnAtTheStartOfTheMap) {
             // A window of this size whose last texel is the map's last one, and those around it.
             for (const float right : {-2.0F, -1.0F, 0.0F, 1.0F, 2.0F}) {
                 for (const float down : {-1.0F, 0.0F, 1.0F}) {
-                    const MapPart part{128.0F - columns + right + 0.01F, 128.0F - rows + down + 0.01F,
+                    const MapPart part{128.0F - columns + right + 0.05F, 128.0F - rows + down + 0.05F,
                                        columns - 1.02F, rows - 1.02F};
                     drawn += expect_equal_spans(length, part, before);
                 }
