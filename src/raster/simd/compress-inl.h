@@ -66,7 +66,7 @@ private:
         return set[0];
     }
 
-#if HWY_ARCH_ARM_A64
+#if HWY_MAX_BYTES == 16
     // The instruction looks up bytes.
     using OrderLanes = hn::Repartition<std::uint8_t, IntLanes>;
     using Order = hn::Vec<OrderLanes>;
