@@ -134,11 +134,12 @@ struct TexelBuffers {
     WindowList windows;
 };
 
-/// Draws all spans whose depths are narrow. How many pixels are drawn together is chosen once for the whole
-/// list: the lengths of single spans are as good as random, and a mispredicted branch costs more than half a
-/// vector saves. 8 pixels are enough for most spans of a fine mesh, and some processors split the widest
-/// vectors in two; but 8 for all lists took 6 to 21 percent longer (docs/speed.md, "Tried without gain").
-/// Longer spans are drawn 16 pixels at a time, or 8 where a vector has only four words.
+/// Calls `draw` with the width that suits a list of spans with narrow depths, whose longest has this many
+/// pixels. How many pixels are drawn together is chosen once for the whole list: the lengths of single spans
+/// are as good as random, and a mispredicted branch costs more than half a vector saves. 8 pixels are enough
+/// for most spans of a fine mesh, and some processors split the widest vectors in two; but 8 for all lists
+/// took 6 to 21 percent longer (docs/speed.md, "Tried without gain"). Longer spans are drawn 16 pixels at a
+/// time, or 8 where a vector has only four words.
 template <class Draw>
 HWY_INLINE void draw_by_length(std::int32_t longest, Draw draw) {
     using ShortLanes = hn::CappedTag<std::uint32_t, 8>;
