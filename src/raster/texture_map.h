@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-/// Bytes in the texture: 256 rows of 256 brightness levels.
+/// Bytes in the texture, 256 rows of 256 brightness levels, and in one of its rows.
 constexpr int envmap_bytes = 65536;
 constexpr int map_row_bytes = 256;
 
