@@ -412,7 +412,7 @@ void read_and_copy(const ObjectFile &object) {
 }
 
 /// Loading replaces the object, and uses the fast forms whatever was measured before.
-void expect_loading() {
+void prepare_for_loading() {
     current_mesh = SIZE_MAX;
     draws_fast = true;
 }
@@ -427,7 +427,7 @@ void add_loading(const ObjectFile &object) {
     for (const auto &[step, run] : std::array<std::pair<std::string, std::function<void()>>, 2>{
              {{"read and copy", copy}, {"read and prepare", read_and_prepare}}}) {
         add("load/fresh/" + step, 20, [run = run](benchmark::State &state) {
-            expect_loading();
+            prepare_for_loading();
             for (auto _ : state) {
                 state.PauseTiming();
                 give_memory_back();
@@ -442,7 +442,7 @@ void add_loading(const ObjectFile &object) {
                                                                        {"read", read},
                                                                        {"prepare", prepare_object}}}) {
         add("load/kept/" + step, 20, [read, run = run](benchmark::State &state) {
-            expect_loading();
+            prepare_for_loading();
             read();
             for (auto _ : state) {
                 run();

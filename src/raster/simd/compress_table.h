@@ -15,7 +15,8 @@ constexpr std::size_t compress_lanes = 8;
 ///
 ///     lanes 1 and 4, bits 0b00010010:    1 4 0 2 3 5 6 7
 ///
-/// A vector of four lanes uses the first four numbers of the first 16 entries, which are all below four.
+/// The table of four lanes is made of the first four numbers of the first 16 entries, which are all below
+/// four.
 using CompressTable = std::array<std::array<std::uint8_t, compress_lanes>, 1U << compress_lanes>;
 
 constexpr CompressTable make_compress_table() {

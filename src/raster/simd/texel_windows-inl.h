@@ -18,6 +18,7 @@
 #include "raster/texture_map.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -36,8 +37,6 @@ class SmallWindow {
 public:
     static constexpr std::uint32_t columns = 8;
     static constexpr std::uint32_t rows = 2;
-    /// A texel's index is its column + its row * 2^row_shift.
-    static constexpr int row_shift = 3;
 
     /// The window whose first texel is at `first`.
     explicit HWY_INLINE SmallWindow(const std::uint8_t *first) {
@@ -45,7 +44,7 @@ public:
         texels_ = hn::Combine(WindowBytes(), hn::LoadU(row, first + map_row_bytes), hn::LoadU(row, first));
     }
 
-    /// The texels with these indices, in bytes. Other indices give any values.
+    /// The texels with these indices, column + row * columns, in bytes. Other indices give any values.
     template <class Index>
     HWY_INLINE Index operator[](Index index) const {
         return hn::TableLookupBytes(texels_, index);
@@ -60,7 +59,6 @@ class LargeWindow {
 public:
     static constexpr std::uint32_t columns = 16;
     static constexpr std::uint32_t rows = 4;
-    static constexpr int row_shift = 4;
 
     explicit HWY_INLINE LargeWindow(const std::uint8_t *first) {
         for (auto &row : rows_) {
@@ -89,6 +87,10 @@ public:
 private:
     std::array<hn::Vec<WindowBytes>, rows> rows_;
 };
+
+/// How far a row is shifted to the left of the column in a texel's index.
+template <class Window>
+constexpr int row_shift = std::countr_zero(Window::columns);
 
 /// The windows of a list's spans. Map coordinates are those of the spans' first pixels, counted from the
 /// window's first texel. Rows are shifted, so that the sum of both has the texel's index in its high half.
@@ -138,8 +140,8 @@ HWY_INLINE bool list_windows(const SpanList &spans, WindowList &windows) {
         last = hn::Max(last, hn::IfThenElseZero(is_span, as_signed(first)));
         hn::Store(first, words, &windows.first[at]);
         hn::Store(hn::Sub(column, first_column), words, &windows.column[at]);
-        hn::Store(hn::ShiftLeft<Window::row_shift>(hn::Sub(row, first_row)), words, &windows.row[at]);
-        hn::Store(hn::ShiftLeft<Window::row_shift>(row_step), words, &windows.row_step[at]);
+        hn::Store(hn::ShiftLeft<row_shift<Window>>(hn::Sub(row, first_row)), words, &windows.row[at]);
+        hn::Store(hn::ShiftLeft<row_shift<Window>>(row_step), words, &windows.row_step[at]);
     }
     constexpr auto bytes = static_cast<std::int32_t>((Window::rows - 1) * map_row_bytes + Window::columns);
     return hn::GetLane(hn::MaxOfLanes(ints, last)) <= envmap_bytes - bytes;
@@ -155,7 +157,7 @@ public:
           row_(windows.row[span], windows.row_step[span]) {}
 
     HWY_INLINE hn::Vec<typename Pixels::Bytes> values() const {
-        constexpr std::uint32_t row_bits = (Window::rows - 1) << (16 + Window::row_shift);
+        constexpr std::uint32_t row_bits = (Window::rows - 1) << (16 + row_shift<Window>);
         auto index = column_.values();
         for (std::size_t v = 0; v < index.size(); ++v) {
             const auto row = hn::And(row_.values()[v], hn::Set(typename Pixels::Words(), row_bits));
